@@ -1,0 +1,448 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+#include "qx/foundation/graph/QxEdge.h"
+
+#include <ostream>
+
+#include "qx/foundation/graph/QxChildGraphForest.h"
+#include "qx/foundation/graph/QxGraph.h"
+#include "qx/foundation/graph/QxGraphManager.h"
+#include "qx/foundation/graph/QxNode.h"
+#include "qx/foundation/util/QxDebugStream.h"
+
+QxEdge::GraphCells::GraphCells(QxEdge* edge) : sourceCell(edge), targetCell(edge) {}
+
+QxEdge::QxEdge(QxOwnedObject* owner)
+    : QxGraphMember(owner), m_sourceCell(this), m_targetCell(this) {}
+
+QxEdge::~QxEdge() {
+    if (hasFlag(qx::flags::PathObject) == 0) {
+        if (QxGraph* graph = pOwnerGraph()) {
+            graph->removeEdge(this);
+        }
+    }
+    leaveGraphLists();
+    leaveEndLists();
+}
+
+int QxEdge::isEdge() const {
+    return 1;
+}
+
+std::size_t QxEdge::sizeOf() const {
+    return QxGraphMember::sizeOf() + sizeof(QxEdge) - sizeof(QxGraphMember) +
+           (m_graphCells ? sizeof(GraphCells) : 0);
+}
+
+int QxEdge::checkInvariants() const {
+    if (connected() != 0 && (m_source == nullptr || m_target == nullptr || ownerValid() == 0)) {
+        qxDebugStream() << "edge: connected without two ends and an owner\n";
+        return 0;
+    }
+    return 1;
+}
+
+void QxEdge::copyObject(const QxObject* source) {
+    if (source != nullptr && source != this) {
+        copyEdge(static_cast<const QxEdge*>(source), 1);
+    }
+}
+
+void QxEdge::copyAttributes(const QxObject* source) {
+    if (source != nullptr && source != this) {
+        copyEdge(static_cast<const QxEdge*>(source), 0);
+    }
+}
+
+void QxEdge::debugOutput(int depth) const {
+    innerDebugOutput(depth);
+}
+
+void QxEdge::innerDebugOutput(int depth) const {
+    const char* state = deactivated() != 0 ? "deactivated"
+                        : connected() != 0 ? "connected"
+                                           : "disconnected";
+    qxDebugIndent(depth) << "edge: " << state << (reflexive() != 0 ? ", self-loop" : "") << '\n';
+}
+
+int QxEdge::connected() const {
+    return hasFlag(qx::flags::EdgeConnected);
+}
+
+int QxEdge::disconnected() const {
+    return connected() == 0 && deactivated() == 0 ? 1 : 0;
+}
+
+int QxEdge::deactivated() const {
+    return hasFlag(qx::flags::EdgeDeactivated);
+}
+
+QxNode* QxEdge::pOtherNode(const QxNode* node) const {
+    if (node == m_source) {
+        return m_target;
+    }
+    return node == m_target ? m_source : nullptr;
+}
+
+int QxEdge::intergraphEdge() const {
+    if (const QxGraph* graph = pOwnerGraph()) {
+        return graph->isIntergraph();
+    }
+    return m_source != nullptr && m_target != nullptr &&
+                   m_source->pOwnerGraph() != m_target->pOwnerGraph()
+               ? 1
+               : 0;
+}
+
+QxGraph* QxEdge::pNearestCommonGraph() const {
+    if (m_source == nullptr || m_target == nullptr) {
+        return nullptr;
+    }
+    QxGraph* first = m_source->pOwnerGraph();
+    QxGraph* second = m_target->pOwnerGraph();
+    if (first == second || first == nullptr || second == nullptr) {
+        return first == second ? first : nullptr;
+    }
+    const QxGraphManager* manager = first->pOwnerGraphManager();
+    return manager != nullptr ? manager->pChildGraphForest()->pNearestCommonGraph(first, second)
+                              : nullptr;
+}
+
+int QxEdge::disconnect() {
+    if (connected() == 0 || deactivated() != 0) {
+        return 0;
+    }
+    changeState(0, qx::flags::EdgeConnected);
+    tellEnds(&QxGraph::actOnDisconnectEdge, &QxGraph::actOnDisconnectIntergraphEdge,
+             &QxNode::actOnDisconnectEdge);
+    return 1;
+}
+
+int QxEdge::vConnect() {
+    if (disconnected() == 0 || canConnect(m_source) == 0 || canConnect(m_target) == 0) {
+        return 0;
+    }
+    changeState(qx::flags::EdgeConnected, 0);
+    tellEnds(&QxGraph::actOnConnectEdge, &QxGraph::actOnConnectIntergraphEdge,
+             &QxNode::actOnConnectEdge);
+    return 1;
+}
+
+int QxEdge::deactivate() {
+    if (deactivated() != 0) {
+        return 1;
+    }
+    if (connected() == 0) {
+        return 0;
+    }
+    changeState(qx::flags::EdgeDeactivated, 0);
+    tellEnds(&QxGraph::actOnDeactivateEdge, &QxGraph::actOnDeactivateIntergraphEdge,
+             &QxNode::actOnDeactivateEdge);
+    return 1;
+}
+
+int QxEdge::activate() {
+    if (deactivated() != 0) {
+        changeState(0, qx::flags::EdgeDeactivated);
+        tellEnds(&QxGraph::actOnActivateEdge, &QxGraph::actOnActivateIntergraphEdge,
+                 &QxNode::actOnActivateEdge);
+    }
+    return 1;
+}
+
+int QxEdge::connect(QxNode* source, QxNode* target) {
+    for (const QxNode* node : {source, target}) {
+        if (disconnected() == 0 || canEnd(node) == 0 || canConnect(node) == 0) {
+            return 0;
+        }
+    }
+    if (changeSourceNodeWithoutConnect(source) == 0 ||
+        changeTargetNodeWithoutConnect(target) == 0) {
+        return 0;
+    }
+    return vConnect();
+}
+
+int QxEdge::changeSourceNodeWithoutConnect(QxNode* node) {
+    return changeEnd(m_source, node, true);
+}
+
+int QxEdge::changeTargetNodeWithoutConnect(QxNode* node) {
+    return changeEnd(m_target, node, false);
+}
+
+int QxEdge::changeEnd(QxNode*& end, QxNode* node, bool source) {
+    if (end == node) {
+        return 1;
+    }
+    if (ownerValid() == 0 && hasFlag(qx::flags::PathObject) == 0) {
+        return 0;  // the node would not know of the edge, and could be gone before it
+    }
+    const bool attached = connected() != 0 || deactivated() != 0;
+    if (canEnd(node) == 0 || (attached && canConnect(node) == 0)) {
+        return 0;
+    }
+    QxNode* oldNode = end;
+    leaveEndLists();
+    end = node;
+    if (ownerValid() != 0) {
+        enterEndLists();
+    }
+    const auto hook = source ? &QxNode::actOnChangeSourceNode : &QxNode::actOnChangeTargetNode;
+    if (oldNode != nullptr) {
+        (oldNode->*hook)(this, oldNode, node);
+    }
+    (node->*hook)(this, oldNode, node);
+    if (intergraphEdge() != 0 && hasFlag(qx::flags::PathObject) == 0) {
+        const auto graphHook = source ? &QxGraph::actOnChangeSourceNodeAtIntergraphEdge
+                                      : &QxGraph::actOnChangeTargetNodeAtIntergraphEdge;
+        QxGraph* oldGraph = oldNode != nullptr ? oldNode->pOwnerGraph() : nullptr;
+        QxGraph* newGraph = node->pOwnerGraph();
+        if (oldGraph != nullptr) {
+            (oldGraph->*graphHook)(this, oldNode, node);
+        }
+        if (newGraph != nullptr && newGraph != oldGraph) {
+            (newGraph->*graphHook)(this, oldNode, node);
+        }
+    }
+    return 1;
+}
+
+int QxEdge::changeEndNodes(QxNode* source, QxNode* target) {
+    if (source == m_source && target == m_target) {
+        return 1;
+    }
+    const bool attached = connected() != 0 || deactivated() != 0;
+    const bool reconnect = attached && deactivated() == 0;
+    const auto canChange = [&](const QxNode* end, const QxNode* node) {
+        return (end == node || canEnd(node) != 0) && (!attached || canConnect(node) != 0);
+    };
+    if (!canChange(m_source, source) || !canChange(m_target, target)) {
+        return 0;
+    }
+    if (reconnect) {
+        disconnect();
+    }
+    const int changed =
+        changeSourceNodeWithoutConnect(source) != 0 && changeTargetNodeWithoutConnect(target) != 0
+            ? 1
+            : 0;
+    if (reconnect) {
+        vConnect();
+    }
+    return changed;
+}
+
+int QxEdge::reverse() {
+    if (m_source == nullptr || m_target == nullptr) {
+        return 0;
+    }
+    leaveEndLists();
+    std::swap(m_source, m_target);
+    if (ownerValid() != 0) {
+        enterEndLists();
+        updateGraphCells();
+    }
+    m_source->actOnChangeSourceNode(this, m_target, m_source);
+    m_target->actOnChangeTargetNode(this, m_source, m_target);
+    return 1;
+}
+
+QxEdge* QxEdge::pOriginalEdge() {
+    return this;
+}
+
+const QxEdge* QxEdge::pOriginalEdge() const {
+    return this;
+}
+
+void QxEdge::emptyTopology() {}
+
+void QxEdge::duplicateTopology(QxEdge* source) {
+    if (source != nullptr && source != this) {
+        source->nullInternalUserFields();
+    }
+}
+
+void QxEdge::copyEdge(const QxEdge* source, int) {
+    copyName(*source);
+}
+
+void QxEdge::nullEndNodes() {
+    if (connected() != 0 || deactivated() != 0) {
+        changeState(0, qx::flags::EdgeConnected | qx::flags::EdgeDeactivated);
+    }
+    leaveGraphLists();
+    leaveEndLists();
+    m_source = nullptr;
+    m_target = nullptr;
+}
+
+int QxEdge::canEnd(const QxNode* node) const {
+    if (node == nullptr) {
+        return 0;
+    }
+    const bool pathNode = (node->flagWord() & qx::flags::PathObject) != 0;
+    if (pathNode && hasFlag(qx::flags::PathObject) == 0) {
+        return 0;  // only segments end at bends
+    }
+    return node->pOwner() == pOwner() || node->pUnverifiedFactory() == pUnverifiedFactory() ? 1 : 0;
+}
+
+int QxEdge::canConnect(const QxNode* node) const {
+    const QxGraph* graph = pOwnerGraph();
+    const QxGraph* nodeGraph = node != nullptr ? node->pOwnerGraph() : nullptr;
+    if (graph == nullptr || nodeGraph == nullptr || graph->isHideGraph() != 0) {
+        return 0;
+    }
+    if (graph->isIntergraph() != 0) {
+        return nodeGraph->pOwnerGraphManager() == graph->pOwnerGraphManager() ? 1 : 0;
+    }
+    return nodeGraph == graph ? 1 : 0;
+}
+
+void QxEdge::initEndNodes(QxNode* source, QxNode* target) {
+    m_source = source;
+    m_target = target;
+    source->actOnInitEndNode(this);
+    target->actOnInitEndNode(this);
+}
+
+bool QxEdge::listsAt(const QxNode* node) const {
+    // Bends list the segments at them, drawing nodes only whole edges.
+    return node != nullptr && ((flagWord() ^ node->flagWord()) & qx::flags::PathObject) == 0;
+}
+
+QxEdgeDList& QxEdge::endList(QxNode* node, QxEdgeDList QxNode::*active) const {
+    if (deactivated() != 0) {
+        return node->idleEdges().deactivated;
+    }
+    return connected() != 0 ? node->*active : node->idleEdges().disconnected;
+}
+
+void QxEdge::enterEndLists() {
+    if (listsAt(m_source)) {
+        endList(m_source, &QxNode::m_outEdges).appendCell(&m_sourceCell);
+    }
+    if (listsAt(m_target)) {
+        endList(m_target, &QxNode::m_inEdges).appendCell(&m_targetCell);
+    }
+}
+
+void QxEdge::leaveEndLists() {
+    if (m_sourceCell.isLinked() != 0) {
+        endList(m_source, &QxNode::m_outEdges).removeCell(&m_sourceCell);
+    }
+    if (m_targetCell.isLinked() != 0) {
+        endList(m_target, &QxNode::m_inEdges).removeCell(&m_targetCell);
+    }
+}
+
+void QxEdge::changeState(std::uint32_t setBits, std::uint32_t clearBits) {
+    leaveEndLists();
+    const bool listed = hasFlag(qx::flags::PathObject) == 0;
+    QxGraph* graph = pOwnerGraph();
+    QxEdgeDList* oldList = listed ? &graph->listOfState(this) : nullptr;
+    setFlag(setBits, 1);
+    setFlag(clearBits | BeingInserted, 0);
+    enterEndLists();
+    if (listed) {
+        graph->listOfState(this).transferCell(pOwnerCell(), oldList);
+    }
+}
+
+void QxEdge::settleAsDisconnected() {
+    if (deactivated() != 0) {
+        changeState(0, qx::flags::EdgeConnected | qx::flags::EdgeDeactivated);
+        updateGraphCells();
+    } else {
+        disconnect();
+    }
+}
+
+void QxEdge::settleBetweenManagers() {
+    const auto isElsewhere = [this](const QxNode* node) {
+        const QxGraph* graph = node != nullptr ? node->pOwnerGraph() : nullptr;
+        return graph != nullptr &&
+               graph->pOwnerGraphManager() != pOwnerGraph()->pOwnerGraphManager();
+    };
+    const bool attached = connected() != 0 || deactivated() != 0;
+    if (attached && (isElsewhere(m_source) || isElsewhere(m_target))) {
+        settleAsDisconnected();
+    }
+}
+
+void QxEdge::loseEnds() {
+    const bool active = connected() != 0 && deactivated() == 0;
+    leaveEndLists();
+    setFlag(qx::flags::EdgeConnected | qx::flags::EdgeDeactivated, 0);
+    if (active) {
+        tellEnds(&QxGraph::actOnDisconnectEdge, &QxGraph::actOnDisconnectIntergraphEdge,
+                 &QxNode::actOnDisconnectEdge);
+    }
+    nullEndNodes();
+}
+
+void QxEdge::tellEnds(GraphHook ownGraphHook, GraphHook endGraphHook, NodeHook nodeHook) {
+    QxGraph* graph = pOwnerGraph();
+    if (graph->isIntergraph() != 0 && hasFlag(qx::flags::PathObject) == 0) {
+        QxGraph* sourceGraph = m_source->pOwnerGraph();
+        QxGraph* targetGraph = m_target->pOwnerGraph();
+        if (sourceGraph != nullptr) {
+            (sourceGraph->*endGraphHook)(this);
+        }
+        if (targetGraph != nullptr && targetGraph != sourceGraph) {
+            (targetGraph->*endGraphHook)(this);
+        }
+    } else {
+        (graph->*ownGraphHook)(this);
+    }
+    (m_source->*nodeHook)(this);
+    (m_target->*nodeHook)(this);
+}
+
+void QxEdge::updateGraphCells() {
+    if (intergraphEdge() == 0 || ownerValid() == 0 || hasFlag(qx::flags::PathObject) != 0) {
+        return;
+    }
+    if (!m_graphCells) {
+        m_graphCells = std::make_unique<GraphCells>(this);
+    }
+    const bool active = connected() != 0 && deactivated() == 0;
+    const auto place = [&](const QxNode* node, QxDListCell& cell, QxDList*& list,
+                           QxEdgeDList QxGraph::*activeList) {
+        QxGraph* graph = node != nullptr ? node->pOwnerGraph() : nullptr;
+        QxDList* wanted =
+            graph == nullptr
+                ? nullptr
+                : &(graph->*(active ? activeList : &QxGraph::m_unconnectedIntergraphEdges));
+        if (wanted != list) {
+            if (list != nullptr) {
+                list->removeCell(&cell);
+            }
+            if (wanted != nullptr) {
+                wanted->appendCell(&cell);
+            }
+            list = wanted;
+        }
+    };
+    place(m_source, m_graphCells->sourceCell, m_graphCells->sourceList,
+          &QxGraph::m_leavingIntergraphEdges);
+    place(m_target, m_graphCells->targetCell, m_graphCells->targetList,
+          &QxGraph::m_enteringIntergraphEdges);
+}
+
+void QxEdge::leaveGraphLists() {
+    if (!m_graphCells) {
+        return;
+    }
+    const auto leave = [](QxDListCell& cell, QxDList*& list) {
+        if (list != nullptr) {
+            list->removeCell(&cell);
+            list = nullptr;
+        }
+    };
+    leave(m_graphCells->sourceCell, m_graphCells->sourceList);
+    leave(m_graphCells->targetCell, m_graphCells->targetList);
+}

@@ -1,0 +1,131 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <memory>
+
+#include "qx/foundation/graph/QxGraphDLists.h"
+#include "qx/foundation/graph/QxGraphMember.h"
+
+class QxNode;
+
+/// An abstract edge from a source to a target node.
+///
+/// An edge is in one of three states. Connected: in the graph's edge list, the out-edge list of its
+/// source and the in-edge list of its target. Disconnected: in the disconnected lists of the graph
+/// and of its ends. Deactivated: in the deactivated lists; activation brings it back to what it
+/// was. Leaving any of these lists costs constant time, since the edge holds its cells.
+class QX_API QxEdge : public QxGraphMember {
+public:
+    explicit QxEdge(QxOwnedObject* owner);
+    ~QxEdge() override;
+
+    int isEdge() const override;
+    std::size_t sizeOf() const override;
+    int checkInvariants() const override;
+    void copyObject(const QxObject* source) override;
+    void copyAttributes(const QxObject* source) override;
+    void debugOutput(int depth) const override;
+
+    /// Takes a connected edge into the disconnected state. 0 when it is not connected.
+    virtual int disconnect();
+    /// Brings a deactivated edge back. Nonzero when the edge is active afterwards.
+    virtual int activate();
+    /// Takes a connected edge into the deactivated state. Nonzero when it is deactivated
+    /// afterwards.
+    virtual int deactivate();
+    /// Lets the edge start (end) at another node without a change of its state. 0, and no change,
+    /// when the edge cannot end there; an edge that no graph lists gets its ends on insertion.
+    virtual int changeSourceNodeWithoutConnect(QxNode* node);
+    virtual int changeTargetNodeWithoutConnect(QxNode* node);
+    /// Exchanges source and target; 0 when an end is missing.
+    virtual int reverse();
+    /// The edge that a client drew: for a segment of a path the edge it belongs to, else itself.
+    virtual QxEdge* pOriginalEdge();
+    virtual const QxEdge* pOriginalEdge() const;
+    virtual void emptyTopology();
+    virtual void duplicateTopology(QxEdge* source);
+    virtual void innerDebugOutput(int depth) const;
+
+protected:
+    /// The step behind connect.
+    virtual int vConnect();
+
+public:
+    /// Detaches the edge from both ends without a word to anybody; it is disconnected then.
+    virtual void nullEndNodes();
+    /// Whether the edge may have `node` as an end at all.
+    virtual int canEnd(const QxNode* node) const;
+    /// Whether the edge may be connected to `node` as both stand now.
+    virtual int canConnect(const QxNode* node) const;
+    virtual void copyEdge(const QxEdge* source, int deep);
+
+    /// Connects a disconnected edge to its ends. 0, and no change, when it is connected or
+    /// deactivated already or an end does not allow it.
+    int connect() { return vConnect(); }
+    /// Sets both ends of an edge that is not connected, then connects it.
+    int connect(QxNode* source, QxNode* target);
+    /// Disconnects, changes the source (target), connects again. 0, and no change, when the edge
+    /// cannot end or cannot be connected there.
+    int changeSourceNode(QxNode* node) { return changeEndNodes(node, m_target); }
+    int changeTargetNode(QxNode* node) { return changeEndNodes(m_source, node); }
+    int changeEndNodes(QxNode* source, QxNode* target);
+
+    QxNode* pSourceNode() const { return m_source; }
+    QxNode* pTargetNode() const { return m_target; }
+    /// The end that is not `node`; `node` itself for a self-loop; null when it is no end.
+    QxNode* pOtherNode(const QxNode* node) const;
+    int connected() const;
+    int disconnected() const;
+    int deactivated() const;
+    int reflexive() const { return m_source != nullptr && m_source == m_target ? 1 : 0; }
+    /// Whether the edge runs between graphs: the intergraph lists it, or, while it is detached, its
+    /// ends lie in different graphs.
+    int intergraphEdge() const;
+    /// The graph that holds both ends; for ends in different graphs the innermost graph in whose
+    /// nesting both lie, null when there is none.
+    QxGraph* pNearestCommonGraph() const;
+
+protected:
+    /// Sets both ends of an edge that is in no list of its ends, and tells the nodes.
+    void initEndNodes(QxNode* source, QxNode* target);
+
+private:
+    friend class QxNode;
+    friend class QxGraph;
+    friend class QxGraphManager;
+
+    /// Where an edge between graphs is listed by the graphs of its ends.
+    struct GraphCells {
+        explicit GraphCells(QxEdge* edge);
+        QxDListCell sourceCell;
+        QxDListCell targetCell;
+        QxDList* sourceList = nullptr;
+        QxDList* targetList = nullptr;
+    };
+    /// Listed in the edge list already but not connected yet.
+    static constexpr std::uint32_t BeingInserted = 0x04000000;
+
+    using NodeHook = void (QxNode::*)(QxEdge*);
+    using GraphHook = void (QxGraph::*)(QxEdge*);
+
+    bool listsAt(const QxNode* node) const;
+    QxEdgeDList& endList(QxNode* node, QxEdgeDList QxNode::*active) const;
+    void enterEndLists();
+    void leaveEndLists();
+    void changeState(std::uint32_t setBits, std::uint32_t clearBits);
+    void settleAsDisconnected();
+    void settleBetweenManagers();
+    void loseEnds();
+    void tellEnds(GraphHook ownGraphHook, GraphHook endGraphHook, NodeHook nodeHook);
+    int changeEnd(QxNode*& end, QxNode* node, bool source);
+    void updateGraphCells();
+    void leaveGraphLists();
+
+    QxNode* m_source = nullptr;
+    QxNode* m_target = nullptr;
+    QxDListCell m_sourceCell;
+    QxDListCell m_targetCell;
+    std::unique_ptr<GraphCells> m_graphCells;
+};

@@ -1,0 +1,121 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+// Copying and duplicating the contents of graphs. The scratch field of every source object links
+// it to its duplicate while the work runs.
+
+#include "qx/foundation/graph/QxEdge.h"
+#include "qx/foundation/graph/QxGraph.h"
+#include "qx/foundation/graph/QxNode.h"
+#include "qx/foundation/graph/internal/EachObject.h"
+
+using qx::internal::each;
+
+void QxGraph::copyGraph(const QxGraph* source, int deep) {
+    copyName(*source);
+    if (deep != 0) {
+        emptyTopology();
+        // Only the scratch fields of the source are written, and cleared again.
+        auto* scratched = const_cast<QxGraph*>(source);
+        internalDuplicateTopology(scratched, 1, 1);
+        scratched->nullInternalUserFields();
+    }
+}
+
+void QxGraph::duplicateTopology(QxGraph* source, int disconnected, int deactivated) {
+    if (source != nullptr && source != this) {
+        internalDuplicateTopology(source, disconnected, deactivated);
+        source->nullInternalUserFields();
+    }
+}
+
+void QxGraph::internalDuplicateTopology(QxGraph* source, int disconnected, int deactivated) {
+    if (source != nullptr && source != this) {
+        duplicateNodesOf(source);
+        duplicateEdgesOf(source, disconnected, deactivated);
+        restoreIncidenceOrderOf(source);
+    }
+}
+
+void QxGraph::duplicateNodesOf(const QxGraph* source) {
+    for (QxNode* node : each<QxNode>(source->m_nodes)) {
+        if (QxNode* twin = vNewNode(0)) {
+            twin->copyNode(node, 0);
+            if (vInsertNode(twin) == nullptr) {
+                twin->vRelease();
+                continue;
+            }
+            twin->internalDuplicateTopology(node);
+            node->pIUserField(twin);
+        }
+    }
+}
+
+void QxGraph::duplicateEdgesOf(const QxGraph* source, int disconnected, int deactivated) {
+    for (QxEdge* edge : each<QxEdge>(source->m_edges)) {
+        duplicateEdge(edge);
+    }
+    if (disconnected != 0) {
+        for (QxEdge* edge : each<QxEdge>(source->m_disconnectedEdges)) {
+            if (QxEdge* twin = duplicateEdge(edge)) {
+                twin->disconnect();
+            }
+        }
+    }
+    if (deactivated != 0) {
+        for (QxEdge* edge : each<QxEdge>(source->m_deactivatedEdges)) {
+            if (QxEdge* twin = duplicateEdge(edge)) {
+                twin->deactivate();
+            }
+        }
+    }
+}
+
+QxEdge* QxGraph::duplicateEdge(QxEdge* source) {
+    const auto twinOf = [](QxNode* node) {
+        return node != nullptr ? static_cast<QxNode*>(node->pIUserField()) : nullptr;
+    };
+    QxNode* from = twinOf(source->pSourceNode());
+    QxNode* to = twinOf(source->pTargetNode());
+    QxEdge* twin = from != nullptr && to != nullptr ? vNewEdge(0) : nullptr;
+    if (twin == nullptr) {
+        return nullptr;  // an end lies outside what is being duplicated
+    }
+    twin->copyEdge(source, 0);
+    if (vInsertEdge(twin, from, to) == nullptr) {
+        twin->vRelease();
+        return nullptr;
+    }
+    twin->duplicateTopology(source);
+    source->pIUserField(twin);
+    return twin;
+}
+
+void QxGraph::restoreIncidenceOrderOf(const QxGraph* source) {
+    for (const QxNode* node : each<QxNode>(source->m_nodes)) {
+        if (auto* twin = static_cast<QxNode*>(node->pIUserField())) {
+            twin->orderEdgesLike(node);
+        }
+    }
+}
+
+void QxGraph::orderIntergraphEdgesLike(const QxGraph* source) {
+    for (QxEdgeDList QxGraph::*list :
+         {&QxGraph::m_enteringIntergraphEdges, &QxGraph::m_leavingIntergraphEdges,
+          &QxGraph::m_unconnectedIntergraphEdges}) {
+        QxEdgeDList& own = this->*list;
+        const QxDListCell* cell = (source->*list).pFirstCell();
+        for (; cell != nullptr; cell = cell->pNextCell()) {
+            const auto* edge = static_cast<const QxEdge*>(cell->pObject());
+            const auto* twin = static_cast<const QxEdge*>(edge->pIUserField());
+            if (twin == nullptr || !twin->m_graphCells) {
+                continue;
+            }
+            QxEdge::GraphCells& cells = *twin->m_graphCells;
+            const bool atTarget = cell == &edge->m_graphCells->targetCell;
+            if ((atTarget ? cells.targetList : cells.sourceList) == &own) {
+                own.transferCell(atTarget ? &cells.targetCell : &cells.sourceCell, &own);
+            }
+        }
+    }
+}

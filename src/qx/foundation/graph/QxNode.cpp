@@ -1,0 +1,285 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+#include "qx/foundation/graph/QxNode.h"
+
+#include <ostream>
+
+#include "qx/foundation/graph/QxEdge.h"
+#include "qx/foundation/graph/QxGraph.h"
+#include "qx/foundation/graph/internal/EachObject.h"
+#include "qx/foundation/util/QxDebugStream.h"
+
+using qx::internal::each;
+
+namespace {
+
+const QxEdgeDList& emptyList() {
+    static const QxEdgeDList none;
+    return none;
+}
+
+}  // namespace
+
+QxNode::QxNode(QxOwnedObject* owner) : QxGraphMember(owner) {}
+
+QxNode::~QxNode() {
+    if (QxGraph* graph = pOwnerGraph()) {
+        graph->removeNode(this);
+    }
+    detachEdges();
+}
+
+void QxNode::detachEdges() {
+    for (const QxEdgeDList* list :
+         {pInEdgeList(), pOutEdgeList(), pDisconnectedEdgeList(), pDeactivatedEdgeList()}) {
+        while (const QxDListCell* cell = list->pFirstCell()) {
+            QxEdge* edge = static_cast<QxEdge*>(cell->pObject());
+            if (edge->connected() != 0 || edge->deactivated() != 0) {
+                edge->settleAsDisconnected();
+            }
+            edge->nullEndNodes();
+        }
+    }
+}
+
+int QxNode::isNode() const {
+    return 1;
+}
+
+std::size_t QxNode::sizeOf() const {
+    return QxGraphMember::sizeOf() + sizeof(QxNode) - sizeof(QxGraphMember) +
+           (m_idleEdges ? sizeof(IdleEdges) : 0);
+}
+
+int QxNode::checkInvariants() const {
+    for (const QxEdge* edge : each<QxEdge>(m_inEdges)) {
+        if (edge->pTargetNode() != this || edge->connected() == 0) {
+            qxDebugStream() << "node: an in-edge does not end here or is not connected\n";
+            return 0;
+        }
+    }
+    for (const QxEdge* edge : each<QxEdge>(m_outEdges)) {
+        if (edge->pSourceNode() != this || edge->connected() == 0) {
+            qxDebugStream() << "node: an out-edge does not start here or is not connected\n";
+            return 0;
+        }
+    }
+    const auto endsHere = [this](const QxEdge* edge) {
+        return edge->pSourceNode() == this || edge->pTargetNode() == this;
+    };
+    for (const QxEdge* edge : each<QxEdge>(*pDisconnectedEdgeList())) {
+        if (!endsHere(edge) || edge->disconnected() == 0) {
+            qxDebugStream() << "node: a disconnected edge has no end here or is in another state\n";
+            return 0;
+        }
+    }
+    for (const QxEdge* edge : each<QxEdge>(*pDeactivatedEdgeList())) {
+        if (!endsHere(edge) || edge->deactivated() == 0) {
+            qxDebugStream() << "node: a deactivated edge has no end here or is in another state\n";
+            return 0;
+        }
+    }
+    for (const QxEdgeDList* list :
+         {pInEdgeList(), pOutEdgeList(), pDisconnectedEdgeList(), pDeactivatedEdgeList()}) {
+        if (list->checkInvariants() == 0) {
+            return 0;
+        }
+    }
+    return 1;
+}
+
+void QxNode::copyObject(const QxObject* source) {
+    if (source != nullptr && source != this) {
+        copyNode(static_cast<const QxNode*>(source), 1);
+    }
+}
+
+void QxNode::copyAttributes(const QxObject* source) {
+    if (source != nullptr && source != this) {
+        copyNode(static_cast<const QxNode*>(source), 0);
+    }
+}
+
+void QxNode::debugOutput(int depth) const {
+    innerDebugOutput(depth);
+    debugOutputEdges(depth + 1);
+}
+
+void QxNode::innerDebugOutput(int depth) const {
+    qxDebugIndent(depth) << "node: in " << inDegree() << ", out " << outDegree()
+                         << ", disconnected " << pDisconnectedEdgeList()->count() << '\n';
+}
+
+void QxNode::debugOutputEdges(int depth) const {
+    for (const QxEdge* edge : each<QxEdge>(m_inEdges)) {
+        edge->debugOutput(depth);
+    }
+    for (const QxEdge* edge : each<QxEdge>(m_outEdges)) {
+        edge->debugOutput(depth);
+    }
+}
+
+void QxNode::emptyTopology() {}
+
+void QxNode::duplicateTopology(QxNode* source) {
+    if (source != nullptr && source != this) {
+        internalDuplicateTopology(source);
+        source->nullInternalUserFields();
+    }
+}
+
+void QxNode::internalDuplicateTopology(QxNode*) {}
+
+void QxNode::actOnInitEndNode(QxEdge*) {}
+
+void QxNode::actOnChangeSourceNode(QxEdge*, QxNode*, QxNode*) {}
+
+void QxNode::actOnChangeTargetNode(QxEdge*, QxNode*, QxNode*) {}
+
+void QxNode::actOnConnectEdge(QxEdge*) {}
+
+void QxNode::actOnDisconnectEdge(QxEdge*) {}
+
+void QxNode::actOnActivateEdge(QxEdge*) {}
+
+void QxNode::actOnDeactivateEdge(QxEdge*) {}
+
+void QxNode::copyNode(const QxNode* source, int) {
+    copyName(*source);
+}
+
+int QxNode::intergraphNode() const {
+    const QxGraph* graph = pUnverifiedOwnerGraph();
+    return graph != nullptr ? graph->isIntergraph() : 0;
+}
+
+const QxEdgeDList* QxNode::pDisconnectedEdgeList() const {
+    return m_idleEdges ? &m_idleEdges->disconnected : &emptyList();
+}
+
+const QxEdgeDList* QxNode::pDeactivatedEdgeList() const {
+    return m_idleEdges ? &m_idleEdges->deactivated : &emptyList();
+}
+
+QxNode::IdleEdges& QxNode::idleEdges() {
+    if (!m_idleEdges) {
+        m_idleEdges = std::make_unique<IdleEdges>();
+    }
+    return *m_idleEdges;
+}
+
+QxEdge* QxNode::pFirstInEdge() const {
+    return static_cast<QxEdge*>(m_inEdges.pFirstObject());
+}
+
+QxEdge* QxNode::pFirstOutEdge() const {
+    return static_cast<QxEdge*>(m_outEdges.pFirstObject());
+}
+
+QxEdge* QxNode::pDisconnectedInEdge() const {
+    for (QxEdge* edge : each<QxEdge>(*pDisconnectedEdgeList())) {
+        if (edge->pTargetNode() == this) {
+            return edge;
+        }
+    }
+    return nullptr;
+}
+
+std::int32_t QxNode::countDisconnected(bool incoming) const {
+    // A self-loop has a cell for each of its ends here; only the one asked for counts.
+    std::int32_t count = 0;
+    const QxDListCell* cell = pDisconnectedEdgeList()->pFirstCell();
+    for (; cell != nullptr; cell = cell->pNextCell()) {
+        const QxEdge* edge = static_cast<QxEdge*>(cell->pObject());
+        count += cell == (incoming ? &edge->m_targetCell : &edge->m_sourceCell) ? 1 : 0;
+    }
+    return count;
+}
+
+std::int32_t QxNode::disconnectedInDegree() const {
+    return countDisconnected(true);
+}
+
+std::int32_t QxNode::disconnectedOutDegree() const {
+    return countDisconnected(false);
+}
+
+QxEdge* QxNode::pDegreeTwoOrLessNodeOtherEdge(const QxEdge* edge) const {
+    QxEdge* other = nullptr;
+    std::int32_t ends = 0;
+    for (const QxEdgeDList* list :
+         {pInEdgeList(), pOutEdgeList(), pDisconnectedEdgeList(), pDeactivatedEdgeList()}) {
+        ends += list->count();
+        if (ends > 2) {
+            return nullptr;
+        }
+        for (QxEdge* incident : each<QxEdge>(*list)) {
+            if (incident != edge) {
+                other = incident;
+            }
+        }
+    }
+    return other;
+}
+
+std::int32_t QxNode::connectDisconnectedEdges() {
+    std::int32_t connected = 0;
+    QxEdgeDList edges;
+    edges.copyAppendList(pDisconnectedEdgeList());
+    for (QxEdge* edge : each<QxEdge>(edges)) {
+        connected += edge->connect();
+    }
+    return connected;
+}
+
+void QxNode::disconnectEdges() {
+    while (QxEdge* edge = pFirstInEdge()) {
+        edge->disconnect();
+    }
+    while (QxEdge* edge = pFirstOutEdge()) {
+        edge->disconnect();
+    }
+}
+
+std::int32_t QxNode::transferInEdges(QxNode* node) {
+    std::int32_t moved = 0;
+    if (node != nullptr && node != this) {
+        for (QxEdge* edge : each<QxEdge>(m_inEdges)) {
+            moved += edge->changeTargetNode(node);
+        }
+    }
+    return moved;
+}
+
+std::int32_t QxNode::transferOutEdges(QxNode* node) {
+    std::int32_t moved = 0;
+    if (node != nullptr && node != this) {
+        for (QxEdge* edge : each<QxEdge>(m_outEdges)) {
+            moved += edge->changeSourceNode(node);
+        }
+    }
+    return moved;
+}
+
+void QxNode::orderEdgesLike(const QxNode* source) {
+    const auto reorder = [this](const QxEdgeDList& from, QxEdgeDList& to) {
+        const QxDListCell* cell = from.pFirstCell();
+        for (; cell != nullptr; cell = cell->pNextCell()) {
+            const QxEdge* edge = static_cast<QxEdge*>(cell->pObject());
+            const bool atTarget = cell == &edge->m_targetCell;
+            QxEdge* twin = static_cast<QxEdge*>(edge->pIUserField());
+            const bool sameState = twin != nullptr && twin->connected() == edge->connected() &&
+                                   twin->deactivated() == edge->deactivated();
+            if (sameState && (atTarget ? twin->m_target : twin->m_source) == this) {
+                to.transferCell(atTarget ? &twin->m_targetCell : &twin->m_sourceCell, &to);
+            }
+        }
+    };
+    reorder(source->m_inEdges, m_inEdges);
+    reorder(source->m_outEdges, m_outEdges);
+    if (source->m_idleEdges && m_idleEdges) {
+        reorder(source->m_idleEdges->disconnected, m_idleEdges->disconnected);
+        reorder(source->m_idleEdges->deactivated, m_idleEdges->deactivated);
+    }
+}
