@@ -339,7 +339,7 @@ void QxGraphManager::copyGraphManager(const QxGraphManager* source, int deep) {
         emptyTopology();
         // Only the scratch fields of the source are written, and cleared again.
         auto* scratched = const_cast<QxGraphManager*>(source);
-        QxGraphManager::internalDuplicateTopology(scratched);
+        internalDuplicateTopology(scratched);
         scratched->nullInternalUserFields();
     }
 }

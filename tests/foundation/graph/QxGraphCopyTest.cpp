@@ -1,0 +1,229 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+// Copies and duplicates: same order everywhere, nothing shared with the source.
+
+#include <gtest/gtest.h>
+
+#include <map>
+#include <sstream>
+
+#include "qx/foundation/graph/QxChildGraphForest.h"
+#include "support/GraphTesting.h"
+#include "support/TestRandom.h"
+
+namespace {
+
+using namespace qxtest;
+
+/// Writes down lists with the objects numbered by their place in the graphs' node lists and by
+/// their names, so that two managers of the same shape give the same text.
+class Description {
+public:
+    explicit Description(QxGraphManager& manager) {
+        std::vector<QxGraph*> graphs = objectsOf<QxGraph>(*manager.pGraphList());
+        graphs.push_back(manager.pIntergraph());
+        for (QxGraph* graph : graphs) {
+            number(graph);
+            for (QxNode* node : objectsOf<QxNode>(*graph->pNodeList())) {
+                number(node);
+            }
+            QxEdgeDList edges;
+            graph->buildAllEdgeList(&edges);
+            for (QxEdge* edge : edgesOf(&edges)) {
+                number(edge);
+            }
+        }
+        for (const QxGraph* graph : graphs) {
+            describe(*graph);
+        }
+    }
+
+    std::string text() const { return m_text.str(); }
+
+private:
+    void number(const QxGraphObject* object) {
+        const int next = static_cast<int>(m_numbers.size());
+        m_numbers[object] = next;
+    }
+    void write(const char* what, const QxDList* list) {
+        m_text << what;
+        for (const QxObject* object : objectsOf<QxObject>(*list)) {
+            m_text << ' ' << m_numbers.at(object);
+        }
+    }
+    void writeChild(const QxGraphMember& member) {
+        if (const QxGraph* child = member.pChildGraph()) {
+            m_text << " holds " << m_numbers.at(child);
+        }
+    }
+    void describe(const QxGraph& graph) {
+        const wchar_t* name = graph.pNameString();
+        m_text << "\ngraph " << (name != nullptr ? static_cast<char>(*name) : '-');
+        write(" nodes", graph.pNodeList());
+        write(" edges", graph.pEdgeList());
+        write(" disconnected", graph.pDisconnectedEdgeList());
+        write(" deactivated", graph.pDeactivatedEdgeList());
+        write(" entering", graph.pEnteringIntergraphEdgeList());
+        write(" leaving", graph.pLeavingIntergraphEdgeList());
+        write(" unconnected", graph.pUnconnectedIntergraphEdgeList());
+        QxGraphDList children;
+        graph.buildAllChildGraphList(&children);
+        write(" children", &children);
+        for (const QxNode* node : objectsOf<QxNode>(*graph.pNodeList())) {
+            m_text << "\n  node";
+            write(" in", node->pInEdgeList());
+            write(" out", node->pOutEdgeList());
+            write(" disconnected", node->pDisconnectedEdgeList());
+            write(" deactivated", node->pDeactivatedEdgeList());
+            writeChild(*node);
+        }
+        QxEdgeDList edges;
+        graph.buildAllEdgeList(&edges);
+        for (const QxEdge* edge : edgesOf(&edges)) {
+            m_text << "\n  edge " << m_numbers.at(edge->pSourceNode()) << " to "
+                   << m_numbers.at(edge->pTargetNode());
+            writeChild(*edge);
+        }
+    }
+
+    std::map<const QxObject*, int> m_numbers;
+    std::ostringstream m_text;
+};
+
+std::string describe(QxGraphManager& manager) {
+    return Description(manager).text();
+}
+
+/// Four graphs with edges in every state, self-loops, edges between graphs and nesting; its lists
+/// have been stirred, so that no order follows from another one.
+class QxGraphCopy : public testing::Test {
+protected:
+    QxGraphCopy() {
+        TestRandom random(testSeed(11));
+        Nodes nodes;
+        Edges edges;
+        for (int i = 0; i < 4; ++i) {
+            QxGraph* graph = source->addGraph(0);
+            for (int j = 0; j < 6; ++j) {
+                nodes.push_back(graph->addNode(0));
+            }
+        }
+        for (int i = 0; i < 80; ++i) {
+            QxNode* start = random.pick(nodes);
+            QxNode* end = random.chance(20) ? start : random.pick(nodes);
+            edges.push_back(source->addEdge(start, end, 0));
+        }
+        for (int i = 0; i < 600; ++i) {
+            QxEdge* edge = random.pick(edges);
+            switch (random.below(5)) {
+                case 0:
+                    edge->disconnect();
+                    break;
+                case 1:
+                    edge->deactivate();
+                    break;
+                case 2:
+                    edge->reverse();
+                    break;
+                default:
+                    edge->activate();
+                    edge->connect();
+            }
+        }
+        nodes[1]->pChildGraph(nodes[12]->pOwnerGraph());
+        nodes[0]->pChildGraph(nodes[6]->pOwnerGraph());
+        edges[0]->pChildGraph(nodes[18]->pOwnerGraph());
+        source->pFirstGraph()->nameString(L"first");
+    }
+
+    GraphFactory factory;
+    Ref<QxGraphManager> source{factory.newManager()};
+};
+
+TEST_F(QxGraphCopy, AManagerIsCopiedWithTheOrderOfEveryList) {
+    const std::string before = describe(*source);
+    const Ref<QxGraphManager> copy(factory.newManager());
+    copy->addGraph(0)->addNode(0);
+    copy->copyObject(source.get());
+    EXPECT_EQ(describe(*copy), before);
+    EXPECT_EQ(describe(*source), before);
+    EXPECT_NE(copy->checkInvariants(), 0);
+    EXPECT_EQ(source->internalUserFieldsInUse(), 0);
+    EXPECT_EQ(copy->internalUserFieldsInUse(), 0);
+}
+
+TEST_F(QxGraphCopy, ACopyOutlivesChangesAndTheEndOfItsSource) {
+    const std::string before = describe(*source);
+    const Ref<QxGraphManager> copy(factory.newManager());
+    copy->duplicateTopology(source.get());
+    EXPECT_EQ(describe(*copy), before);
+    source->pFirstGraph()->emptyTopology();
+    source->pLastGraph()->nameString(L"other");
+    source.reset();
+    EXPECT_EQ(describe(*copy), before);
+    copy->copyObject(copy.get());
+    copy->copyObject(nullptr);
+    EXPECT_EQ(describe(*copy), before);
+}
+
+TEST_F(QxGraphCopy, DuplicatesAreAppendedToWhatAManagerHolds) {
+    const Ref<QxGraphManager> twice(factory.newManager());
+    twice->duplicateTopology(source.get());
+    const Ref<QxGraphManager> again(factory.newManager());
+    again->copyObject(twice.get());
+    twice->duplicateTopology(source.get());
+    EXPECT_EQ(twice->numberOfGraphs(), 2 * source->numberOfGraphs());
+    EXPECT_EQ(twice->pIntergraph()->numberOfAllEdges(),
+              2 * source->pIntergraph()->numberOfAllEdges());
+    EXPECT_NE(twice->checkInvariants(), 0);
+    for (int i = 0; i < 4; ++i) {
+        twice->discardGraph(twice->pLastGraph());
+    }
+    EXPECT_EQ(describe(*twice), describe(*again));
+}
+
+TEST_F(QxGraphCopy, OfOneGraphTheEdgesToOthersStayBehindAndTheStatesCanBeChosen) {
+    QxGraph* first = source->pFirstGraph();
+    const Ref<QxGraphManager> other(factory.newManager());
+    QxGraph* copy = other->addGraph(0);
+    copy->copyObject(first);
+    EXPECT_EQ(copy->numberOfNodes(), first->numberOfNodes());
+    EXPECT_EQ(copy->numberOfEdges(), first->numberOfEdges());
+    EXPECT_EQ(copy->pDisconnectedEdgeList()->count(), first->pDisconnectedEdgeList()->count());
+    EXPECT_EQ(copy->pDeactivatedEdgeList()->count(), first->pDeactivatedEdgeList()->count());
+    EXPECT_STREQ(copy->pNameString(), L"first");
+
+    QxGraph* connectedOnly = other->addGraph(0);
+    connectedOnly->duplicateTopology(first, 0, 0);
+    EXPECT_EQ(connectedOnly->numberOfAllEdges(), first->numberOfEdges());
+    connectedOnly->copyAttributes(first);
+    EXPECT_EQ(connectedOnly->numberOfNodes(), first->numberOfNodes());
+    EXPECT_STREQ(connectedOnly->pNameString(), L"first");
+    EXPECT_NE(other->checkInvariants(), 0);
+}
+
+TEST_F(QxGraphCopy, UserFieldsCountForWhatContainsTheObjectAndAreNotCopied) {
+    QxGraph* graph = source->pFirstGraph();
+    auto* edge = static_cast<QxEdge*>(graph->pDeactivatedEdgeList()->pFirstObject());
+    ASSERT_NE(edge, nullptr);
+    edge->userField(std::int64_t{1} << 40);
+    edge->pIUserField(graph);
+    for (const QxGraphObject* object :
+         {static_cast<const QxGraphObject*>(edge), static_cast<const QxGraphObject*>(graph),
+          static_cast<const QxGraphObject*>(source.get())}) {
+        EXPECT_NE(object->userFieldsInUse(), 0);
+        EXPECT_NE(object->internalUserFieldsInUse(), 0);
+    }
+    EXPECT_EQ(source->pLastGraph()->userFieldsInUse(), 0);
+
+    const Ref<QxGraphManager> copy(factory.newManager());
+    copy->copyObject(source.get());
+    EXPECT_EQ(copy->userFieldsInUse(), 0);
+    EXPECT_EQ(source->internalUserFieldsInUse(), 0);
+    EXPECT_EQ(edge->userField(), std::int64_t{1} << 40);
+    source->nullUserFields();
+    EXPECT_EQ(edge->userField(), 0);
+}
+
+}  // namespace

@@ -1,0 +1,189 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+// Who may outlive whom. These tests earn their keep under the address sanitizer.
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "qx/foundation/graph/QxChildGraphForest.h"
+#include "support/GraphTesting.h"
+
+namespace {
+
+using namespace qxtest;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::UnorderedElementsAre;
+
+class QxGraphOwnership : public testing::Test {
+protected:
+    GraphFactory factory;
+    Ref<QxGraphManager> manager{factory.newManager()};
+    QxGraph* g = manager->addGraph(0);
+    QxGraph* h = manager->addGraph(0);
+    QxNode* a = g->addNode(0);
+    QxNode* b = g->addNode(0);
+    QxNode* c = h->addNode(0);
+};
+
+TEST_F(QxGraphOwnership, RemovedMembersOutliveTheirGraphAndComeBackElsewhere) {
+    const Ref<QxEdge> edge(g->removeEdge(g->addEdge(a, b, 0)));
+    g->removeNode(a);
+    EXPECT_EQ(a->pUnverifiedOwnerGraph(), g);
+    manager->discardGraph(g);
+    EXPECT_EQ(a->pUnverifiedOwnerGraph(), nullptr);
+    EXPECT_EQ(a->pFactory(), nullptr);
+    EXPECT_EQ(a->pUnverifiedFactory(), &factory);
+    EXPECT_EQ(h->insertNode(a), a);
+    EXPECT_EQ(h->insertEdge(hold(edge.get()).release(), a, c), edge.get());
+    EXPECT_NE(edge->connected(), 0);
+    manager.reset();
+    EXPECT_EQ(edge->pSourceNode(), nullptr);
+    EXPECT_EQ(edge->disconnected(), 1);
+}
+
+TEST_F(QxGraphOwnership, ARemovedGraphAndOneThatWasNeverInsertedOutliveTheManager) {
+    manager->addEdge(a, c, 0);
+    const Ref<QxGraph> removed(manager->removeGraph(g));
+    const Ref<QxGraph> neverInserted(factory.newGraph(manager.get(), 0));
+    const Ref<QxNode> node(factory.newNode(neverInserted.get(), 0));
+    EXPECT_THAT(edgesOf(a->pDisconnectedEdgeList()), testing::SizeIs(1));
+    manager.reset();
+    EXPECT_THAT(edgesOf(a->pDisconnectedEdgeList()), IsEmpty());
+    EXPECT_EQ(removed->pUnverifiedFactory(), &factory);
+    EXPECT_EQ(removed->numberOfNodes(), 2);
+    manager.reset(factory.newManager());
+    EXPECT_NE(manager->insertGraph(hold(neverInserted.get()).release()), nullptr);
+    EXPECT_EQ(neverInserted->insertNode(hold(node.get()).release()), node.get());
+}
+
+TEST_F(QxGraphOwnership, ReferencesHeldOutsideSurviveADiscardAsDetachedObjects) {
+    const Ref<QxGraph> graph = hold(g);
+    const Ref<QxNode> node = hold(a);
+    const Ref<QxEdge> inside = hold(manager->addEdge(a, b, 0));
+    const Ref<QxEdge> between = hold(manager->addEdge(a, c, 0));
+    const Ref<QxGraph> intergraph = hold(manager->pIntergraph());
+    const Ref<QxChildGraphForest> forest = hold(manager->pChildGraphForest());
+    manager.reset();
+    EXPECT_EQ(graph->numberOfNodes(), 0);
+    EXPECT_EQ(intergraph->numberOfAllEdges(), 0);
+    EXPECT_EQ(graph->pOwnerGraphManager(), nullptr);
+    for (const QxEdge* edge : {inside.get(), between.get()}) {
+        EXPECT_EQ(edge->pOwnerGraph(), nullptr);
+        EXPECT_EQ(edge->pSourceNode(), nullptr);
+    }
+    EXPECT_EQ(node->degree(), 0);
+    EXPECT_EQ(graph->insertNode(hold(node.get()).release()), node.get());
+}
+
+TEST_F(QxGraphOwnership, ADestroyedNodeLeavesNoEdgePointingAtIt) {
+    QxEdge* inside = g->addEdge(a, b, 0);
+    QxEdge* between = manager->addEdge(c, a, 0);
+    g->removeNode(a);
+    EXPECT_THAT(edgesOf(g->pDisconnectedEdgeList()), ElementsAre(inside));
+    EXPECT_NE(between->connected(), 0);
+    a->vRelease();
+    for (const QxEdge* edge : {inside, between}) {
+        EXPECT_EQ(edge->disconnected(), 1);
+        EXPECT_EQ(edge->pSourceNode(), nullptr);
+        EXPECT_EQ(edge->pTargetNode(), nullptr);
+    }
+    EXPECT_NE(manager->checkInvariants(), 0);
+}
+
+TEST_F(QxGraphOwnership, AnEdgeThatNoGraphListsTakesNoEnds) {
+    const Ref<QxEdge> edge(factory.newEdge(g, 0));
+    EXPECT_EQ(edge->changeSourceNode(a), 0);
+    EXPECT_EQ(edge->changeTargetNodeWithoutConnect(a), 0);
+    EXPECT_EQ(edge->connect(a, b), 0);
+    g->discardNode(a);
+    EXPECT_EQ(edge->pSourceNode(), nullptr);
+}
+
+TEST_F(QxGraphOwnership, ReleasingAnOwnedObjectTakesItOutOfItsLists) {
+    QxEdge* edge = g->addEdge(a, b, 0);
+    edge->vRelease();
+    EXPECT_EQ(a->degree(), 0);
+    b->vRelease();
+    EXPECT_THAT(objectsOf<QxNode>(*g->pNodeList()), ElementsAre(a));
+    h->vRelease();
+    EXPECT_THAT(objectsOf<QxGraph>(*manager->pGraphList()), ElementsAre(g));
+    EXPECT_NE(manager->checkInvariants(), 0);
+}
+
+// Two cells of one edge stand side by side in such lists, and both leave at once.
+TEST_F(QxGraphOwnership, DeactivatedSelfLoopsDoNotHideTheEdgesBehindThem) {
+    QxEdge* loop = g->addEdge(a, a, 0);
+    QxEdge* plain = g->addEdge(a, b, 0);
+    loop->deactivate();
+    plain->deactivate();
+    const Ref<QxNode> removed(g->removeNode(a));
+    EXPECT_THAT(edgesOf(g->pDisconnectedEdgeList()), UnorderedElementsAre(loop, plain));
+    EXPECT_THAT(edgesOf(g->pDeactivatedEdgeList()), IsEmpty());
+}
+
+TEST_F(QxGraphOwnership, UnconnectedIntergraphEdgesFollowATransferWithBothEnds) {
+    QxEdge* first = manager->addEdge(a, c, 0);
+    QxEdge* second = manager->addEdge(b, c, 0);
+    first->changeTargetNode(b);
+    first->disconnect();
+    second->disconnect();
+    EXPECT_THAT(edgesOf(g->pUnconnectedIntergraphEdgeList()), ElementsAre(first, first, second));
+    QxGraph* other = manager->addGraph(0);
+    other->transferTopology(g);
+    EXPECT_THAT(edgesOf(g->pUnconnectedIntergraphEdgeList()), IsEmpty());
+    EXPECT_THAT(edgesOf(other->pUnconnectedIntergraphEdgeList()),
+                UnorderedElementsAre(first, first, second));
+}
+
+TEST_F(QxGraphOwnership, SelectedPartsAreMovedAlsoWhenTheListsAreTheGraphsOwn) {
+    QxEdge* inside = g->addEdge(a, b, 0);
+    QxNode* stays = g->addNode(0);
+    QxEdge* cut = g->addEdge(b, stays, 0);
+    QxNodeDList nodes;
+    nodes.appendNode(a);
+    nodes.appendNode(b);
+    nodes.appendNode(c);
+    EXPECT_NE(h->transferSelectedPartOfGraph(g, &nodes, g->pEdgeList()), 0);
+    EXPECT_THAT(objectsOf<QxNode>(*h->pNodeList()), ElementsAre(c, a, b));
+    EXPECT_THAT(edgesOf(h->pEdgeList()), ElementsAre(inside));
+    EXPECT_THAT(edgesOf(h->pDisconnectedEdgeList()), ElementsAre(cut));
+    EXPECT_NE(g->transferSelectedPartOfGraph(h, h->pNodeList(), nullptr), 0);
+    EXPECT_THAT(objectsOf<QxNode>(*g->pNodeList()), ElementsAre(stays, c, a, b));
+    GraphFactory foreign;
+    const Ref<QxGraphManager> stranger(foreign.newManager());
+    EXPECT_EQ(stranger->addGraph(0)->transferSelectedPartOfGraph(g, g->pNodeList(), nullptr), 0);
+}
+
+TEST_F(QxGraphOwnership, MovingAllEdgesOfANodeSkipsThoseThatCannotFollow) {
+    QxEdge* inside = g->addEdge(b, a, 0);
+    QxEdge* loop = g->addEdge(a, a, 0);
+    QxEdge* between = manager->addEdge(c, a, 0);
+    EXPECT_EQ(a->transferInEdges(c), 1) << "only edges between graphs can end in the other graph";
+    EXPECT_EQ(between->pTargetNode(), c);
+    EXPECT_EQ(a->transferInEdges(b), 2);
+    EXPECT_EQ(a->transferOutEdges(b), 1);
+    EXPECT_THAT(edgesOf(b->pInEdgeList()), UnorderedElementsAre(inside, loop));
+    EXPECT_EQ(a->degree(), 0);
+    b->disconnectEdges();
+    EXPECT_EQ(b->disconnectedInDegree(), 2);
+    EXPECT_EQ(b->connectDisconnectedEdges(), 2);
+}
+
+TEST_F(QxGraphOwnership, ListsOfObjectsAreSplitByOwner) {
+    QxEdge* edge = g->addEdge(a, b, 0);
+    QxDList list;
+    QxDList owned;
+    for (QxObject* object : {static_cast<QxObject*>(a), static_cast<QxObject*>(c),
+                             static_cast<QxObject*>(edge), static_cast<QxObject*>(b)}) {
+        list.appendObject(object);
+    }
+    g->removeNode(b);
+    g->splitListIntoOwnedAndOthers(&list, &owned);
+    EXPECT_THAT(objectsOf<QxObject>(owned), ElementsAre(a, edge));
+    EXPECT_THAT(objectsOf<QxObject>(list), ElementsAre(c, b));
+    g->insertNode(b);
+}
+
+}  // namespace
