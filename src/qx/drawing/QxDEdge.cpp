@@ -1,0 +1,212 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+// Life, state and reports of drawing edges.
+
+#include "qx/drawing/QxDEdge.h"
+
+#include <ostream>
+
+#include "qx/drawing/QxDGraph.h"
+#include "qx/drawing/QxDGraphManager.h"
+#include "qx/drawing/QxDNode.h"
+#include "qx/drawing/QxFactory.h"
+#include "qx/drawing/QxGeometricUpdateInfo.h"
+#include "qx/drawing/QxPathIter.h"
+#include "qx/events/internal/FireDrawingChange.h"
+#include "qx/foundation/util/QxDebugStream.h"
+
+QxDEdge::QxDEdge(QxOwnedObject* owner, int, QxFactory*) : QxGEdge(owner) {
+    setFlag(qx::flags::EdgeClipSource | qx::flags::EdgeClipTarget, 1);
+}
+
+QxDEdge::QxDEdge(const QxDEdge& source, QxDeepFlagEnum depth)
+    : QxDEdge(source.pOwner(), 0, nullptr) {
+    QxDEdge::copyEdge(&source, depth == QxDeepCopy ? 1 : 0);
+}
+
+QxDEdge::~QxDEdge() {
+    // The hooks of this class have to run before it is gone.
+    if (QxDGraph* graph = pOwnerGraph()) {
+        graph->removeEdge(this);
+    }
+    destroyPath();
+}
+
+int QxDEdge::userFieldsInUse() const {
+    if (QxGEdge::userFieldsInUse() != 0) {
+        return 1;
+    }
+    for (QxDisconnectedPathIter it(this); it; ++it) {
+        if (it.pEdge()->userFieldsInUse() != 0 ||
+            (it.pNode() != nullptr && it.pNode()->userFieldsInUse() != 0)) {
+            return 1;
+        }
+    }
+    return 0;
+}
+
+void QxDEdge::nullUserFields() {
+    QxGEdge::nullUserFields();
+    for (QxDisconnectedPathIter it(this); it; ++it) {
+        it.pEdge()->nullUserFields();
+        if (it.pNode() != nullptr) {
+            it.pNode()->nullUserFields();
+        }
+    }
+}
+
+int QxDEdge::internalUserFieldsInUse() const {
+    if (QxGEdge::internalUserFieldsInUse() != 0) {
+        return 1;
+    }
+    for (QxDisconnectedPathIter it(this); it; ++it) {
+        if (it.pEdge()->internalUserFieldsInUse() != 0 ||
+            (it.pNode() != nullptr && it.pNode()->internalUserFieldsInUse() != 0)) {
+            return 1;
+        }
+    }
+    return 0;
+}
+
+void QxDEdge::nullInternalUserFields() {
+    QxGEdge::nullInternalUserFields();
+    for (QxDisconnectedPathIter it(this); it; ++it) {
+        it.pEdge()->nullInternalUserFields();
+        if (it.pNode() != nullptr) {
+            it.pNode()->nullInternalUserFields();
+        }
+    }
+}
+
+std::size_t QxDEdge::sizeOf() const {
+    return QxGEdge::sizeOf() + sizeof(QxDEdge) - sizeof(QxGEdge);
+}
+
+int QxDEdge::levelNumber() const {
+    return 2;
+}
+
+int QxDEdge::checkInvariants() const {
+    if (QxGEdge::checkInvariants() == 0 || (isActive() && checkPath() == 0)) {
+        return 0;
+    }
+    for (QxDisconnectedPathIter it(this); it; ++it) {
+        const QxPNode* bend = it.pNode();
+        if (!followsEdge(*it.pEdge()) || (bend != nullptr && !followsEdge(*bend))) {
+            qxDebugStream() << "drawing edge: a part of the path has another owner\n";
+            return 0;
+        }
+        if (it.pEdge()->checkInvariants() == 0 ||
+            (bend != nullptr && bend->checkInvariants() == 0)) {
+            return 0;
+        }
+    }
+    return 1;
+}
+
+void QxDEdge::actOnDiscard() {
+    for (QxDisconnectedPathIter it(this); it; ++it) {
+        if (it.pNode() != nullptr) {
+            it.pNode()->actOnDiscard();
+        }
+    }
+    qx::internal::endEventSource(*this);
+    QxGEdge::actOnDiscard();
+}
+
+void QxDEdge::innerDebugOutput(int depth) const {
+    QxGEdge::innerDebugOutput(depth);
+    debugOutputPath(depth + 1);
+}
+
+void QxDEdge::debugOutputPath(int depth) const {
+    for (QxDisconnectedPathIter it(this); it; ++it) {
+        it.pEdge()->innerDebugOutput(depth);
+        if (it.pNode() != nullptr) {
+            it.pNode()->innerDebugOutput(depth);
+        }
+    }
+}
+
+QxDNode* QxDEdge::pSourceNode() const {
+    return static_cast<QxDNode*>(QxEdge::pSourceNode());
+}
+
+QxDNode* QxDEdge::pTargetNode() const {
+    return static_cast<QxDNode*>(QxEdge::pTargetNode());
+}
+
+QxPEdge* QxDEdge::vNewPEdge() {
+    auto* factory = static_cast<QxFactory*>(pUnverifiedFactory());
+    return factory != nullptr ? factory->qxNewPEdge(factory) : new QxPEdge(nullptr);
+}
+
+QxPNode* QxDEdge::vNewPNode() {
+    auto* factory = static_cast<QxFactory*>(pUnverifiedFactory());
+    return factory != nullptr ? factory->qxNewPNode(factory) : new QxPNode(nullptr);
+}
+
+QxObject* QxDEdge::vCloneObject() const {
+    return new QxDEdge(*this, QxDeepCopy);
+}
+
+QxObject* QxDEdge::vCloneAttributes() const {
+    return new QxDEdge(*this, QxAttributeCopy);
+}
+
+bool QxDEdge::countsInExtents() const {
+    const QxDGraph* graph = pOwnerGraph();
+    return graph != nullptr && isActive() && graph->isIntergraph() == 0;
+}
+
+bool QxDEdge::liesWithinItsEnds() const {
+    return m_sourcePathEdge == m_targetPathEdge && intergraphEdge() == 0;
+}
+
+bool QxDEdge::canUsePart(const QxGraphObject& part, int inVisiblePart) const {
+    constexpr std::uint32_t SetAside = qx::flags::TemporarilyInvisible | qx::flags::Processing;
+    return isActive() && (part.flagWord() & SetAside) == 0 &&
+           (isUpdatedVisiblePart() == 0 || inVisiblePart != 0);
+}
+
+bool QxDEdge::reportsTo(const QxGeometricUpdateInfo* info) const {
+    return info != nullptr && info->needsRecursiveUpdate() != 0 && info->pGraph() != nullptr &&
+           isActive() && (intergraphEdge() == 0 || isVisible() != 0);
+}
+
+/// One of the four moments at which an edge reports: where its rectangle goes, and, after the
+/// change, how its visible part is brought up to date, which reports what it consists of.
+struct QxDEdge::Phase {
+    void (QxGeometricUpdateInfo::*collect)(const QxGraphObject*, const QxRect&);
+    void (QxDEdge::*updateVisiblePart)(QxGeometricUpdateInfo*);
+};
+
+void QxDEdge::report(const Phase& phase, QxGeometricUpdateInfo* info) {
+    if (!reportsTo(info)) {
+        return;
+    }
+    if (phase.updateVisiblePart != nullptr) {
+        (this->*phase.updateVisiblePart)(info);
+    } else if (!liesWithinItsEnds()) {
+        QxRect rect;
+        ntBoundingRectWithPathNodes(rect);
+        (info->*phase.collect)(this, rect);
+    }
+}
+
+void QxDEdge::actAfterInsert(QxGeometricUpdateInfo* info, int, int) {
+    report({nullptr, &QxDEdge::updateVisiblePartAfterInsert}, info);
+}
+
+void QxDEdge::actBeforeRemove(QxGeometricUpdateInfo* info, int, int) {
+    report({&QxGeometricUpdateInfo::updateBeforeRemove, nullptr}, info);
+}
+
+void QxDEdge::actBeforeGeometryChanges(QxGeometricUpdateInfo* info, int, int) {
+    report({&QxGeometricUpdateInfo::updateBeforeGeometryChanges, nullptr}, info);
+}
+
+void QxDEdge::actAfterGeometryChanges(QxGeometricUpdateInfo* info, int, int) {
+    report({nullptr, &QxDEdge::updateVisiblePartAfterGeometryChanges}, info);
+}

@@ -1,0 +1,326 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <vector>
+
+#include "qx/drawing/QxDrawingDLists.h"
+#include "qx/drawing/QxDrawingFlags.h"
+#include "qx/drawing/QxGEdge.h"
+#include "qx/drawing/QxGraphObjectStatusEnum.h"
+#include "qx/foundation/geometry/QxPointDList.h"
+
+class QxDNode;
+class QxFactory;
+class QxGeometricUpdateInfo;
+class QxPNode;
+
+/// The edge that applications draw: a polyline from its source to its target, cut off at the
+/// outlines of its ends.
+///
+/// The polyline is a chain of segments (QxPEdge) and bends (QxPNode), which the edge owns: n bends
+/// and n + 1 segments. They have the edge's graph as owner but are not listed there. Coordinates
+/// and the coordinate flag are those of QxGNode.
+class QX_API QxDEdge : public QxGEdge {
+public:
+    /// Only the owner is used.
+    QxDEdge(QxOwnedObject* owner, int type, QxFactory* factory);
+    /// A detached copy, without ends, in the factory of `source`.
+    QxDEdge(const QxDEdge& source, QxDeepFlagEnum depth);
+    ~QxDEdge() override;
+
+    /// @name What every graph object answers
+    /// @{
+    int userFieldsInUse() const override;
+    void nullUserFields() override;
+    int internalUserFieldsInUse() const override;
+    void nullInternalUserFields() override;
+    std::size_t sizeOf() const override;
+    int checkInvariants() const override;
+    int levelNumber() const override;
+    void actOnDiscard() override;
+    void innerDebugOutput(int depth) const override;
+    /// Describes the bends and segments in their order.
+    virtual void debugOutputPath(int depth) const;
+    QxDEdge* cloneObject() const { return static_cast<QxDEdge*>(vCloneObject()); }
+    QxDEdge* cloneAttributes() const { return static_cast<QxDEdge*>(vCloneAttributes()); }
+    /// @}
+
+    /// @name Connection (drawing/QxDEdgeConnection.cpp)
+    /// @{
+    int disconnect() override;
+    int activate() override;
+    int deactivate() override;
+    int changeSourceNodeWithoutConnect(QxNode* node) override;
+    int changeTargetNodeWithoutConnect(QxNode* node) override;
+    int reverse() override;
+    void nullEndNodes() override;
+    /// Removes what the edge contains: its bends.
+    void emptyTopology() override;
+    /// Gives the edge copies of the bends of `source` in place of its own.
+    void duplicateTopology(QxEdge* source) override;
+    /// Takes over the clipping choices, status and routing of `source`; with `deep` nonzero copies
+    /// of its bends, too.
+    void copyEdge(const QxEdge* source, int deep) override;
+    /// @}
+
+    /// @name End points (drawing/QxDEdgePath.cpp)
+    /// @{
+    void ntFromPoint(QxPoint& point, int clipped) const override;
+    QxPoint ntFromPoint(int clipped) const override;
+    void ntToPoint(QxPoint& point, int clipped) const override;
+    QxPoint ntToPoint(int clipped) const override;
+    QxPEdge* pSourceOrPathEdge() override { return m_sourcePathEdge; }
+    const QxPEdge* pSourceOrPathEdge() const override { return m_sourcePathEdge; }
+    QxPEdge* pTargetOrPathEdge() override { return m_targetPathEdge; }
+    const QxPEdge* pTargetOrPathEdge() const override { return m_targetPathEdge; }
+    /// The unclipped end points of the whole path; 1.
+    int getSourcePoint(QxPoint& point, int inOwnGraph) const;
+    int getTargetPoint(QxPoint& point, int inOwnGraph) const;
+    QxDNode* pSourceNode() const;
+    QxDNode* pTargetNode() const;
+    /// @}
+
+    /// @name Bends (drawing/QxDEdgeBends.cpp)
+    /// @{
+
+    /// Splits a segment of this edge at `point`; returns the new bend, which lies between the two
+    /// halves. Null, and no change, for a segment of another edge or an edge that is not connected.
+    virtual QxPNode* addBend(QxPEdge* segment, const QxPoint& point, int inOwnGraph);
+    /// The same on the segment after `bend` (null: on the first).
+    virtual QxPNode* addBendAfter(QxPNode* bend, const QxPoint& point, int inOwnGraph);
+    /// The raw step, in owner-graph coordinates: graph bounds are left to the caller.
+    QxPNode* ntAddBend(QxPEdge* segment, const QxPoint& point);
+    /// Removes and destroys a bend; the segment that entered it stays. 0 when it is not this
+    /// edge's.
+    virtual int discardBend(QxPNode* bend);
+    /// Removes the first (`fromSource` nonzero) or last n bends, or all when there are fewer.
+    void discardBends(std::int32_t n, int fromSource);
+    void discardAllBends();
+    /// -1 when the edge is not connected. Linear in the number of bends.
+    std::int32_t numberOfBends() const;
+    int hasBends() const;
+    /// Position from the source, counted from 1; 0 for null, the number of segments for one that is
+    /// not on the path.
+    std::int32_t indexOfPathEdge(const QxPEdge* segment) const;
+    /// Appends the bends from source to target.
+    void buildPathNodeList(QxPNodeDList& list) const;
+    /// Append the points of the path, ends included (in owner-graph coordinates; the ends are
+    /// clipped when the edge has a visible part).
+    void buildPointList(QxPointDList& list) const;
+    void buildEdgePointList(QxPointDList& list) const { buildPointList(list); }
+    /// Replaces all bends by these points, in order. 0 without an owner graph or when the edge is
+    /// not connected and active.
+    int reroute(const QxPointDList& points, int inOwnGraph);
+    /// Removes the bends next to an end that lie inside that end's node.
+    void discardOverlappedBendsForClipping(int source, int target);
+    virtual int isCurvedEdge() const;
+    /// @}
+
+    /// @name Path objects (drawing/QxDEdgePath.cpp)
+    /// @{
+    QxPNode* addPNode(const QxPoint& point);
+    QxPNode* insertPNode(QxPNode* node);
+    /// Detaches a bend from the edge; the caller owns what is returned.
+    QxPNode* removePNode(QxPNode* node);
+    void discardPNode(QxPNode* node);
+    QxPEdge* addPEdge(QxNode* from, QxNode* to);
+    QxPEdge* insertPEdge(QxPEdge* segment, QxNode* from, QxNode* to);
+    QxPEdge* removePEdge(QxPEdge* segment);
+    void discardPEdge(QxPEdge* segment);
+    /// 1 when the edge is connected and its path is sound; says what is wrong otherwise.
+    int checkPath() const;
+    /// Gives the path objects the owner, and the owner-valid state, of the edge.
+    void updatePathOwnership();
+    /// @}
+
+    /// @name Measures (drawing/QxDEdgeMeasures.cpp)
+    /// Lengths are sums over the segments, in whole units.
+    /// @{
+    std::int32_t ntEdgeLength() const override;
+    std::int32_t edgeLength() const override;
+    void projectionPoint(const QxPoint* point, QxPoint* nearest,
+                         std::int32_t* distance) const override;
+    void pointOnEdge(QxPoint* point, std::int16_t perMil) const override;
+    int ntIntersectsRect(const QxRect* rect, int clipped) const override;
+    int getUserBoundingRect(QxRect& rect, int inOwnGraph) const override;
+    void ntBoundingRectWithPathNodes(QxRect& rect) const;
+    void ntBoundingRectWithPathNodesAndLabels(QxRect& rect) const;
+    int getBoundingRectWithPathNodes(QxRect& rect, int inOwnGraph) const;
+    int getBoundingRectWithPathNodesAndLabels(QxRect& rect, int inOwnGraph) const;
+    /// @}
+
+    /// @name Clipping and the visible part (drawing/QxDEdgeClipping.cpp)
+    /// The visible part is the run of segments between the clip points. It is computed when asked
+    /// for; changes only mark it outdated.
+    /// @{
+
+    /// Whether the edge asks to be cut off at its ends; both are 1 at first.
+    int clipSourceSide() const { return hasFlag(qx::flags::EdgeClipSource); }
+    int clipTargetSide() const { return hasFlag(qx::flags::EdgeClipTarget); }
+    int clipSourceSide(int value);
+    int clipTargetSide(int value);
+    /// Whether it is cut off: it asks for it, or the node forces it.
+    int useFromClipping() const;
+    int useToClipping() const;
+    /// The first segment, from one end, whose far end lies outside the object at that end; the end
+    /// segment when `clip` is 0; null when there is none.
+    QxPEdge* findClipPathEdge(int fromSource, int clip) const;
+    /// The ends of the visible part without touching any flag; 1 when there is one. The last two
+    /// arguments force clipping at an end.
+    int getVisiblePart(QxPEdge*& first, QxPEdge*& last, int forceSource, int forceTarget) const;
+    /// The first (last) segment of the visible part as computed last; null when there is none.
+    QxPEdge* pFromClippingEdge() const;
+    QxPEdge* pToClippingEdge() const;
+    void updateNewVisiblePart();
+    void updateNewVisiblePartDisconnected();
+    void updateVisiblePart();
+    void updateVisiblePartAfterGeometryChanges(QxGeometricUpdateInfo* info);
+    void updateVisiblePartAfterInsert(QxGeometricUpdateInfo* info);
+    int hasVisiblePart() const { return hasFlag(qx::flags::EdgeHasVisiblePart); }
+    int hasVisiblePart(int value);
+    int isUpdatedVisiblePart() const { return hasFlag(qx::flags::EdgeVisiblePartUpdated); }
+    int isUpdatedVisiblePart(int value);
+    int usePartiallyUpdated() const { return hasFlag(qx::flags::EdgePartiallyUpdated); }
+    int usePartiallyUpdated(int value);
+    /// Forgets the clipped end points.
+    void invalidateEndPoints() const {
+        m_fromClip.isKnown = false;
+        m_toClip.isKnown = false;
+    }
+    /// @}
+
+    /// @name State
+    /// @{
+    int isMetaEdge() const { return hasFlag(qx::flags::EdgeMeta); }
+    int setMetaEdge(int value) {
+        setFlag(qx::flags::EdgeMeta, value);
+        return value;
+    }
+    int multiEdge() const { return hasFlag(qx::flags::EdgeMulti); }
+    int multiEdge(int value) {
+        setFlag(qx::flags::EdgeMulti, value);
+        return value;
+    }
+    int internalOrthogonalRouting() const { return hasFlag(qx::flags::EdgeOrthogonal); }
+    int internalOrthogonalRouting(int value) {
+        setFlag(qx::flags::EdgeOrthogonal, value);
+        return value;
+    }
+    QxGraphObjectStatusEnum graphObjectStatus() const { return m_status; }
+    QxGraphObjectStatusEnum graphObjectStatus(QxGraphObjectStatusEnum value) {
+        return m_status = value;
+    }
+    QxDEdge* pClonedEdge() const { return m_clonedEdge; }
+    QxDEdge* pClonedEdge(QxDEdge* edge) { return m_clonedEdge = edge; }
+    /// @}
+
+    /// @name Reports to an update record; `recurse` also of path objects, `labels` of labels
+    /// They do nothing for an edge that is not connected and active, and, between graphs, for one
+    /// that is invisible.
+    /// @{
+    void actAfterInsert(QxGeometricUpdateInfo* info, int recurse, int labels);
+    void actBeforeRemove(QxGeometricUpdateInfo* info, int recurse, int labels);
+    void actBeforeGeometryChanges(QxGeometricUpdateInfo* info, int recurse, int labels);
+    void actAfterGeometryChanges(QxGeometricUpdateInfo* info, int recurse, int labels);
+    /// An end object has moved or changed: clip points and visible part are outdated.
+    void actOnEndObjectChange() {
+        invalidateEndPoints();
+        setFlag(qx::flags::EdgeVisiblePartUpdated, 0);
+    }
+    /// @}
+
+protected:
+    int vConnect() override;
+    void actOnChangeOwner(QxOwnedObject* owner, int valid) override;
+    /// New path objects of the edge's factory, in no path yet.
+    virtual QxPEdge* vNewPEdge();
+    virtual QxPNode* vNewPNode();
+    QxObject* vCloneObject() const override;
+    QxObject* vCloneAttributes() const override;
+
+private:
+    friend class QxPEdge;
+    friend class QxPNode;
+    struct Phase;
+    struct VisiblePartReport;
+
+    struct ClipPoint {
+        std::int32_t x = 0;
+        std::int32_t y = 0;
+        bool isKnown = false;
+    };
+    /// The path objects from source to target.
+    struct Path {
+        std::vector<QxPEdge*> segments;
+        std::vector<QxPNode*> bends;
+    };
+
+    /// @name State
+    /// @{
+    bool isActive() const { return connected() != 0 && deactivated() == 0; }
+    /// Whether the graph's extents hold the bends.
+    bool countsInExtents() const;
+    /// Whether the edge has something to say to the record.
+    bool reportsTo(const QxGeometricUpdateInfo* info) const;
+    /// Whether it covers nothing but what the rectangles of its end nodes cover.
+    bool liesWithinItsEnds() const;
+    bool canUsePart(const QxGraphObject& part, int inVisiblePart) const;
+    /// @}
+
+    /// @name Path
+    /// @{
+    Path collectPath() const;
+    void connectPath();
+    void disconnectPath();
+    void destroyPath();
+    /// Lets the path start (end) at these nodes, null for none; makes it when there is none yet.
+    void attachPath(QxNode* source, QxNode* target);
+    QxPEdge* linkNewSegment(QxNode* from, QxNode* to);
+    void link(QxPEdge* segment, QxNode* from, QxNode* to);
+    void detachPNode(QxPNode* node);
+    void detachPEdge(QxPEdge* segment);
+    bool followsEdge(const QxGraphMember& part) const;
+    int changeEnd(QxNode* node, bool atSource);
+    void duplicatePath(const QxDEdge& source);
+    void copyDiagramming(const QxDEdge& source);
+    /// @}
+
+    /// @name Bends
+    /// @{
+    QxPNode* splitSegment(QxPEdge* segment, const QxPoint& point);
+    bool canMergeAt(const QxPNode* bend) const;
+    /// Takes a bend out of the path and makes one segment of the two at it; returns that.
+    QxPEdge* mergeSegmentsAt(QxPNode* bend);
+    /// Takes all bends out of the path; returns them.
+    std::vector<QxPNode*> straighten();
+    void tellBendAdded(QxPNode* bend);
+    /// Tells that bends which have left the path are gone, and lets them go.
+    void discardDetached(const std::vector<QxPNode*>& bends);
+    /// @}
+
+    /// @name Clipping
+    /// @{
+    bool isClippedAt(bool atSource) const;
+    void readClipPoint(QxPoint& point, const QxPEdge& segment, bool atSource) const;
+    void readEnd(QxPoint& point, int clipped, bool atSource) const;
+    int changeClipping(std::uint32_t bit, int value);
+    /// Whether a straight line between the end objects shows outside them.
+    bool showsBetweenEnds() const;
+    /// Brings an outdated visible part up to date for a reader.
+    void refreshVisiblePart() const;
+    template <class Walk>
+    void markVisiblePart(std::uint32_t segmentBits, std::uint32_t bendBits);
+    void reportVisiblePart(const VisiblePartReport& to, QxGeometricUpdateInfo* info);
+    void report(const Phase& phase, QxGeometricUpdateInfo* info);
+    /// @}
+
+    QxDEdge* m_clonedEdge = nullptr;
+    QxPEdge* m_sourcePathEdge = nullptr;
+    QxPEdge* m_targetPathEdge = nullptr;
+    /// The clipped end points, while they are known.
+    mutable ClipPoint m_fromClip;
+    mutable ClipPoint m_toClip;
+    QxGraphObjectStatusEnum m_status = QxStatusUnchanged;
+};

@@ -1,0 +1,305 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+// Where an edge is cut off, and what is seen of its path.
+//
+// The path runs between the centers of the end objects. At an end that is clipped, the segments up
+// to the first bend outside the end object's outline are hidden, and the next one is cut where it
+// crosses the outline. What is left, the visible part, is a run of segments; each segment and bend
+// in it carries a flag. The flags come in two stages: the new ones are computed first, then those
+// that differ are taken over and reported.
+//
+// The run and the clip points are computed when somebody asks. A change only marks them outdated.
+
+#include <cstdint>
+#include <cstdlib>
+
+#include "qx/drawing/QxDEdge.h"
+#include "qx/drawing/QxGeometricUpdateInfo.h"
+#include "qx/drawing/QxPathIter.h"
+#include "qx/drawing/internal/EdgeEnd.h"
+#include "qx/drawing/internal/GeometryBracket.h"
+
+using qx::internal::EdgeEnd;
+
+namespace {
+
+/// Whether `last` is `first` or comes after it, on the way from the source.
+bool comesInOrder(const QxDEdge& edge, const QxPEdge* first, const QxPEdge* last) {
+    for (QxDisconnectedPathIter it(&edge); it; ++it) {
+        if (it.pEdge() == first) {
+            return true;
+        }
+        if (it.pEdge() == last) {
+            return false;
+        }
+    }
+    return false;
+}
+
+/// Whether a clipped line still runs in its direction along an axis: from `start` to `end`, where
+/// the line between the centers runs from `from` to `to`.
+bool keepsDirection(std::int32_t from, std::int32_t to, std::int32_t start, std::int32_t end) {
+    return (from < to && start <= end) || (from > to && start >= end);
+}
+
+}  // namespace
+
+int QxDEdge::changeClipping(std::uint32_t bit, int value) {
+    if (hasFlag(bit) != (value != 0 ? 1 : 0)) {
+        qx::internal::replaceEdge(*this, [&] {
+            setFlag(bit, value);
+            actOnEndObjectChange();
+        });
+    }
+    return value;
+}
+
+int QxDEdge::clipSourceSide(int value) {
+    return changeClipping(qx::flags::EdgeClipSource, value);
+}
+
+int QxDEdge::clipTargetSide(int value) {
+    return changeClipping(qx::flags::EdgeClipTarget, value);
+}
+
+bool QxDEdge::isClippedAt(bool atSource) const {
+    if (hasFlag(atSource ? qx::flags::EdgeClipSource : qx::flags::EdgeClipTarget) != 0) {
+        return true;
+    }
+    const EdgeEnd end(*this, atSource);
+    return end && end.forcesClipping();
+}
+
+int QxDEdge::useFromClipping() const {
+    return isClippedAt(true) ? 1 : 0;
+}
+
+int QxDEdge::useToClipping() const {
+    return isClippedAt(false) ? 1 : 0;
+}
+
+QxPEdge* QxDEdge::findClipPathEdge(int fromSource, int clip) const {
+    if (clip == 0) {
+        return fromSource != 0 ? m_sourcePathEdge : m_targetPathEdge;
+    }
+    const EdgeEnd end(*this, fromSource != 0);
+    const EdgeEnd otherEnd(*this, fromSource == 0);
+    if (!end || !otherEnd) {
+        return nullptr;
+    }
+    for (QxDisconnectedPathIter it(this, fromSource != 0 ? QxIterForward : QxIterBackward); it;
+         ++it) {
+        if (!end.contains(it.pNode() != nullptr ? it.pNode()->iCenter() : otherEnd.center())) {
+            return it.pEdge();
+        }
+    }
+    return nullptr;
+}
+
+int QxDEdge::getVisiblePart(QxPEdge*& first, QxPEdge*& last, int forceSource,
+                            int forceTarget) const {
+    const int clipSource = forceSource != 0 ? 1 : useFromClipping();
+    const int clipTarget = forceTarget != 0 ? 1 : useToClipping();
+    first = findClipPathEdge(1, clipSource);
+    last = findClipPathEdge(0, clipTarget);
+    bool visible = first != nullptr && last != nullptr;
+    if (clipSource == 0 && clipTarget == 0) {
+        return visible ? 1 : 0;
+    }
+    if (visible && clipSource != 0 && clipTarget != 0) {
+        visible = first == last ? showsBetweenEnds() : comesInOrder(*this, first, last);
+    }
+    if (!visible) {
+        first = nullptr;
+        last = nullptr;
+    }
+    return visible ? 1 : 0;
+}
+
+bool QxDEdge::showsBetweenEnds() const {
+    const EdgeEnd source(*this, true);
+    const EdgeEnd target(*this, false);
+    const QxPoint from = source.center();
+    const QxPoint to = target.center();
+    QxPoint start = from;
+    QxPoint end = to;
+    source.clip(start, to);
+    target.clip(end, from);
+    const std::int64_t dx = std::abs(std::int64_t{from.x()} - to.x());
+    const std::int64_t dy = std::abs(std::int64_t{from.y()} - to.y());
+    if (dx > dy) {
+        return keepsDirection(from.x(), to.x(), start.x(), end.x());
+    }
+    // Coinciding clip points are nothing to see, here, but they are along the other axis.
+    return start.y() != end.y() && keepsDirection(from.y(), to.y(), start.y(), end.y());
+}
+
+template <class Walk>
+void QxDEdge::markVisiblePart(std::uint32_t segmentBits, std::uint32_t bendBits) {
+    QxPEdge* first = nullptr;
+    QxPEdge* last = nullptr;
+    hasVisiblePart(getVisiblePart(first, last, 0, 0));
+    bool inside = false;
+    for (Walk it(this); it; ++it) {
+        inside = inside || (it.pEdge() == first && hasVisiblePart() != 0);
+        it.pEdge()->setFlag(segmentBits, inside ? 1 : 0);
+        inside = inside && it.pEdge() != last;
+        if (it.pNode() != nullptr) {
+            it.pNode()->setFlag(bendBits, inside ? 1 : 0);
+        }
+    }
+    setFlag(qx::flags::EdgeVisiblePartUpdated, 1);
+}
+
+void QxDEdge::updateNewVisiblePart() {
+    markVisiblePart<QxPathIter>(qx::flags::SegmentNewVisible, qx::flags::BendNewVisible);
+}
+
+void QxDEdge::updateNewVisiblePartDisconnected() {
+    markVisiblePart<QxDisconnectedPathIter>(qx::flags::SegmentNewVisible,
+                                            qx::flags::BendNewVisible);
+}
+
+void QxDEdge::updateVisiblePart() {
+    constexpr std::uint32_t SegmentBits = qx::flags::SegmentNewVisible | qx::flags::SegmentVisible;
+    constexpr std::uint32_t BendBits = qx::flags::BendNewVisible | qx::flags::BendVisible;
+    if (isActive()) {
+        markVisiblePart<QxPathIter>(SegmentBits, BendBits);
+    } else {
+        markVisiblePart<QxDisconnectedPathIter>(SegmentBits, BendBits);
+    }
+}
+
+void QxDEdge::refreshVisiblePart() const {
+    if (isUpdatedVisiblePart() == 0 && isActive()) {
+        // The flags are a cache: they say nothing that the geometry does not say.
+        const_cast<QxDEdge*>(this)->updateVisiblePart();
+    }
+}
+
+/// Where the parts of an edge report when the visible part has changed: what is seen now, and what
+/// is not seen any more.
+struct QxDEdge::VisiblePartReport {
+    void (QxPEdge::*segmentShows)(QxGeometricUpdateInfo*, int);
+    void (QxPEdge::*segmentHides)(QxGeometricUpdateInfo*, int);
+    void (QxPNode::*bendShows)(QxGeometricUpdateInfo*, int, int);
+    void (QxPNode::*bendHides)(QxGeometricUpdateInfo*, int, int);
+    void (QxGeometricUpdateInfo::*collect)(const QxGraphObject*, const QxRect&);
+};
+
+void QxDEdge::reportVisiblePart(const VisiblePartReport& to, QxGeometricUpdateInfo* info) {
+    for (QxDisconnectedPathIter it(this); it; ++it) {
+        QxPEdge* segment = it.pEdge();
+        const int sawSegment = segment->inVisiblePart();
+        if (segment->inVisiblePart(segment->inNewVisiblePart()) != 0) {
+            (segment->*to.segmentShows)(info, 0);
+        } else if (sawSegment != 0) {
+            (segment->*to.segmentHides)(info, 0);
+        }
+        QxPNode* bend = it.pNode();
+        if (bend == nullptr) {
+            continue;
+        }
+        const int sawBend = bend->inVisiblePart();
+        if (bend->inVisiblePart(bend->inNewVisiblePart()) != 0) {
+            (bend->*to.bendShows)(info, 0, 1);
+        } else if (sawBend != 0) {
+            (bend->*to.bendHides)(info, 0, 1);
+        }
+    }
+    if (reportsTo(info) && !liesWithinItsEnds()) {
+        QxRect rect;
+        ntBoundingRectWithPathNodes(rect);
+        (info->*to.collect)(this, rect);
+    }
+}
+
+void QxDEdge::updateVisiblePartAfterGeometryChanges(QxGeometricUpdateInfo* info) {
+    updateNewVisiblePart();
+    reportVisiblePart({&QxPEdge::actAfterGeometryChanges, &QxPEdge::actBeforeGeometryChanges,
+                       &QxPNode::actAfterGeometryChanges, &QxPNode::actBeforeGeometryChanges,
+                       &QxGeometricUpdateInfo::updateAfterGeometryChanges},
+                      info);
+}
+
+void QxDEdge::updateVisiblePartAfterInsert(QxGeometricUpdateInfo* info) {
+    updateNewVisiblePartDisconnected();
+    reportVisiblePart(
+        {&QxPEdge::actAfterInsert, &QxPEdge::actBeforeRemove, &QxPNode::actAfterInsert,
+         &QxPNode::actBeforeRemove, &QxGeometricUpdateInfo::updateAfterInsert},
+        info);
+}
+
+QxPEdge* QxDEdge::pFromClippingEdge() const {
+    for (QxPathIter it(this); it; ++it) {
+        if (it.pEdge()->inVisiblePart() != 0) {
+            return it.pEdge();
+        }
+    }
+    return nullptr;
+}
+
+QxPEdge* QxDEdge::pToClippingEdge() const {
+    for (QxPathIter it(this, QxIterBackward); it; ++it) {
+        if (it.pEdge()->inVisiblePart() != 0) {
+            return it.pEdge();
+        }
+    }
+    return nullptr;
+}
+
+int QxDEdge::hasVisiblePart(int value) {
+    invalidateEndPoints();
+    setFlag(qx::flags::EdgeHasVisiblePart, value);
+    return value;
+}
+
+int QxDEdge::isUpdatedVisiblePart(int value) {
+    invalidateEndPoints();
+    setFlag(qx::flags::EdgeVisiblePartUpdated, value);
+    return value;
+}
+
+int QxDEdge::usePartiallyUpdated(int value) {
+    invalidateEndPoints();
+    setFlag(qx::flags::EdgePartiallyUpdated, value);
+    return value;
+}
+
+void QxDEdge::readClipPoint(QxPoint& point, const QxPEdge& segment, bool atSource) const {
+    ClipPoint& cached = atSource ? m_fromClip : m_toClip;
+    if (!cached.isKnown) {
+        QxPoint from = atSource ? segment.ntFromPoint(0) : segment.ntToPoint(0);
+        EdgeEnd(*this, atSource)
+            .clip(from, atSource ? segment.ntToPoint(0) : segment.ntFromPoint(0));
+        cached = {from.x(), from.y(), true};
+    }
+    point.moveTo(cached.x, cached.y);
+}
+
+void QxDEdge::readEnd(QxPoint& point, int clipped, bool atSource) const {
+    const QxPEdge* segment = atSource ? m_sourcePathEdge : m_targetPathEdge;
+    if (clipped != 0) {
+        const ClipPoint& cached = atSource ? m_fromClip : m_toClip;
+        if (cached.isKnown) {
+            point.moveTo(cached.x, cached.y);
+            return;
+        }
+        refreshVisiblePart();
+        const QxPEdge* clipSegment = nullptr;
+        if (hasVisiblePart() != 0) {
+            clipSegment = atSource ? pFromClippingEdge() : pToClippingEdge();
+        }
+        if (clipSegment != nullptr) {
+            segment = clipSegment;
+        } else {
+            clipped = 0;
+        }
+    }
+    if (segment != nullptr && atSource) {
+        segment->ntFromPoint(point, clipped);
+    } else if (segment != nullptr) {
+        segment->ntToPoint(point, clipped);
+    }
+}

@@ -1,0 +1,376 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <memory>
+
+#include "qx/drawing/QxDrawingDLists.h"
+#include "qx/drawing/QxDrawingFlags.h"
+#include "qx/drawing/QxGraphObjectStatusEnum.h"
+#include "qx/drawing/QxTriStateEnum.h"
+#include "qx/foundation/geometry/QxPoint.h"
+#include "qx/foundation/geometry/QxRect.h"
+#include "qx/foundation/geometry/QxSize.h"
+#include "qx/foundation/geometry/QxSpacing.h"
+#include "qx/foundation/geometry/QxTransform.h"
+#include "qx/foundation/graph/QxGraph.h"
+
+class QxFactory;
+class QxGeometricUpdateInfo;
+class QxQTree;
+
+namespace qx::internal {
+class ExtentTree;
+}
+
+/// A graph of drawing nodes and edges with a geometry of its own: bounds kept up to date as its
+/// contents change, margins around them, and, for a graph nested in a node, a transform into the
+/// coordinates of the graph around it.
+///
+/// `nt...` operations use this graph's own coordinates. A coordinate flag of 0 asks for those of
+/// the manager's anchor graph; then the graph must be visible. World units, y upward.
+class QX_API QxDGraph : public QxGraph {
+public:
+    /// Only the owner is used.
+    QxDGraph(QxOwnedObject* owner, int type, QxFactory* factory);
+    ~QxDGraph() override;
+
+    /// @name What every graph answers
+    /// @{
+    int vIsVisible() const override;
+    std::size_t sizeOf() const override;
+    int checkInvariants() const override;
+    int levelNumber() const override;
+    void emptyTopology() override;
+    int vNeedsGeometricUpdate() const override;
+    void vSetNeedsGeometricUpdate(int value) override;
+    int hasNodeLabels() const override;
+    int hasConnectorLabels() const override;
+    int hasEdgeLabels() const override;
+    int canBeChildGraph() const override;
+    void actOnConnectEdge(QxEdge* edge) override;
+    void actOnDisconnectEdge(QxEdge* edge) override;
+    void actOnActivateEdge(QxEdge* edge) override;
+    void actOnDeactivateEdge(QxEdge* edge) override;
+    void actOnDiscard() override;
+    void innerDebugOutput(int depth) const override;
+    void copyGraph(const QxGraph* source, int deep) override;
+    void internalDuplicateTopology(QxGraph* source, int disconnected, int deactivated) override;
+    /// @}
+
+    /// @name Topology (drawing/QxDGraphTopology.cpp); as in QxGraph, with drawing classes
+    /// @{
+    QxDNode* addNode(int type);
+    QxDNode* insertNode(QxDNode* node);
+    QxDNode* removeNode(QxDNode* node);
+    int discardNode(QxDNode* node);
+    QxDEdge* addEdge(QxDNode* source, QxDNode* target, int type);
+    QxDEdge* insertEdge(QxDEdge* edge, QxDNode* source, QxDNode* target);
+    QxDEdge* removeEdge(QxDEdge* edge);
+    int discardEdge(QxDEdge* edge);
+    int transferTopology(QxDGraph* graph);
+    /// Adds a node with a place and a size, in anchor coordinates when `inOwnGraph` is 0. Null for
+    /// the intergraph.
+    QxDNode* addNodeWithCoordinates(const QxPoint& center, const QxSize& size, int inOwnGraph,
+                                    int type);
+    QxDNode* addNodeWithCoordinates(std::int32_t x, std::int32_t y, std::int32_t width,
+                                    std::int32_t height, int inOwnGraph, int type);
+    QxDNode* pFirstNode() const;
+    QxDNode* pLastNode() const;
+    QxDEdge* pFirstEdge() const;
+    QxDEdge* pLastEdge() const;
+    QxDGraphManager* pOwnerGraphManager() const;
+
+    /// Many objects report at once; any list may be null. Objects of other graphs are skipped.
+    void actAfterInsert(QxGeometricUpdateInfo* own, QxGeometricUpdateInfo* intergraph,
+                        const QxDNodeDList* nodes, const QxPNodeDList* pathNodes,
+                        const QxDEdgeDList* edges, const QxPEdgeDList* pathEdges,
+                        const QxNodeLabelDList* nodeLabels,
+                        const QxConnectorLabelDList* connectorLabels,
+                        const QxEdgeLabelDList* edgeLabels);
+    void actBeforeRemove(QxGeometricUpdateInfo* own, QxGeometricUpdateInfo* intergraph,
+                         const QxDNodeDList* nodes, const QxPNodeDList* pathNodes,
+                         const QxDEdgeDList* edges, const QxPEdgeDList* pathEdges,
+                         const QxNodeLabelDList* nodeLabels,
+                         const QxConnectorLabelDList* connectorLabels,
+                         const QxEdgeLabelDList* edgeLabels);
+    /// @}
+
+    /// @name Bounds (drawing/QxDGraphBounds.cpp), in this graph's coordinates
+    /// The union of what the nodes and the connected edges cover; graph labels are not part of it.
+    /// The functions that return int answer whether anything counted.
+    /// @{
+    int calculateNodeBoundsWithLabelsAndConnectors(QxRect& rect) const;
+    int calculateEdgeBoundsWithLabels(QxRect& rect) const;
+    int calculateEdgeBoundsWithoutLabels(QxRect& rect) const;
+    int calculateGraphBounds(QxRect& rect) const;
+    int calculateAndReturnGraphBounds(QxRect& rect) const;
+    int calculateGraphBoundsWithoutEdgeLabels(QxRect& rect) const;
+    /// Computes the bounds anew and stores them.
+    void calculateGraphBounds(int fit);
+    /// The stored bounds, (0, 0, 0, 0) when there are none; ntBoundingRect also while invisible.
+    void ntUpdatedBoundingRect(QxRect& rect) const;
+    void ntBoundingRect(QxRect& rect) const;
+    /// The same, united for the anchor graph with the bounds of the edges between graphs.
+    void ntUpdatedBoundingRectWithIntergraphEdges(QxRect& rect) const;
+    void ntBoundingRectWithIntergraphEdges(QxRect& rect) const {
+        ntUpdatedBoundingRectWithIntergraphEdges(rect);
+    }
+    int getBoundingRect(QxRect& rect, int inOwnGraph) const;
+    const QxRect* pBoundingRect() const { return &m_bounds; }
+    int boundsInitialized() const { return hasFlag(qx::flags::GraphBoundsInitialized); }
+    /// Whether changes update the bounds; 0 while a file is read.
+    int needsUpdateGraphBounds() const;
+    int needsUpdateGraphBounds(int value);
+    /// Switches the upkeep of the bounds off, or on after computing them. Returns `disable`.
+    int disableGraphBounds(int disable, int fit);
+    void updateGraphBoundsOnInsert(const QxRect& rect);
+    void updateGraphBoundsOnRemove(const QxRect& rect);
+    void updateGraphBoundsOnMoveResize(const QxRect& oldRect, const QxRect& newRect);
+    /// What the bounds would be after such a move, without storing them.
+    void getGraphBoundsOnMoveResize(const QxRect& oldRect, const QxRect& newRect,
+                                    QxRect& rect) const;
+    /// @}
+
+    /// @name Margins and spacings (drawing/QxDGraphMargins.cpp)
+    /// Constants in world units, a negative one counts as 0; proportions in thousandths of the
+    /// extent, a negative one is ignored. Setters return the value stored and fire MarginsChanged
+    /// when it changed.
+    /// @{
+    std::int32_t leftMarginConstantSpacing() const;
+    std::int32_t rightMarginConstantSpacing() const;
+    std::int32_t bottomMarginConstantSpacing() const;
+    std::int32_t topMarginConstantSpacing() const;
+    std::int32_t leftMarginConstantSpacing(std::int32_t value);
+    std::int32_t rightMarginConstantSpacing(std::int32_t value);
+    std::int32_t bottomMarginConstantSpacing(std::int32_t value);
+    std::int32_t topMarginConstantSpacing(std::int32_t value);
+    std::int16_t leftMarginProportionalSpacing() const;
+    std::int16_t rightMarginProportionalSpacing() const;
+    std::int16_t bottomMarginProportionalSpacing() const;
+    std::int16_t topMarginProportionalSpacing() const;
+    std::int16_t leftMarginProportionalSpacing(std::int16_t value);
+    std::int16_t rightMarginProportionalSpacing(std::int16_t value);
+    std::int16_t bottomMarginProportionalSpacing(std::int16_t value);
+    std::int16_t topMarginProportionalSpacing(std::int16_t value);
+    std::int32_t nestedViewLeftConstantSpacing() const;
+    std::int32_t nestedViewRightConstantSpacing() const;
+    std::int32_t nestedViewTopConstantSpacing() const;
+    std::int32_t nestedViewBottomConstantSpacing() const;
+    std::int32_t nestedViewLeftConstantSpacing(std::int32_t value);
+    std::int32_t nestedViewRightConstantSpacing(std::int32_t value);
+    std::int32_t nestedViewTopConstantSpacing(std::int32_t value);
+    std::int32_t nestedViewBottomConstantSpacing(std::int32_t value);
+    std::int16_t nestedViewLeftProportionalSpacing() const;
+    std::int16_t nestedViewRightProportionalSpacing() const;
+    std::int16_t nestedViewTopProportionalSpacing() const;
+    std::int16_t nestedViewBottomProportionalSpacing() const;
+    std::int16_t nestedViewLeftProportionalSpacing(std::int16_t value);
+    std::int16_t nestedViewRightProportionalSpacing(std::int16_t value);
+    std::int16_t nestedViewTopProportionalSpacing(std::int16_t value);
+    std::int16_t nestedViewBottomProportionalSpacing(std::int16_t value);
+    const QxSpacing* pLeftMarginSpacing() const { return &m_leftMargin; }
+    const QxSpacing* pRightMarginSpacing() const { return &m_rightMargin; }
+    const QxSpacing* pBottomMarginSpacing() const { return &m_bottomMargin; }
+    const QxSpacing* pTopMarginSpacing() const { return &m_topMargin; }
+    const QxSpacing* pNestedViewLeftSpacing() const { return &m_nestedViewLeft; }
+    const QxSpacing* pNestedViewRightSpacing() const { return &m_nestedViewRight; }
+    const QxSpacing* pNestedViewTopSpacing() const { return &m_nestedViewTop; }
+    const QxSpacing* pNestedViewBottomSpacing() const { return &m_nestedViewBottom; }
+    void getMinSizeOfMarginBoundingRect(QxSize& size) const { size = m_minSize; }
+    void setMinSizeOfMarginBoundingRect(const QxSize& size) { m_minSize = size; }
+    std::int32_t minWidthOfMarginBoundingRect() const { return m_minSize.width(); }
+    std::int32_t minHeightOfMarginBoundingRect() const { return m_minSize.height(); }
+    std::int32_t minWidthOfMarginBoundingRect(std::int32_t value);
+    std::int32_t minHeightOfMarginBoundingRect(std::int32_t value);
+    /// The bounds with margins around them, at least of the minimum size.
+    void ntMarginBoundingRect(QxRect& rect) const;
+    int getMarginBoundingRect(QxRect& rect, int inOwnGraph) const;
+    void fireMarginsChangedEvent();
+    /// @}
+
+    /// @name Place in the nesting, coordinates (drawing/QxDGraphTransform.cpp)
+    /// @{
+
+    /// The expanded node that shows this graph; null when there is none.
+    QxDNode* pNestedWithinNode() const;
+    /// The graph that holds that node; null when there is none.
+    QxDGraph* pNestedWithinGraph() const;
+    int nested() const { return pNestedWithinNode() != nullptr ? 1 : 0; }
+    QxDNode* pParentNode() const;
+    QxDGraph* pAnchorGraph() const;
+    int isAnchorGraph() const;
+    /// Map from this graph's coordinates into those of `graph`, which lies around it. 1 when it was
+    /// reached. Integers are rounded by floor(v + 0.5).
+    int expandedTransformPoint(const QxDGraph* graph, QxPoint& point) const;
+    int expandedTransformRect(const QxDGraph* graph, QxRect& rect) const;
+    int expandedTransformSize(const QxDGraph* graph, QxSize& size) const;
+    /// The same into the anchor graph's coordinates; 0 without an anchor.
+    int expandedTransformPoint(QxPoint& point) const;
+    int expandedTransformRect(QxRect& rect) const;
+    int expandedTransformSize(QxSize& size) const;
+    /// The inverse mappings.
+    int inverseExpandedTransformPoint(const QxDGraph* graph, QxPoint& point) const;
+    int inverseExpandedTransformRect(const QxDGraph* graph, QxRect& rect) const;
+    int inverseExpandedTransformSize(const QxDGraph* graph, QxSize& size) const;
+    int inverseExpandedTransformPoint(QxPoint& point) const;
+    int inverseExpandedTransformRect(QxRect& rect) const;
+    int inverseExpandedTransformSize(QxSize& size) const;
+    /// The climb as coefficients: x' = x * scaleX + offsetX, y likewise.
+    int getExpandedTransformCoef(const QxDGraph* graph, double& offsetX, double& scaleX,
+                                 double& offsetY, double& scaleY) const;
+    int getInverseExpandedTransformCoef(const QxDGraph* graph, double& offsetX, double& scaleX,
+                                        double& offsetY, double& scaleY) const;
+    /// The coefficients that map coordinates of `graph` into this graph's, through their nearest
+    /// common ancestor. 0, and (0, 1, 0, 1), when there is none.
+    int getTransformCoef(const QxDGraph* graph, double& offsetX, double& scaleX, double& offsetY,
+                         double& scaleY) const;
+    int transformToGraphPoint(const QxDGraph* graph, QxPoint& point) const;
+    int transformToGraphRect(const QxDGraph* graph, QxRect& rect) const;
+    const QxTransform* pTransform() const { return &m_transform; }
+    QxTransform* pChangeableTransform() { return &m_transform; }
+    /// Places a nested graph anew in its node's view area; nothing for any other graph.
+    void updateTransform();
+    void updateTransformForDiagramming() { updateTransform(); }
+    /// The view area of a nested graph, in the coordinates of the graph around it.
+    QxRect ntViewRectInNodeCoordSystem() const;
+    int getViewRect(QxRect& rect, int inOwnGraph) const;
+    QxRect ntViewRect() const;
+    /// @}
+
+    /// @name Moving everything (drawing/QxDGraphMoving.cpp)
+    /// @{
+
+    /// Moves all nodes and bends, and the bounds, by an offset. With `hooks` nonzero each node's
+    /// actOnMoveTo follows.
+    void ntMove(std::int32_t dx, std::int32_t dy, int hooks);
+    /// Moves everything so that the bounds are centered at (x, y).
+    void ntMoveTo(std::int32_t x, std::int32_t y);
+    /// Brings every visible part of an edge that is outdated up to date.
+    void updateVisiblePartOfEdges();
+    /// @}
+
+    /// @name Queries by rectangle (drawing/QxDGraphQueries.cpp)
+    /// @{
+
+    /// Whether an object of one of the asked-for kinds overlaps the rectangle.
+    int overlaps(const QxRect& rect, int nodes, int pathNodes, int pathEdges, int nodeLabels,
+                 int connectorLabels, int edgeLabels, int graphLabels, int inOwnGraph) const;
+    /// The same for the edges between graphs, asked of the intergraph.
+    int overlapsIntergraphEdges(const QxRect& rect, int pathNodes, int pathEdges, int edgeLabels,
+                                int inOwnGraph) const;
+    /// @}
+
+    /// @name Switches of the spatial index (drawing/QxDGraphSwitches.cpp)
+    /// @{
+    QxQTree* pQuadTree() const { return m_quadTree; }
+    int useQuadTree() const;
+    void useQuadTree(int value);
+    int canUseQuadTree() const;
+    int needsUpdateQuadTree() const;
+    void disableQuadTree(int disable);
+    void disableQuadTreeUpdates(int disable);
+    int disableQuadTreeUpdates() const;
+    int isIgnoredGeometryChanges() const;
+    void ignoreGeometryChanges(int ignore);
+    /// Kept for symmetry: entries are refreshed one by one, there is nothing to mark.
+    void markQuadTreeDirty() {}
+    /// @}
+
+    /// @name State
+    /// @{
+    QxTriStateEnum hasNodeLabelsState() const { return labelState(qx::flags::GraphNodeLabels); }
+    QxTriStateEnum hasNodeLabelsState(QxTriStateEnum s) {
+        return labelState(qx::flags::GraphNodeLabels, s);
+    }
+    QxTriStateEnum hasEdgeLabelsState() const { return labelState(qx::flags::GraphEdgeLabels); }
+    QxTriStateEnum hasEdgeLabelsState(QxTriStateEnum s) {
+        return labelState(qx::flags::GraphEdgeLabels, s);
+    }
+    QxTriStateEnum hasConnectorLabelsState() const {
+        return labelState(qx::flags::GraphConnectorLabels);
+    }
+    QxTriStateEnum hasConnectorLabelsState(QxTriStateEnum s) {
+        return labelState(qx::flags::GraphConnectorLabels, s);
+    }
+    int orthogonalRouting() const { return hasFlag(qx::flags::GraphOrthogonal); }
+    int orthogonalRouting(int value) {
+        setFlag(qx::flags::GraphOrthogonal, value);
+        return value;
+    }
+    std::int32_t diagrammingMultiEdgeSpacing() const { return m_multiEdgeSpacing; }
+    std::int32_t diagrammingMultiEdgeSpacing(std::int32_t value) {
+        return m_multiEdgeSpacing = value;
+    }
+    QxGraphObjectStatusEnum graphObjectStatus() const { return m_status; }
+    QxGraphObjectStatusEnum graphObjectStatus(QxGraphObjectStatusEnum value) {
+        return m_status = value;
+    }
+    QxDEdgeDList* pAffectedEdgeList() { return &m_affectedEdges; }
+    QxGeometricUpdateInfo* pGeometricUpdateInfo() const { return m_updateInfo; }
+    QxGeometricUpdateInfo* pGeometricUpdateInfo(QxGeometricUpdateInfo* info) {
+        return m_updateInfo = info;
+    }
+    QxDGraph* pClonedGraph() const { return m_clonedGraph; }
+    QxDGraph* pClonedGraph(QxDGraph* graph) { return m_clonedGraph = graph; }
+    /// @}
+
+    /// What nodes and bends cover; they report here themselves, whatever the switches say.
+    qx::internal::ExtentTree& extents() const { return *m_extents; }
+
+protected:
+    QxNode* vNewNode(int type) override;
+    QxEdge* vNewEdge(int type) override;
+    QxNode* vInsertNode(QxNode* node) override;
+    QxNode* vRemoveNode(QxNode* node) override;
+    int vDiscardNode(QxNode* node) override;
+    QxEdge* vInsertEdge(QxEdge* edge, QxNode* source, QxNode* target) override;
+    QxEdge* vRemoveEdge(QxEdge* edge) override;
+    int vTransferTopology(QxGraph* graph) override;
+    void actAfterInsertEdgeBeforeConnect(QxEdge* edge) override;
+    /// Stores new bounds: refits the node that shows the graph and fires GraphBoundsChanged.
+    virtual void vUpdateBoundingRect(const QxRect& rect, int fit);
+    /// Takes over the values of a transform.
+    virtual void vUpdateTransform(const QxTransform& transform);
+
+private:
+    friend class QxDGraphManager;
+
+    static constexpr std::uint32_t LabelStates =
+        3 * (qx::flags::GraphNodeLabels | qx::flags::GraphEdgeLabels |
+             qx::flags::GraphConnectorLabels);
+
+    void init();
+    void initDiagramming();
+    void copyDiagramming(const QxDGraph* source);
+    QxTriStateEnum labelState(std::uint32_t lowBit) const;
+    QxTriStateEnum labelState(std::uint32_t lowBit, QxTriStateEnum state);
+    void reportPathEdge(QxEdge* edge, int isThere);
+    std::int32_t setConstant(QxSpacing& spacing, std::int32_t value);
+    std::int16_t setProportional(QxSpacing& spacing, std::int16_t value);
+    int updateOneSide(const QxRect& removed);
+    int edgeBounds(QxRect& rect, int labels) const;
+    QxRect viewAreaOf(const QxRect& box) const;
+    int overlapsFromGraphLists(const QxRect& region, int nodes, int pathNodes,
+                               int pathEdges) const;
+
+    QxDGraph* m_clonedGraph = nullptr;
+    QxRect m_bounds;
+    QxDEdgeDList m_affectedEdges;
+    QxGraphObjectStatusEnum m_status = QxStatusUnchanged;
+    QxGeometricUpdateInfo* m_updateInfo = nullptr;
+    QxTransform m_transform;
+    QxQTree* m_quadTree = nullptr;
+    std::int32_t m_multiEdgeSpacing = 8;
+    QxSpacing m_leftMargin;
+    QxSpacing m_rightMargin;
+    QxSpacing m_bottomMargin;
+    QxSpacing m_topMargin;
+    QxSpacing m_nestedViewLeft;
+    QxSpacing m_nestedViewRight;
+    QxSpacing m_nestedViewTop;
+    QxSpacing m_nestedViewBottom;
+    QxSize m_minSize;
+    std::unique_ptr<qx::internal::ExtentTree> m_extents;
+};

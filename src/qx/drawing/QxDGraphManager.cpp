@@ -1,0 +1,332 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+#include "qx/drawing/QxDGraphManager.h"
+
+#include <ostream>
+
+#include "qx/drawing/QxDEdge.h"
+#include "qx/drawing/QxDNode.h"
+#include "qx/drawing/QxFactory.h"
+#include "qx/foundation/graph/QxChildGraphForest.h"
+#include "qx/foundation/graph/internal/EachObject.h"
+#include "qx/foundation/util/QxDebugStream.h"
+
+using qx::internal::each;
+
+QxDGraphManager::QxDGraphManager(QxOwnedObject* owner, int, QxFactory*) : QxGraphManager(owner) {
+    initSwitches();
+}
+
+QxDGraphManager::QxDGraphManager(const QxDGraphManager& source, QxDeepFlagEnum depth)
+    : QxGraphManager(source.pUnverifiedFactory()) {
+    initSwitches();
+    if (depth == QxDeepCopy) {
+        QxDGraphManager::copyGraphManager(&source, 1);
+    } else {
+        QxDGraphManager::copyGraphManager(&source, 0);
+    }
+}
+
+QxDGraphManager::~QxDGraphManager() {
+    m_anchor = nullptr;
+    QxDGraphManager::emptyTopology();
+}
+
+void QxDGraphManager::initSwitches() {
+    compressMetaEdges(1);
+    reflexiveMetaEdgeReplacement(1);
+    ignoreConnectorsForMetaEdges(1);
+}
+
+QxOwnedObject* QxDGraphManager::pOwnerObject() const {
+    return nullptr;
+}
+
+std::size_t QxDGraphManager::sizeOf() const {
+    return QxGraphManager::sizeOf() + sizeof(QxDGraphManager) - sizeof(QxGraphManager);
+}
+
+int QxDGraphManager::levelNumber() const {
+    return 2;
+}
+
+int QxDGraphManager::checkInvariants() const {
+    if (QxGraphManager::checkInvariants() == 0) {
+        return 0;
+    }
+    if (m_anchor != nullptr && m_anchor->pOwnerGraphManager() != this) {
+        qxDebugStream() << "manager: its anchor graph is not one of its graphs\n";
+        return 0;
+    }
+    return 1;
+}
+
+void QxDGraphManager::innerDebugOutput(int depth) const {
+    QxGraphManager::innerDebugOutput(depth);
+    qxDebugIndent(depth) << (m_anchor != nullptr ? "with an anchor graph\n" : "without anchor\n");
+}
+
+QxObject* QxDGraphManager::vCloneObject() const {
+    return new QxDGraphManager(*this, QxDeepCopy);
+}
+
+QxObject* QxDGraphManager::vCloneAttributes() const {
+    return new QxDGraphManager(*this, QxAttributeCopy);
+}
+
+QxGraph* QxDGraphManager::vNewGraph(int type) {
+    auto* factory = static_cast<QxFactory*>(pFactory());
+    QxDGraph* graph = factory != nullptr ? factory->qxNewDGraph(this, type) : nullptr;
+    if (graph != nullptr) {
+        graph->needsUpdateGraphBounds(0);
+    }
+    return graph;
+}
+
+QxGraph* QxDGraphManager::vNewIntergraph(int type) {
+    auto* factory = static_cast<QxFactory*>(pFactory());
+    QxDGraph* graph = factory != nullptr ? factory->qxNewInterDGraph(this, type) : nullptr;
+    if (graph != nullptr) {
+        markAsIntergraph(graph);
+        if (m_anchor != nullptr) {
+            graph->vUpdateTransform(*m_anchor->pTransform());
+        }
+    }
+    return graph;
+}
+
+QxGraph* QxDGraphManager::vInsertGraph(QxGraph* graph) {
+    auto* inserted = static_cast<QxDGraph*>(QxGraphManager::vInsertGraph(graph));
+    if (inserted != nullptr) {
+        // Outside a manager raw moves may have left the bounds behind.
+        inserted->disableGraphBounds(1, 0);
+        inserted->disableGraphBounds(0, 0);
+        if (numberOfGraphs() == 1) {
+            showAnchor(inserted);
+        }
+    }
+    return inserted;
+}
+
+QxGraph* QxDGraphManager::vRemoveGraph(QxGraph* graph) {
+    if (graph == nullptr || graph == pQueryIntergraph() || graph->pOwnerGraphManager() != this) {
+        return nullptr;
+    }
+    if (graph == m_anchor) {
+        showAnchor(pFindNewAnchorGraph());
+    }
+    return QxGraphManager::vRemoveGraph(graph);
+}
+
+void QxDGraphManager::showAnchor(QxDGraph* graph) {
+    m_anchor = graph;
+    for (QxDGraph* shown : {graph, pQueryIntergraph()}) {
+        if (shown != nullptr && shown->needsUpdateGraphBounds() != 0) {
+            shown->calculateGraphBounds(0);
+        }
+    }
+}
+
+int QxDGraphManager::vDiscardGraph(QxGraph* graph) {
+    return QxGraphManager::vDiscardGraph(graph);
+}
+
+int QxDGraphManager::vTransferTopology(QxGraphManager* manager) {
+    auto* other = static_cast<QxDGraphManager*>(manager);
+    if (other == nullptr || other == this || pFactory() == nullptr ||
+        other->pFactory() != pFactory()) {
+        return 0;
+    }
+    QxDGraph* anchor = other->m_anchor;
+    const int moved = QxGraphManager::vTransferTopology(other);
+    other->showAnchor(nullptr);
+    if (m_anchor == nullptr) {
+        showAnchor(anchor);
+    }
+    return moved;
+}
+
+void QxDGraphManager::copyGraphManager(const QxGraphManager* source, int deep) {
+    const auto* other = static_cast<const QxDGraphManager*>(source);
+    compressMetaEdges(other->compressMetaEdges());
+    reflexiveMetaEdgeReplacement(other->reflexiveMetaEdgeReplacement());
+    ignoreConnectorsForMetaEdges(other->ignoreConnectorsForMetaEdges());
+    QxGraphManager::copyGraphManager(source, deep);
+    QxDGraph* anchor = nullptr;
+    if (deep != 0 && levelNumber() == source->levelNumber()) {
+        QxDListCell* mine = pGraphList()->pFirstCell();
+        for (const QxDGraph* graph : each<QxDGraph>(*source->pGraphList())) {
+            if (graph == other->m_anchor && mine != nullptr) {
+                anchor = static_cast<QxDGraph*>(mine->pObject());
+            }
+            mine = mine != nullptr ? mine->pNextCell() : nullptr;
+        }
+    }
+    showAnchor(anchor != nullptr ? anchor : pFirstGraph());
+}
+
+void QxDGraphManager::internalDuplicateTopology(QxGraphManager* source) {
+    QxGraphManager::internalDuplicateTopology(source);
+    if (source != nullptr && source != this && levelNumber() == source->levelNumber()) {
+        for (QxDGraph* graph : each<QxDGraph>(*pGraphList())) {
+            graph->calculateGraphBounds(0);
+        }
+    }
+}
+
+void QxDGraphManager::emptyTopology() {
+    QxGraphManager::emptyTopology();
+    m_anchor = nullptr;
+}
+
+QxDGraph* QxDGraphManager::pFindNewAnchorGraph() const {
+    if (m_anchor == nullptr || numberOfGraphs() < 2) {
+        return nullptr;
+    }
+    QxDGraph* around = m_anchor->pNestedWithinGraph();
+    if (around != nullptr && around->isHideGraph() == 0 && around->isIntergraph() == 0) {
+        return around;
+    }
+    const auto suits = [this](const QxDGraph* graph) {
+        return graph != m_anchor && graph->isHideGraph() == 0 && graph->isIntergraph() == 0;
+    };
+    QxGraphDList children;
+    m_anchor->buildChildGraphList(&children);
+    for (QxDGraph* graph : each<QxDGraph>(children)) {
+        if (graph->nested() != 0 && suits(graph)) {
+            return graph;
+        }
+    }
+    for (QxDGraph* graph : each<QxDGraph>(*pGraphList())) {
+        const QxDNode* parent = graph->pParentNode();
+        if (suits(graph) && graph->nested() == 0 &&
+            (parent == nullptr || parent->isFolderNode() == 0)) {
+            return graph;
+        }
+    }
+    return nullptr;
+}
+
+int QxDGraphManager::nestedInAnchorGraph(const QxDGraph* graph) const {
+    for (; graph != nullptr; graph = graph->pNestedWithinGraph()) {
+        if (graph == m_anchor) {
+            return 1;
+        }
+    }
+    return 0;
+}
+
+QxDGraph* QxDGraphManager::pNearestCommonAncestorGraph(const QxDGraph* first,
+                                                       const QxDGraph* second) const {
+    for (const QxDGraph* a = first; a != nullptr; a = a->pNestedWithinGraph()) {
+        for (const QxDGraph* b = second; b != nullptr; b = b->pNestedWithinGraph()) {
+            if (a == b) {
+                return const_cast<QxDGraph*>(a);
+            }
+        }
+    }
+    return nullptr;
+}
+
+void QxDGraphManager::calculateGraphBounds() {
+    QxDGraphDList outerFirst;
+    if (QxDGraph* between = pQueryIntergraph()) {
+        outerFirst.appendGraph(between);
+    }
+    if (m_anchor != nullptr) {
+        QxDListCell* cell = outerFirst.appendGraph(m_anchor);
+        for (; cell != nullptr; cell = cell->pNextCell()) {
+            QxGraphDList children;
+            static_cast<QxDGraph*>(cell->pObject())->buildChildGraphList(&children);
+            for (QxDGraph* graph : each<QxDGraph>(children)) {
+                if (graph->nested() != 0) {
+                    outerFirst.appendGraph(graph);
+                }
+            }
+        }
+    }
+    for (QxDListCell* cell = outerFirst.pLastCell(); cell != nullptr;
+         cell = cell->pPreviousCell()) {
+        static_cast<QxDGraph*>(cell->pObject())->calculateGraphBounds(0);
+    }
+}
+
+void QxDGraphManager::disableQuadTreeUpdates(int disable) {
+    for (QxDGraph* graph : each<QxDGraph>(*pGraphList())) {
+        graph->disableQuadTreeUpdates(disable);
+    }
+    if (QxDGraph* between = pQueryIntergraph()) {
+        between->disableQuadTreeUpdates(disable);
+    }
+}
+
+void QxDGraphManager::nullClonedObjectFields() {
+    for (QxDGraph* graph : {m_anchor, pQueryIntergraph()}) {
+        if (graph == nullptr) {
+            continue;
+        }
+        graph->pClonedGraph(nullptr);
+        for (QxDNode* node : each<QxDNode>(*graph->pNodeList())) {
+            node->pClonedNode(nullptr);
+        }
+        for (const QxEdgeDList* list :
+             {graph->pEdgeList(), graph->pDisconnectedEdgeList(), graph->pDeactivatedEdgeList()}) {
+            for (QxDEdge* edge : each<QxDEdge>(*list)) {
+                edge->pClonedEdge(nullptr);
+            }
+        }
+    }
+}
+
+QxDGraph* QxDGraphManager::addGraph(int type) {
+    return static_cast<QxDGraph*>(QxGraphManager::addGraph(type));
+}
+
+QxDGraph* QxDGraphManager::insertGraph(QxDGraph* graph) {
+    return static_cast<QxDGraph*>(QxGraphManager::insertGraph(graph));
+}
+
+QxDGraph* QxDGraphManager::removeGraph(QxDGraph* graph) {
+    return static_cast<QxDGraph*>(QxGraphManager::removeGraph(graph));
+}
+
+int QxDGraphManager::discardGraph(QxDGraph* graph) {
+    return QxGraphManager::discardGraph(graph);
+}
+
+QxDEdge* QxDGraphManager::addEdge(QxDNode* source, QxDNode* target, int type) {
+    return static_cast<QxDEdge*>(QxGraphManager::addEdge(source, target, type));
+}
+
+QxDEdge* QxDGraphManager::insertEdge(QxDEdge* edge, QxDNode* source, QxDNode* target) {
+    return static_cast<QxDEdge*>(QxGraphManager::insertEdge(edge, source, target));
+}
+
+QxDEdge* QxDGraphManager::removeEdge(QxDEdge* edge) {
+    return static_cast<QxDEdge*>(QxGraphManager::removeEdge(edge));
+}
+
+int QxDGraphManager::discardEdge(QxDEdge* edge) {
+    return QxGraphManager::discardEdge(edge);
+}
+
+int QxDGraphManager::transferTopology(QxDGraphManager* manager) {
+    return QxGraphManager::transferTopology(manager);
+}
+
+QxDGraph* QxDGraphManager::pFirstGraph() const {
+    return static_cast<QxDGraph*>(QxGraphManager::pFirstGraph());
+}
+
+QxDGraph* QxDGraphManager::pLastGraph() const {
+    return static_cast<QxDGraph*>(QxGraphManager::pLastGraph());
+}
+
+QxDGraph* QxDGraphManager::pIntergraph() {
+    return static_cast<QxDGraph*>(QxGraphManager::pIntergraph());
+}
+
+QxDGraph* QxDGraphManager::pQueryIntergraph() const {
+    return static_cast<QxDGraph*>(QxGraphManager::pQueryIntergraph());
+}

@@ -1,0 +1,67 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+// What overlaps a rectangle, answered from the lists of the graph.
+
+#include "qx/drawing/QxDEdge.h"
+#include "qx/drawing/QxDGraph.h"
+#include "qx/drawing/QxDGraphManager.h"
+#include "qx/drawing/QxDNode.h"
+#include "qx/drawing/QxPEdge.h"
+#include "qx/drawing/QxPNode.h"
+#include "qx/drawing/QxPathIter.h"
+#include "qx/foundation/graph/internal/EachObject.h"
+
+using qx::internal::each;
+
+int QxDGraph::overlaps(const QxRect& rect, int nodes, int pathNodes, int pathEdges, int nodeLabels,
+                       int connectorLabels, int edgeLabels, int graphLabels,
+                       int inOwnGraph) const {
+    if ((nodes | pathNodes | pathEdges | nodeLabels | connectorLabels | edgeLabels | graphLabels) ==
+        0) {
+        return 0;
+    }
+    QxRect region = rect;
+    if (inOwnGraph == 0) {
+        inverseExpandedTransformRect(region);
+    }
+    return overlapsFromGraphLists(region, nodes, pathNodes, pathEdges);
+}
+
+int QxDGraph::overlapsIntergraphEdges(const QxRect& rect, int pathNodes, int pathEdges,
+                                      int edgeLabels, int inOwnGraph) const {
+    const QxDGraphManager* manager = pOwnerGraphManager();
+    const QxDGraph* between = manager != nullptr ? manager->pQueryIntergraph() : nullptr;
+    return between != nullptr
+               ? between->overlaps(rect, 0, pathNodes, pathEdges, 0, 0, edgeLabels, 0, inOwnGraph)
+               : 0;
+}
+
+int QxDGraph::overlapsFromGraphLists(const QxRect& region, int nodes, int pathNodes,
+                                     int pathEdges) const {
+    if (nodes != 0) {
+        for (const QxDNode* node : each<QxDNode>(*pNodeList())) {
+            if (node->pIRect()->intersectsRect(region) != 0) {
+                return 1;
+            }
+        }
+    }
+    if (pathNodes == 0 && pathEdges == 0) {
+        return 0;
+    }
+    for (QxDEdge* edge : each<QxDEdge>(*pEdgeList())) {
+        if (isIntergraph() != 0 && edge->isVisible() == 0) {
+            continue;
+        }
+        for (QxPathIter step(edge, QxIterForward); step; ++step) {
+            if (pathEdges != 0 && step.pEdge()->ntIntersectsRect(&region, 1) != 0) {
+                return 1;
+            }
+            if (pathNodes != 0 && step.pNode() != nullptr &&
+                region.within(step.pNode()->iCenter()) != 0) {
+                return 1;
+            }
+        }
+    }
+    return 0;
+}

@@ -1,0 +1,239 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <memory>
+
+#include "qx/drawing/QxDrawingDLists.h"
+#include "qx/drawing/QxDrawingFlags.h"
+#include "qx/drawing/QxGNode.h"
+#include "qx/drawing/QxGraphObjectStatusEnum.h"
+#include "qx/foundation/geometry/QxDirectionEnum.h"
+
+class QxFactory;
+class QxShape;
+class QxShapeResource;
+
+/// The node that applications draw: a rectangle with a center, a size and a shape.
+///
+/// Coordinates and the coordinate flag are those of QxGNode. Sizes below 0 count as 0. Every full
+/// change updates the graph bounds and fires a drawing change event; the raw operations (`nt...`)
+/// fire, too, but leave the bounds to their caller.
+class QX_API QxDNode : public QxGNode {
+public:
+    /// Only the owner is used.
+    QxDNode(QxOwnedObject* owner, int type, QxFactory* factory);
+    /// A detached copy in the factory of `source`.
+    QxDNode(const QxDNode& source, QxDeepFlagEnum depth);
+    ~QxDNode() override;
+
+    /// @name What every graph object answers
+    /// @{
+    std::size_t sizeOf() const override;
+    int checkInvariants() const override;
+    int levelNumber() const override;
+    void internalDuplicateTopology(QxNode* source) override;
+    void innerDebugOutput(int depth) const override;
+    void actOnDiscard() override;
+    /// Takes over place, size and clipping of `source`, and with `deep` nonzero its shape; without,
+    /// the node shows the default shape afterwards.
+    void copyNode(const QxNode* source, int deep) override;
+    QxDNode* cloneObject() const { return static_cast<QxDNode*>(vCloneObject()); }
+    QxDNode* cloneAttributes() const { return static_cast<QxDNode*>(vCloneAttributes()); }
+    /// @}
+
+    /// @name Stored geometry, in owner-graph coordinates
+    /// @{
+    QxPoint iCenter() const override { return m_rect.center(); }
+    void iCenter(QxPoint& center) const override { center = m_rect.center(); }
+    QxSize iSize() const override { return m_rect.size(); }
+    void iSize(QxSize& size) const override { size = m_rect.size(); }
+    std::int32_t iX() const override { return m_rect.x(); }
+    std::int32_t iY() const override { return m_rect.y(); }
+    std::int32_t iWidth() const override { return m_rect.width(); }
+    std::int32_t iHeight() const override { return m_rect.height(); }
+    const QxRect* pIRect() const { return &m_rect; }
+    /// @}
+
+    /// @name Moving (drawing/QxDNodeMoving.cpp)
+    /// @{
+    void restoreMovedNode() override;
+    /// Makes the bounding rectangle equal to `rect`, repairing everything attached. Nothing
+    /// happens, and nothing is fired, when it is equal already.
+    void updateForDiagramming(const QxRect& rect);
+    /// @}
+
+    /// @name Resizing (drawing/QxDNodeMoving.cpp)
+    /// @{
+
+    /// Gives the node a size about its center and repairs what is attached. Returns 1, also when it
+    /// has that size; 0 for an expanded node, and for anchor coordinates of an invisible one.
+    int resize(const QxSize& size, int inOwnGraph);
+    int resize(std::int32_t width, std::int32_t height, int inOwnGraph) {
+        return resize(QxSize(width, height), inOwnGraph);
+    }
+    /// The raw resize, in owner-graph coordinates.
+    void ntResize(const QxSize& size) { vResize(size); }
+    void ntResize(std::int32_t width, std::int32_t height) { vResize(QxSize(width, height)); }
+    void ntResizeAdjustConnectors(const QxSize& size) { vResizeAdjustConnectors(size); }
+    /// Resizes without touching the original size or the connectors.
+    virtual void internalResize(const QxSize& size);
+    void internalResize(std::int32_t width, std::int32_t height) {
+        internalResize(QxSize(width, height));
+    }
+    /// The size last set other than by reading a file; a setter returns its argument.
+    std::int32_t originalWidth() const { return m_originalWidth; }
+    std::int32_t originalHeight() const { return m_originalHeight; }
+    QxSize originalSize() const { return {m_originalWidth, m_originalHeight}; }
+    std::int32_t originalWidth(std::int32_t value) { return m_originalWidth = value; }
+    std::int32_t originalHeight(std::int32_t value) { return m_originalHeight = value; }
+    QxSize originalSize(const QxSize& value);
+    /// @}
+
+    /// @name Shape (drawing/QxDNodeShape.cpp)
+    /// Nodes with equal shapes share one resource of their factory's database.
+    /// @{
+
+    /// The shape resource; a node without one takes its factory's default first. Null without one
+    /// and without a factory.
+    QxShapeResource* pShapeResource();
+    QxShapeResource* pQueryShapeResource() const { return m_shapeResource; }
+    /// Sets the pointer as it is; the reference that the caller holds becomes the node's.
+    QxShapeResource* pShapeResource(QxShapeResource* resource) {
+        return m_shapeResource = resource;
+    }
+    /// The shape shown; the factory's default before any was given, null without a factory.
+    const QxShape* pShape() const;
+    /// Gives the node a copy of `shape` (null: a rectangle) and repairs what is attached; with
+    /// `quietly` nonzero without records, index and event. Nothing happens to an expanded node or
+    /// when the shape is the same. Returns the node's shape afterwards.
+    const QxShape* pShape(const QxShape* shape, int quietly);
+    /// The light change used while building: no records and no event. With `hooks` nonzero the
+    /// hooks around a change of shape run. Returns the node's shape afterwards.
+    const QxShape* pChangeShape(const QxShape* shape, int hooks);
+    /// Makes the resource this node's own, registered nowhere, and returns it.
+    QxShapeResource* pChangeableShapeResource();
+    /// Registers the resource when it is registered nowhere, so that equal shapes are shared.
+    void updateShapeResource(QxShapeResource* resource);
+    /// Drops the node's reference; the node shows the default again.
+    void discardShapeResource();
+    void actBeforeChangeShape(const QxShape* shape);
+    void actAfterChangeShape();
+    /// @}
+
+    /// @name Tests and projections (drawing/QxDNodeProjection.cpp)
+    /// @{
+
+    /// Whether the point lies in the shape, its outline included.
+    int within(const QxPoint& point, int inOwnGraph) const;
+    /// Moves `from` to where the segment from there to `to` crosses the outline: of several
+    /// crossings the nearest to `to` on a rectangle, the nearest to `from` on any other shape.
+    /// Equal points ask whether the point lies on the outline. Nonzero when there is a crossing,
+    /// else `from` keeps its value.
+    int intersectsSegment(QxPoint& from, const QxPoint& to, int inOwnGraph) const;
+    /// Projects the point, in owner-graph coordinates, onto the outline from its closest side;
+    /// returns the direction used, 4 (and no change) for a point outside both ranges of the node.
+    QxDirectionEnum computeProjection(QxPoint& point) const;
+    /// Projects the point onto the outline, travelling in `direction`: onto the side of a rectangle
+    /// that is left last; onto any other shape where the way to the point meets it first, from the
+    /// side that is entered first or, when that way misses, from the opposite one. 1 when the point
+    /// was moved, 0 for one outside both ranges.
+    int computeProjection(QxPoint& point, QxDirectionEnum direction) const;
+    /// Moves an offset from the center that lies on a side of the bounding rectangle onto the
+    /// outline; per-mil of the half extents or constant. Other offsets stay.
+    void computeProjectionAtShapeBorder(std::int32_t& x, std::int32_t& y, int perMil) const;
+    /// Pushes a point out of the node in a direction, by at least the larger extent. In anchor
+    /// coordinates of an invisible node the point stays.
+    void moveOutside(QxPoint& point, QxDirectionEnum direction, int inOwnGraph) const;
+    /// @}
+
+    /// @name Extents with what hangs on the node
+    /// @{
+    void ntBoundingRectWithSubObjects(QxRect& rect, int labels, int connectors,
+                                      int connectorLabels) const;
+    int getBoundingRectWithSubObjects(QxRect& rect, int labels, int connectors, int connectorLabels,
+                                      int inOwnGraph) const;
+    int getBoundingRectWithConnectors(QxRect& rect, int inOwnGraph) const;
+    /// @}
+
+    /// @name State
+    /// @{
+
+    /// Whether edges are clipped here even when they do not ask for it.
+    int forceClipping() const { return hasFlag(qx::flags::NodeForceClipping); }
+    int forceClipping(int value);
+    int isFolderNode() const { return hasFlag(qx::flags::NodeFolder); }
+    int setFolderNode(int value) {
+        setFlag(qx::flags::NodeFolder, value);
+        return value;
+    }
+    /// Whether the node shows a nested graph. Nesting is not there yet: 0.
+    int expanded() const { return 0; }
+    QxGraphObjectStatusEnum graphObjectStatus() const { return m_status; }
+    QxGraphObjectStatusEnum graphObjectStatus(QxGraphObjectStatusEnum value) {
+        return m_status = value;
+    }
+    /// The copy made of this node while its manager stored clones.
+    QxDNode* pClonedNode() const;
+    QxDNode* pClonedNode(QxDNode* node);
+    /// The rectangle saved for self-loops; owned by the node, like pRectBeforeMove.
+    const QxRect* pRectBeforeMoveForSelfLoops() const;
+    const QxRect* pRectBeforeMoveForSelfLoops(const QxRect* rect);
+    /// @}
+
+    /// @name Reports to the update records
+    /// The flags ask for the node labels, connector labels, connectors and incident edges, too.
+    /// @{
+    void actBeforeRemove(QxGeometricUpdateInfo* own, QxGeometricUpdateInfo* intergraph, int labels,
+                         int connectorLabels, int connectors, int edges);
+    void actAfterInsert(QxGeometricUpdateInfo* own, QxGeometricUpdateInfo* intergraph, int labels,
+                        int connectorLabels, int connectors, int edges);
+    void actBeforeGeometryChanges(QxGeometricUpdateInfo* own, QxGeometricUpdateInfo* intergraph,
+                                  int labels, int connectorLabels, int connectors, int edges);
+    void actAfterGeometryChanges(QxGeometricUpdateInfo* own, QxGeometricUpdateInfo* intergraph,
+                                 int labels, int connectorLabels, int connectors, int edges);
+    /// Forgets the clip points of the incident edges, and that their visible parts are current.
+    void invalidateIncidentEdgeEndPoints();
+    /// @}
+
+protected:
+    void vActBeforeGeometryChanges(QxGeometricUpdateInfo* own,
+                                   QxGeometricUpdateInfo* intergraph) override;
+    void vActAfterGeometryChanges(QxGeometricUpdateInfo* own,
+                                  QxGeometricUpdateInfo* intergraph) override;
+    void vMoveTo(const QxPoint& center) override;
+    virtual void vResize(const QxSize& size);
+    virtual void vResizeAdjustConnectors(const QxSize& size);
+    virtual void actOnResize(const QxSize& oldSize);
+    void actOnChangeOwner(QxOwnedObject* owner, int valid) override;
+    QxObject* vCloneObject() const override;
+    QxObject* vCloneAttributes() const override;
+
+private:
+    friend class QxDGraph;
+
+    struct Phase;
+    struct Rare;
+
+    Rare& rare();
+    /// Gives the node its rectangle, and tells the graph's extents and the incident edges.
+    void placeRect(const QxRect& rect);
+    /// Brings the graph's extent of this node up to date.
+    void refreshExtent();
+    void report(const Phase& phase, QxGeometricUpdateInfo* own, QxGeometricUpdateInfo* intergraph,
+                int labels, int connectorLabels, int connectors, int edges) const;
+    void copyDiagrammingNode(const QxDNode& source);
+    void shareShapeOf(QxDNode& source);
+    void giveShape(const QxShape* shape);
+    bool showsShape(const QxShape* shape) const;
+    void unmarkIncidentEdges();
+
+    QxRect m_rect{40, 40};
+    std::int32_t m_originalWidth = 40;
+    std::int32_t m_originalHeight = 40;
+    QxShapeResource* m_shapeResource = nullptr;
+    std::unique_ptr<Rare> m_rare;
+    QxGraphObjectStatusEnum m_status = QxStatusUnchanged;
+    std::int32_t m_extentSlot = -1;
+};

@@ -1,0 +1,118 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+// Moves and resizes of drawing nodes. The raw steps change the rectangle, outdate the incident
+// edges and fire; the full ones bring the bounds of the graph up to date around them.
+
+#include <algorithm>
+
+#include "qx/drawing/QxDGraph.h"
+#include "qx/drawing/QxDNode.h"
+#include "qx/drawing/internal/GeometryBracket.h"
+#include "qx/events/internal/FireDrawingChange.h"
+
+namespace {
+
+/// A node's rectangle is never inverted: sizes below 0 count as 0.
+QxSize usableSize(const QxSize& size) {
+    return {std::max(size.width(), 0), std::max(size.height(), 0)};
+}
+
+void fireBoundsChange(QxDNode& node, QxDrawingChangeEventTypeEnum type, const QxRect& oldRect) {
+    qx::internal::fireDrawingChange(
+        node, type, [&] { return new QxDrawingChangeEventData(&node, &oldRect, node.pIRect()); });
+}
+
+}  // namespace
+
+void QxDNode::placeRect(const QxRect& rect) {
+    m_rect = rect;
+    refreshExtent();
+    invalidateIncidentEdgeEndPoints();
+}
+
+void QxDNode::vMoveTo(const QxPoint& center) {
+    const QxRect oldRect = m_rect;
+    QxRect rect = m_rect;
+    rect.moveTo(center);
+    placeRect(rect);
+    fireBoundsChange(*this, NodeMoved, oldRect);
+}
+
+void QxDNode::updateForDiagramming(const QxRect& rect) {
+    const QxPoint center = rect.center();
+    const QxSize size = usableSize(rect.size());
+    if (center == iCenter() && size == iSize()) {
+        return;
+    }
+    qx::internal::changeNodeGeometry(*this, [&] {
+        if (!(size == iSize())) {
+            vResizeAdjustConnectors(size);
+        }
+        if (!(center == iCenter())) {
+            vMoveTo(center);
+        }
+    });
+}
+
+void QxDNode::restoreMovedNode() {
+    if (const QxRect* saved = pRectBeforeMove()) {
+        vMoveTo(saved->center());
+        pRectBeforeMove(nullptr);
+    }
+}
+
+int QxDNode::resize(const QxSize& size, int inOwnGraph) {
+    if (expanded() != 0) {
+        return 0;
+    }
+    QxSize newSize = size;
+    if (inOwnGraph == 0) {
+        if (isVisible() == 0) {
+            return 0;
+        }
+        pOwnerGraph()->inverseExpandedTransformSize(newSize);
+    }
+    newSize = usableSize(newSize);
+    const QxSize oldSize = iSize();
+    if (newSize == oldSize) {
+        return 1;
+    }
+    qx::internal::changeNodeGeometry(*this, [&] {
+        vResizeAdjustConnectors(newSize);
+        actOnResize(oldSize);
+    });
+    return 1;
+}
+
+void QxDNode::vResize(const QxSize& size) {
+    const QxDGraph* graph = pOwnerGraph();
+    if (graph == nullptr || graph->fileReadRunning() == 0) {
+        originalSize(usableSize(size));
+    }
+    QxDNode::internalResize(size);
+}
+
+void QxDNode::vResizeAdjustConnectors(const QxSize& size) {
+    vResize(size);
+}
+
+void QxDNode::internalResize(const QxSize& size) {
+    const QxSize newSize = usableSize(size);
+    if (newSize == iSize()) {
+        return;
+    }
+    const QxRect oldRect = m_rect;
+    QxRect rect = m_rect;
+    rect.resize(newSize);
+    placeRect(rect);
+    fireBoundsChange(*this, NodeResized, oldRect);
+}
+
+void QxDNode::actOnResize(const QxSize&) {}
+
+QxSize QxDNode::originalSize(const QxSize& value) {
+    m_originalWidth = value.width();
+    m_originalHeight = value.height();
+    return value;
+}

@@ -1,0 +1,52 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "qx/foundation/graph/QxGraphFlags.h"
+
+/// State bits of drawing objects, beside those of the graph layer.
+namespace qx::flags {
+
+// Drawing nodes.
+inline constexpr std::uint32_t NodeForceClipping = 0x40;
+inline constexpr std::uint32_t NodeFolder = 0x80;
+
+// Path nodes (bends).
+inline constexpr std::uint32_t BendVisible = 0x40;     ///< in the visible part of its edge
+inline constexpr std::uint32_t BendNewVisible = 0x80;  ///< in the visible part being computed
+
+// Path edges (segments).
+inline constexpr std::uint32_t SegmentVisible = 0x800;
+inline constexpr std::uint32_t SegmentNewVisible = 0x1000;
+
+// Drawing edges.
+inline constexpr std::uint32_t EdgeFromConnectorValid = 0x200;
+inline constexpr std::uint32_t EdgeToConnectorValid = 0x400;
+inline constexpr std::uint32_t EdgeHasVisiblePart = 0x800;
+inline constexpr std::uint32_t EdgeVisiblePartUpdated = 0x1000;
+inline constexpr std::uint32_t EdgePartiallyUpdated = 0x2000;
+inline constexpr std::uint32_t EdgeClipSource = 0x4000;
+inline constexpr std::uint32_t EdgeClipTarget = 0x8000;
+inline constexpr std::uint32_t EdgeMulti = 0x10000;
+inline constexpr std::uint32_t EdgeMeta = 0x20000;
+inline constexpr std::uint32_t EdgeOrthogonal = 0x40000;
+
+// Drawing graphs.
+inline constexpr std::uint32_t GraphNodeLabels = 0x800;  ///< the low of two bits, for each kind
+inline constexpr std::uint32_t GraphEdgeLabels = 0x2000;
+inline constexpr std::uint32_t GraphConnectorLabels = 0x8000;
+inline constexpr std::uint32_t GraphNeedsBounds = 0x20000;
+inline constexpr std::uint32_t GraphBoundsInitialized = 0x40000;
+inline constexpr std::uint32_t GraphOrthogonal = 0x80000;
+
+// Drawing graph managers.
+inline constexpr std::uint32_t ManagerReading = 0x10;
+inline constexpr std::uint32_t ManagerUpdatingAffected = 0x800;
+inline constexpr std::uint32_t ManagerControlStarted = 0x1000;
+inline constexpr std::uint32_t ManagerCompressMetaEdges = 0x2000;
+inline constexpr std::uint32_t ManagerReplaceReflexive = 0x4000;
+inline constexpr std::uint32_t ManagerIgnoreConnectors = 0x8000;
+inline constexpr std::uint32_t ManagerStoreClones = 0x10000;
+
+}  // namespace qx::flags

@@ -1,0 +1,291 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+#include "qx/drawing/QxPEdge.h"
+
+#include <ostream>
+
+#include "qx/drawing/QxDEdge.h"
+#include "qx/drawing/QxDGraph.h"
+#include "qx/drawing/QxGeometricUpdateInfo.h"
+#include "qx/drawing/QxPNode.h"
+#include "qx/drawing/internal/EdgeEnd.h"
+#include "qx/drawing/internal/PathOwner.h"
+#include "qx/foundation/util/QxDebugStream.h"
+
+namespace {
+
+bool isBend(const QxNode* node) {
+    return node != nullptr && (node->flagWord() & qx::flags::PathObject) != 0;
+}
+
+}  // namespace
+
+/// One of the four moments at which a segment reports: where its rectangle goes, and how a straight
+/// owner edge brings its visible part up to date afterwards (null: it is before the change).
+struct QxPEdge::Phase {
+    void (QxGeometricUpdateInfo::*collect)(const QxGraphObject*, const QxRect&);
+    void (QxDEdge::*updateStraightEdge)(QxGeometricUpdateInfo*);
+};
+
+QxPEdge::QxPEdge(QxOwnedObject* owner) : QxGEdge(nullptr) {
+    // The owner is set only now: the graph would list the segment among its own members.
+    pOwner(qx::internal::ownerOfFreePathObject(owner));
+    setFlag(qx::flags::PathObject, 1);
+}
+
+QxPEdge::~QxPEdge() {
+    if (QxDEdge* edge = pOwnerEdge()) {
+        edge->detachPEdge(this);
+    }
+}
+
+int QxPEdge::isPathEdge() const {
+    return 1;
+}
+
+int QxPEdge::vIsVisible() const {
+    const QxDEdge* edge = pOwnerEdge();
+    return edge != nullptr && edge->isVisible() != 0 ? QxGEdge::vIsVisible() : 0;
+}
+
+std::size_t QxPEdge::sizeOf() const {
+    return QxGEdge::sizeOf() + sizeof(QxPEdge) - sizeof(QxGEdge);
+}
+
+int QxPEdge::checkInvariants() const {
+    return QxGEdge::checkInvariants();
+}
+
+int QxPEdge::levelNumber() const {
+    return 1;
+}
+
+QxEdge* QxPEdge::pOriginalEdge() {
+    QxDEdge* edge = pOwnerEdge();
+    return edge != nullptr ? static_cast<QxEdge*>(edge) : this;
+}
+
+const QxEdge* QxPEdge::pOriginalEdge() const {
+    const QxDEdge* edge = pOwnerEdge();
+    return edge != nullptr ? static_cast<const QxEdge*>(edge) : this;
+}
+
+void QxPEdge::innerDebugOutput(int depth) const {
+    const QxPoint from = ntFromPoint(0);
+    const QxPoint to = ntToPoint(0);
+    qxDebugIndent(depth) << "segment: " << from.x() << ' ' << from.y() << " to " << to.x() << ' '
+                         << to.y() << (connected() != 0 ? "" : ", disconnected") << '\n';
+}
+
+int QxPEdge::isCurvedEdge() const {
+    const QxDEdge* edge = pOwnerEdge();
+    return edge != nullptr ? edge->isCurvedEdge() : 0;
+}
+
+int QxPEdge::canEnd(const QxNode* node) const {
+    if (QxGEdge::canEnd(node) == 0) {
+        return 0;
+    }
+    const QxDEdge* edge = pOwnerEdge();
+    if (edge == nullptr) {
+        return 1;
+    }
+    if (isBend(node)) {
+        return node->degree() + node->pDisconnectedEdgeList()->count() < 3 ? 1 : 0;
+    }
+    const bool isAtEnd = edge->m_sourcePathEdge == this || edge->m_targetPathEdge == this;
+    return isAtEnd && (node == edge->pSourceNode() || node == edge->pTargetNode()) ? 1 : 0;
+}
+
+int QxPEdge::canConnect(const QxNode* node) const {
+    const QxDEdge* edge = pOwnerEdge();
+    if (edge == nullptr || edge->connected() == 0 || QxGEdge::canConnect(node) == 0) {
+        return 0;
+    }
+    return !isBend(node) || static_cast<const QxPNode*>(node)->pOwnerEdge() == edge ? 1 : 0;
+}
+
+void QxPEdge::copyEdge(const QxEdge* source, int deep) {
+    QxDEdge* edge = pOwnerEdge();
+    QxNode* from = QxEdge::pSourceNode();
+    QxNode* to = QxEdge::pTargetNode();
+    if (edge != nullptr) {
+        edge->removePEdge(this);
+    }
+    QxGEdge::copyEdge(source, deep);
+    if (edge != nullptr) {
+        edge->insertPEdge(this, from, to);
+    }
+}
+
+template <class Change>
+int QxPEdge::changeEndInRecord(const Change& change) {
+    QxGeometricUpdateInfo record(pOwnerGraph(), 0, 0);
+    actBeforeGeometryChanges(&record, 1);
+    const int changed = change();
+    if (QxDEdge* edge = changed != 0 ? pOwnerEdge() : nullptr) {
+        edge->actOnEndObjectChange();
+    }
+    actAfterGeometryChanges(&record, 1);
+    record.enableAndRestoreState();
+    return changed;
+}
+
+int QxPEdge::changeSourceNodeWithoutConnect(QxNode* node) {
+    return changeEndInRecord([&] { return QxGEdge::changeSourceNodeWithoutConnect(node); });
+}
+
+int QxPEdge::changeTargetNodeWithoutConnect(QxNode* node) {
+    return changeEndInRecord([&] { return QxGEdge::changeTargetNodeWithoutConnect(node); });
+}
+
+void QxPEdge::setEnds(QxNode* source, QxNode* target) {
+    const int isConnected = connected();
+    nullEndNodes();
+    setFlag(qx::flags::EdgeConnected, isConnected);
+    // The lists of the bends hold the path together in every state, that of a detached edge too;
+    // the graph layer enters a segment there only while its owner is valid.
+    const int isValid = ownerValid();
+    ownerValid(1);
+    if (source != nullptr) {
+        QxGEdge::changeSourceNodeWithoutConnect(source);
+    }
+    if (target != nullptr) {
+        QxGEdge::changeTargetNodeWithoutConnect(target);
+    }
+    ownerValid(isValid);
+}
+
+void QxPEdge::readEnd(QxPoint& point, int clipped, bool atSource) const {
+    const QxDEdge* edge = pOwnerEdge();
+    const QxNode* node = atSource ? QxEdge::pSourceNode() : QxEdge::pTargetNode();
+    if (edge == nullptr || node == nullptr) {
+        return;
+    }
+    const bool isClipped = clipped != 0 && edge->isUpdatedVisiblePart() != 0 &&
+                           inVisiblePart() != 0 && edge->isClippedAt(atSource);
+    if (isBend(node)) {
+        const auto* bend = static_cast<const QxPNode*>(node);
+        if (!isClipped || bend->inVisiblePart() != 0) {
+            bend->iCenter(point);
+            return;
+        }
+    }
+    if (isClipped) {
+        edge->readClipPoint(point, *this, atSource);
+    } else {
+        point = qx::internal::EdgeEnd(*edge, atSource).center();
+    }
+}
+
+void QxPEdge::ntFromPoint(QxPoint& point, int clipped) const {
+    readEnd(point, clipped, true);
+}
+
+QxPoint QxPEdge::ntFromPoint(int clipped) const {
+    QxPoint point;
+    readEnd(point, clipped, true);
+    return point;
+}
+
+void QxPEdge::ntToPoint(QxPoint& point, int clipped) const {
+    readEnd(point, clipped, false);
+}
+
+QxPoint QxPEdge::ntToPoint(int clipped) const {
+    QxPoint point;
+    readEnd(point, clipped, false);
+    return point;
+}
+
+int QxPEdge::getSourcePoint(QxPoint& point, int inOwnGraph) const {
+    ntFromPoint(point, 0);
+    if (const QxDGraph* graph = inOwnGraph == 0 ? pOwnerGraph() : nullptr) {
+        graph->expandedTransformPoint(point);
+    }
+    return 1;
+}
+
+int QxPEdge::getTargetPoint(QxPoint& point, int inOwnGraph) const {
+    ntToPoint(point, 0);
+    if (const QxDGraph* graph = inOwnGraph == 0 ? pOwnerGraph() : nullptr) {
+        graph->expandedTransformPoint(point);
+    }
+    return 1;
+}
+
+int QxPEdge::getUserBoundingRect(QxRect& rect, int inOwnGraph) const {
+    QxPoint from;
+    QxPoint to;
+    if (getSourcePoint(from, inOwnGraph) == 0 || getTargetPoint(to, inOwnGraph) == 0) {
+        return 0;
+    }
+    rect = QxRect(from, to);
+    return 1;
+}
+
+int QxPEdge::isSlope() const {
+    const QxPoint from = ntFromPoint(1);
+    const QxPoint to = ntToPoint(1);
+    return from.x() != to.x() && from.y() != to.y() ? 1 : 0;
+}
+
+QxDirectionEnum QxPEdge::direction() const {
+    return ntFromPoint(1).direction(ntToPoint(1));
+}
+
+int QxPEdge::isUsable() const {
+    const QxDEdge* edge = pOwnerEdge();
+    return edge != nullptr && edge->canUsePart(*this, inVisiblePart()) ? 1 : 0;
+}
+
+int QxPEdge::inVisiblePart(int value) {
+    setFlag(qx::flags::SegmentVisible, value);
+    return value;
+}
+
+int QxPEdge::inNewVisiblePart(int value) {
+    if (const QxDEdge* edge = pOwnerEdge()) {
+        edge->invalidateEndPoints();
+    }
+    setFlag(qx::flags::SegmentNewVisible, value);
+    return value;
+}
+
+void QxPEdge::report(const Phase& phase, QxGeometricUpdateInfo* info, int recurse) {
+    QxDEdge* edge = pOwnerEdge();
+    if (edge == nullptr || !edge->reportsTo(info)) {
+        return;
+    }
+    if (!edge->liesWithinItsEnds()) {
+        QxRect rect;
+        ntBoundingRect(rect, 0);
+        (info->*phase.collect)(this, rect);
+    }
+    // The path of an edge with bends is walked only when somebody asks for its visible part, lest
+    // each of many bends that come one by one cost such a walk.
+    if (recurse != 0 && phase.updateStraightEdge != nullptr && edge->hasBends() == 0 &&
+        edge->isUpdatedVisiblePart() == 0) {
+        (edge->*phase.updateStraightEdge)(info);
+    }
+}
+
+void QxPEdge::actAfterInsert(QxGeometricUpdateInfo* info, int recurse) {
+    report({&QxGeometricUpdateInfo::updateAfterInsert, &QxDEdge::updateVisiblePartAfterInsert},
+           info, recurse);
+}
+
+void QxPEdge::actBeforeRemove(QxGeometricUpdateInfo* info, int recurse) {
+    report({&QxGeometricUpdateInfo::updateBeforeRemove, nullptr}, info, recurse);
+}
+
+void QxPEdge::actBeforeGeometryChanges(QxGeometricUpdateInfo* info, int recurse) {
+    report({&QxGeometricUpdateInfo::updateBeforeGeometryChanges, nullptr}, info, recurse);
+}
+
+void QxPEdge::actAfterGeometryChanges(QxGeometricUpdateInfo* info, int recurse) {
+    report({&QxGeometricUpdateInfo::updateAfterGeometryChanges,
+            &QxDEdge::updateVisiblePartAfterGeometryChanges},
+           info, recurse);
+}

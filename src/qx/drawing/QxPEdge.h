@@ -1,0 +1,83 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "qx/drawing/QxDrawingFlags.h"
+#include "qx/drawing/QxGEdge.h"
+#include "qx/foundation/geometry/QxDirectionEnum.h"
+
+class QxDEdge;
+class QxGeometricUpdateInfo;
+
+/// A segment: a straight piece of the path of a drawing edge, which owns it. It runs between two
+/// bends, or from the edge's source or to its target.
+class QX_API QxPEdge : public QxGEdge {
+public:
+    /// A segment in no path yet. A graph as owner stands for its factory.
+    explicit QxPEdge(QxOwnedObject* owner);
+    ~QxPEdge() override;
+
+    int isPathEdge() const override;
+    int vIsVisible() const override;
+    std::size_t sizeOf() const override;
+    int checkInvariants() const override;
+    int levelNumber() const override;
+    int changeSourceNodeWithoutConnect(QxNode* node) override;
+    int changeTargetNodeWithoutConnect(QxNode* node) override;
+    QxEdge* pOriginalEdge() override;
+    const QxEdge* pOriginalEdge() const override;
+    void innerDebugOutput(int depth) const override;
+    int canEnd(const QxNode* node) const override;
+    int canConnect(const QxNode* node) const override;
+    void copyEdge(const QxEdge* source, int deep) override;
+    /// The rectangle of the unclipped ends.
+    int getUserBoundingRect(QxRect& rect, int inOwnGraph) const override;
+    void ntFromPoint(QxPoint& point, int clipped) const override;
+    QxPoint ntFromPoint(int clipped) const override;
+    void ntToPoint(QxPoint& point, int clipped) const override;
+    QxPoint ntToPoint(int clipped) const override;
+    QxPEdge* pSourceOrPathEdge() override { return this; }
+    const QxPEdge* pSourceOrPathEdge() const override { return this; }
+    QxPEdge* pTargetOrPathEdge() override { return this; }
+    const QxPEdge* pTargetOrPathEdge() const override { return this; }
+    virtual int isCurvedEdge() const;
+
+    /// The edge whose segment this is; null while it is in no path.
+    QxDEdge* pOwnerEdge() const { return ownerValid() != 0 ? m_ownerEdge : nullptr; }
+    QxDEdge* pUnverifiedOwnerEdge() const { return m_ownerEdge; }
+    int isUsable() const;
+    int inVisiblePart() const { return hasFlag(qx::flags::SegmentVisible); }
+    int inVisiblePart(int value);
+    int inNewVisiblePart() const { return hasFlag(qx::flags::SegmentNewVisible); }
+    int inNewVisiblePart(int value);
+    /// The unclipped end points; 1.
+    int getSourcePoint(QxPoint& point, int inOwnGraph) const;
+    int getTargetPoint(QxPoint& point, int inOwnGraph) const;
+    /// Whether the clipped ends differ in both coordinates.
+    int isSlope() const;
+    QxDirectionEnum direction() const;
+
+    /// @name Reports to an update record; with `recurse` a straight owner edge also brings its
+    /// visible part up to date
+    /// @{
+    void actAfterInsert(QxGeometricUpdateInfo* info, int recurse);
+    void actBeforeRemove(QxGeometricUpdateInfo* info, int recurse);
+    void actBeforeGeometryChanges(QxGeometricUpdateInfo* info, int recurse);
+    void actAfterGeometryChanges(QxGeometricUpdateInfo* info, int recurse);
+    /// @}
+
+private:
+    friend class QxDEdge;
+    struct Phase;
+
+    void report(const Phase& phase, QxGeometricUpdateInfo* info, int recurse);
+    template <class Change>
+    int changeEndInRecord(const Change& change);
+    void readEnd(QxPoint& point, int clipped, bool atSource) const;
+    /// Sets both ends without a word to the graph; null leaves an end open. The segment keeps its
+    /// state.
+    void setEnds(QxNode* source, QxNode* target);
+
+    QxDEdge* m_ownerEdge = nullptr;
+};

@@ -1,0 +1,200 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+#include "qx/drawing/QxPNode.h"
+
+#include <ostream>
+
+#include "qx/drawing/QxDEdge.h"
+#include "qx/drawing/QxDGraph.h"
+#include "qx/drawing/QxGeometricUpdateInfo.h"
+#include "qx/drawing/QxPEdge.h"
+#include "qx/drawing/internal/ExtentTree.h"
+#include "qx/drawing/internal/PathOwner.h"
+#include "qx/events/internal/FireDrawingChange.h"
+#include "qx/foundation/util/QxDebugStream.h"
+
+/// One of the four moments at which a bend reports: where its point goes, and the hook by which its
+/// segments report.
+struct QxPNode::Phase {
+    void (QxGeometricUpdateInfo::*collect)(const QxGraphObject*, const QxRect&);
+    void (QxPEdge::*reportSegment)(QxGeometricUpdateInfo*, int);
+};
+
+QxPNode::QxPNode(QxOwnedObject* owner) : QxGNode(nullptr) {
+    // The owner is set only now: the graph would list the bend among its own members.
+    pOwner(qx::internal::ownerOfFreePathObject(owner));
+    setFlag(qx::flags::PathObject, 1);
+}
+
+QxPNode::~QxPNode() {
+    if (QxDEdge* edge = pOwnerEdge()) {
+        edge->detachPNode(this);
+    }
+    detachEdges();
+}
+
+QxObject* QxPNode::pParentEventSource() const {
+    return pOwnerEdge();
+}
+
+int QxPNode::isPathNode() const {
+    return 1;
+}
+
+int QxPNode::vIsVisible() const {
+    const QxDEdge* edge = pOwnerEdge();
+    return edge != nullptr && edge->isVisible() != 0 ? QxGNode::vIsVisible() : 0;
+}
+
+std::size_t QxPNode::sizeOf() const {
+    return QxGNode::sizeOf() + sizeof(QxPNode) - sizeof(QxGNode);
+}
+
+int QxPNode::checkInvariants() const {
+    if (QxGNode::checkInvariants() == 0) {
+        return 0;
+    }
+    const QxDEdge* edge = pOwnerEdge();
+    const bool counts = edge != nullptr && edge->countsInExtents();
+    if (counts != (m_extentSlot != qx::internal::ExtentTree::NoSlot)) {
+        qxDebugStream() << "bend: just those of connected edges have a place in graph extents\n";
+        return 0;
+    }
+    return 1;
+}
+
+int QxPNode::levelNumber() const {
+    return 1;
+}
+
+void QxPNode::actOnDiscard() {
+    qx::internal::endEventSource(*this);
+    QxGNode::actOnDiscard();
+}
+
+void QxPNode::innerDebugOutput(int depth) const {
+    qxDebugIndent(depth) << "bend: " << m_x << ' ' << m_y << '\n';
+}
+
+void QxPNode::copyNode(const QxNode* source, int deep) {
+    QxGNode::copyNode(source, deep);
+    if (source->isPathNode() != 0) {
+        const QxPoint center = static_cast<const QxPNode*>(source)->iCenter();
+        if (center != iCenter()) {
+            vMoveTo(center);
+        }
+    }
+}
+
+void QxPNode::restoreMovedNode() {
+    if (const QxRect* before = pRectBeforeMove()) {
+        vMoveTo(before->center());
+        pRectBeforeMove(nullptr);
+    }
+}
+
+void QxPNode::vMoveTo(const QxPoint& center) {
+    const QxPoint old = iCenter();
+    m_x = center.x();
+    m_y = center.y();
+    QxDEdge* edge = pOwnerEdge();
+    if (edge == nullptr) {
+        return;
+    }
+    edge->actOnEndObjectChange();
+    refreshExtent();
+    qx::internal::fireDrawingChange(*this, PathNodeMoved, [&] {
+        const QxRect oldRect(old, old);
+        const QxRect newRect(center, center);
+        return new QxDrawingChangeEventData(this, &oldRect, &newRect);
+    });
+}
+
+void QxPNode::updateForDiagramming(const QxPoint& center) {
+    QxGeometricUpdateInfo record(pOwnerGraph(), 0, 1);
+    actBeforeGeometryChanges(&record, 1, 1);
+    vMoveTo(center);
+    actAfterGeometryChanges(&record, 1, 1);
+    record.enableAndRestoreState();
+}
+
+int QxPNode::isUsable() const {
+    const QxDEdge* edge = pOwnerEdge();
+    return edge != nullptr && edge->canUsePart(*this, inVisiblePart()) ? 1 : 0;
+}
+
+int QxPNode::inVisiblePart(int value) {
+    setFlag(qx::flags::BendVisible, value);
+    return value;
+}
+
+int QxPNode::inNewVisiblePart(int value) {
+    setFlag(qx::flags::BendNewVisible, value);
+    return value;
+}
+
+void QxPNode::actOnChangeOwner(QxOwnedObject* owner, int valid) {
+    clearExtent();
+    QxGNode::actOnChangeOwner(owner, valid);
+    refreshExtent();
+}
+
+void QxPNode::refreshExtent() {
+    const QxDEdge* edge = pOwnerEdge();
+    if (edge != nullptr && edge->countsInExtents()) {
+        pOwnerGraph()->extents().set(m_extentSlot, QxRect(m_x, m_y, m_x, m_y));
+    } else {
+        clearExtent();
+    }
+}
+
+void QxPNode::clearExtent() {
+    if (m_extentSlot != qx::internal::ExtentTree::NoSlot) {
+        pOwnerGraph()->extents().clear(m_extentSlot);
+    }
+}
+
+void QxPNode::report(const Phase& phase, QxGeometricUpdateInfo* info, int recurse) {
+    const QxDEdge* edge = pOwnerEdge();
+    if (edge == nullptr || !edge->reportsTo(info)) {
+        return;
+    }
+    // Whether the bend is drawn may not be known at the moment. One that is not lies within a node,
+    // so that reporting it does no harm.
+    (info->*phase.collect)(this, QxRect(m_x, m_y, m_x, m_y));
+    if (recurse != 0) {
+        for (QxEdge* segment : {pFirstInEdge(), pFirstOutEdge()}) {
+            if (segment != nullptr) {
+                (static_cast<QxPEdge*>(segment)->*phase.reportSegment)(info, 0);
+            }
+        }
+    }
+}
+
+void QxPNode::actAfterInsert(QxGeometricUpdateInfo* info, int recurse, int) {
+    report({&QxGeometricUpdateInfo::updateAfterInsert, &QxPEdge::actAfterInsert}, info, recurse);
+}
+
+void QxPNode::actBeforeRemove(QxGeometricUpdateInfo* info, int recurse, int) {
+    report({&QxGeometricUpdateInfo::updateBeforeRemove, &QxPEdge::actBeforeRemove}, info, recurse);
+}
+
+void QxPNode::actBeforeGeometryChanges(QxGeometricUpdateInfo* info, int recurse, int) {
+    report(
+        {&QxGeometricUpdateInfo::updateBeforeGeometryChanges, &QxPEdge::actBeforeGeometryChanges},
+        info, recurse);
+}
+
+void QxPNode::actAfterGeometryChanges(QxGeometricUpdateInfo* info, int recurse, int) {
+    report({&QxGeometricUpdateInfo::updateAfterGeometryChanges, &QxPEdge::actAfterGeometryChanges},
+           info, recurse);
+}
+
+void QxPNode::vActBeforeGeometryChanges(QxGeometricUpdateInfo* own, QxGeometricUpdateInfo*) {
+    actBeforeGeometryChanges(own, 1, 1);
+}
+
+void QxPNode::vActAfterGeometryChanges(QxGeometricUpdateInfo* own, QxGeometricUpdateInfo*) {
+    actAfterGeometryChanges(own, 1, 1);
+}

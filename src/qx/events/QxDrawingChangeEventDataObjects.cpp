@@ -1,0 +1,63 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+#include "qx/drawing/QxDEdge.h"
+#include "qx/drawing/QxDGraph.h"
+#include "qx/drawing/QxDGraphManager.h"
+#include "qx/drawing/QxDNode.h"
+#include "qx/events/QxDrawingChangeEventData.h"
+#include "qx/events/internal/ObjectOfKind.h"
+
+using qx::internal::objectOfKind;
+
+QxGNode* QxDrawingChangeEventData::pSourceNode() const {
+    return objectOfKind<QxGNode>(pSourceObject(), &QxGraphObject::isNode);
+}
+
+QxDEdge* QxDrawingChangeEventData::pSourceEdge() const {
+    return objectOfKind<QxDEdge>(pSourceObject(), &QxGraphObject::isEdge);
+}
+
+QxDGraph* QxDrawingChangeEventData::pSourceGraph() const {
+    return objectOfKind<QxDGraph>(pSourceObject(), &QxGraphObject::isGraph);
+}
+
+QxDGraphManager* QxDrawingChangeEventData::pSourceGraphManager() const {
+    return objectOfKind<QxDGraphManager>(pSourceObject(), &QxGraphObject::isGraphManager);
+}
+
+QxDGraph* QxDrawingChangeEventData::pOldOwnerGraph() const {
+    return objectOfKind<QxDGraph>(pOldOwner(), &QxGraphObject::isGraph);
+}
+
+QxDNode* QxDrawingChangeEventData::pOldOwnerNode() const {
+    return objectOfKind<QxDNode>(pOldOwner(), &QxGraphObject::isNode);
+}
+
+QxDEdge* QxDrawingChangeEventData::pOldOwnerEdge() const {
+    return objectOfKind<QxDEdge>(pOldOwner(), &QxGraphObject::isEdge);
+}
+
+QxDGraph* QxDrawingChangeEventData::pNewOwnerGraph() const {
+    return objectOfKind<QxDGraph>(pNewOwner(), &QxGraphObject::isGraph);
+}
+
+QxDNode* QxDrawingChangeEventData::pNewOwnerNode() const {
+    return objectOfKind<QxDNode>(pNewOwner(), &QxGraphObject::isNode);
+}
+
+QxDEdge* QxDrawingChangeEventData::pNewOwnerEdge() const {
+    return objectOfKind<QxDEdge>(pNewOwner(), &QxGraphObject::isEdge);
+}
+
+QxDGraph* QxDrawingChangeEventData::pOldAnchorGraph() const {
+    return isOfType(AnchorGraphChanged)
+               ? objectOfKind<QxDGraph>(pOldObject(), &QxGraphObject::isGraph)
+               : nullptr;
+}
+
+QxDGraph* QxDrawingChangeEventData::pNewAnchorGraph() const {
+    return isOfType(AnchorGraphChanged)
+               ? objectOfKind<QxDGraph>(pNewObject(), &QxGraphObject::isGraph)
+               : nullptr;
+}

@@ -1,0 +1,183 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+// The spring embedder of P. Eades, "A heuristic for graph drawing", Congressus Numerantium 42
+// (1984), in whole numbers. L is the desired edge length, n a distance rounded down.
+//
+// An edge pulls its ends together with their difference times 100 n^2 / L^2, two nodes push each
+// other with their difference times 100 L^2 / n^2. The sum of a node's forces gives only the
+// direction of its move; the length is the step of the round, (28 - r) L / 60 in round r and never
+// below 1.41, so that the drawing cools down in 28 rounds and the last three only settle it.
+//
+// Each force is truncated to whole units before it is added; sums are kept in 64 bits and limited
+// to 32 in the end. A sum of integers does not depend on its order, which lets the pushes of all
+// nodes on all others be worked out at once, each pair once, on the vector unit and on several
+// threads (see internal/QxRepulsion.cpp), with the very result of a loop over the nodes.
+//
+// That batch is made when the first node of a round asks for it. A subclass with forces of its own
+// never pays for it, and a node that is asked about out of turn gets the plain sum.
+//
+// Cost: O(n^2 + path edges) a round, 31 rounds; 16 bytes a node and thread. Limits: nodes at the
+// same place neither push nor pull each other and stay together; components without edges between
+// them drift apart by one step each round.
+
+#include "qx/layout/QxEadesAlgorithm.h"
+
+#include <algorithm>
+#include <optional>
+#include <vector>
+
+#include "qx/drawing/QxDrawingIters.h"
+#include "qx/layout/QxSpringEmbedderInfo.h"
+#include "qx/layout/internal/QxRepulsion.h"
+
+namespace {
+
+constexpr std::int32_t LastRound = 30;
+constexpr double CoolingRounds = 28.0;
+constexpr double SmallestStep = 1.41;
+
+qx::internal::CenterArrays centersOf(const QxGNodeDList* nodes) {
+    qx::internal::CenterArrays centers;
+    for (QxGNodeDListIter it(nodes, QxIterForward); it; ++it) {
+        centers.add(it.pNode()->iX(), it.pNode()->iY());
+    }
+    return centers;
+}
+
+}  // namespace
+
+/// A sum of forces in the making.
+struct QxEadesAlgorithm::Force {
+    std::int64_t x = 0;
+    std::int64_t y = 0;
+
+    void add(const QxTuple& term) {
+        x += term.x();
+        y += term.y();
+    }
+};
+
+/// The nodes that move in a round, whose turn it is, and what all nodes do to each of them.
+struct QxEadesAlgorithm::Round {
+    std::vector<QxGNode*> nodes;
+    std::size_t turn = 0;
+    std::optional<qx::internal::ForceArrays> pushes;
+};
+
+QxEadesAlgorithm::QxEadesAlgorithm(QxGraph* graph, QxGNodeDList* constrainedNodes,
+                                   QxGNodeDList* unconstrainedNodes, std::int32_t desiredEdgeLength,
+                                   int xConstraint, int yConstraint)
+    : QxSpringEmbedderAlgorithm(graph, constrainedNodes, unconstrainedNodes, desiredEdgeLength),
+      m_xConstraint(xConstraint),
+      m_yConstraint(yConstraint) {}
+
+QxEadesAlgorithm::~QxEadesAlgorithm() = default;
+
+int QxEadesAlgorithm::terminationCondition() {
+    return m_numberOfRounds > LastRound ? 1 : 0;
+}
+
+void QxEadesAlgorithm::optimize() {
+    Round round;
+    for (QxGNodeDListIter it(pUnconstrainedNodeList(), QxIterForward); it; ++it) {
+        round.nodes.push_back(it.pNode());
+    }
+    m_round = &round;
+    for (; round.turn < round.nodes.size(); ++round.turn) {
+        computeForces(round.nodes[round.turn]);
+    }
+    m_round = nullptr;
+    keepConstraints(round);
+    moveNodes(round);
+    m_numberOfRounds = qx::saturatingAdd(m_numberOfRounds, 1);
+}
+
+void QxEadesAlgorithm::keepConstraints(const Round& round) {
+    if (m_xConstraint == 0 && m_yConstraint == 0) {
+        return;
+    }
+    for (const QxGNode* node : round.nodes) {
+        QxSpringEmbedderInfo* const info = pSpringEmbedderInfo(node);
+        const QxSize& move = info->displacement();
+        info->displacement(m_xConstraint != 0 ? QxSize(0, move.height()) : QxSize(move.width(), 0));
+    }
+}
+
+void QxEadesAlgorithm::moveNodes(const Round& round) {
+    for (QxGNode* node : round.nodes) {
+        const QxSize move = pSpringEmbedderInfo(node)->displacement();
+        if (move.width() != 0 || move.height() != 0) {
+            node->ntMoveTo(node->iCenter() + QxPoint(move.width(), move.height()));
+        }
+    }
+}
+
+void QxEadesAlgorithm::computeForces(QxGNode* node) {
+    if (node == nullptr) {
+        return;
+    }
+    const Force push = repulsionOn(node);
+    const Force pull = attractionOf(node);
+    const QxTuple force(qx::clampToInt32(push.x - pull.x), qx::clampToInt32(push.y - pull.y));
+    const double step = stepLength();
+    const std::int32_t length = force.norm();
+    // Multiplied first: a force along an axis then makes a move of exactly one whole step.
+    pSpringEmbedderInfo(node)->displacement(
+        length == 0 ? QxSize(0, 0)
+                    : QxSize(qx::truncToInt32(force.x() * step / length),
+                             qx::truncToInt32(force.y() * step / length)));
+}
+
+double QxEadesAlgorithm::stepLength() const {
+    const double step = (CoolingRounds - m_numberOfRounds) * desiredEdgeLength() * 0.5 / 30.0;
+    return std::max(step, SmallestStep);
+}
+
+QxEadesAlgorithm::Force QxEadesAlgorithm::repulsionOn(const QxGNode* node) {
+    if (m_round != nullptr && m_round->nodes[m_round->turn] == node) {
+        if (!m_round->pushes) {
+            m_round->pushes = qx::internal::repulsion(
+                centersOf(pUnconstrainedNodeList()), centersOf(pConstrainedNodeList()),
+                desiredEdgeLength(), {.threads = numberOfThreads()});
+        }
+        return {m_round->pushes->x[m_round->turn], m_round->pushes->y[m_round->turn]};
+    }
+    Force force;
+    addPushes(force, node->iCenter(), pConstrainedNodeList());
+    addPushes(force, node->iCenter(), pUnconstrainedNodeList());
+    return force;
+}
+
+void QxEadesAlgorithm::addPushes(Force& force, const QxPoint& center,
+                                 const QxGNodeDList* others) const {
+    for (QxGNodeDListIter it(others, QxIterForward); it; ++it) {
+        QxPoint difference = center - it.pNode()->iCenter();
+        const std::int32_t n = difference.norm();
+        if (n != 0) {
+            force.add(difference *= qx::internal::repulsionScale(desiredEdgeLength(), n));
+        }
+    }
+}
+
+/// The pull of the segments at the node, each toward its other end: to be subtracted.
+QxEadesAlgorithm::Force QxEadesAlgorithm::attractionOf(const QxGNode* node) const {
+    Force force;
+    for (QxInAndOutPEdgeIter it(node); it; ++it) {
+        const QxPEdge* const segment = it.pEdge();
+        if (segment == nullptr) {
+            continue;
+        }
+        const bool endsHere = it.phase() == 0;
+        const QxGNode* const other = endsHere ? segment->pSourceNode() : segment->pTargetNode();
+        if (other == nullptr) {
+            continue;
+        }
+        QxPoint difference = node->iCenter() - other->iCenter();
+        const std::int32_t n = difference.norm();
+        if (n != 0) {
+            force.add(difference *= qx::internal::attractionScale(desiredEdgeLength(), n));
+        }
+    }
+    return force;
+}

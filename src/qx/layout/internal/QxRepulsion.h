@@ -1,0 +1,67 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <vector>
+
+#include "qx/foundation/util/QxApi.h"
+
+namespace qx::internal {
+
+/// Centers of nodes, gathered from their objects; the i-th node is (x[i], y[i]).
+struct CenterArrays {
+    std::vector<std::int32_t> x;
+    std::vector<std::int32_t> y;
+
+    std::size_t count() const { return x.size(); }
+    void add(std::int32_t centerX, std::int32_t centerY) {
+        x.push_back(centerX);
+        y.push_back(centerY);
+    }
+};
+
+/// Sums of forces; the i-th node is pushed by (x[i], y[i]).
+struct ForceArrays {
+    explicit ForceArrays(std::size_t count) : x(count), y(count) {}
+
+    std::vector<std::int64_t> x;
+    std::vector<std::int64_t> y;
+};
+
+/// How the sums are computed, never what they are.
+struct RepulsionOptions {
+    /// Number of threads; 0 or less: as many as the processor has and the work is worth.
+    int threads = 0;
+    /// Whether the vector unit may be used where there is one.
+    bool vectorUnit = true;
+};
+
+/// The push between two nodes at a rounded distance n: their difference times this.
+/// One definition for all paths, for its rounding decides every force.
+inline double repulsionScale(double length, double n) {
+    return 100.0 * (length * length) / (n * n);
+}
+
+/// The pull along an edge of rounded length n: the difference of its ends times this.
+inline double attractionScale(double length, double n) {
+    return 100.0 * (n * n) / (length * length);
+}
+
+/// For every moving node, the sum of the pushes it gets from all fixed and all moving nodes:
+/// each difference of centers, limited to 32 bits, times repulsionScale, both components truncated
+/// and limited to 32 bits. Nodes at the same center do not push each other.
+QX_API ForceArrays repulsion(const CenterArrays& moving, const CenterArrays& fixed,
+                             std::int32_t length, const RepulsionOptions& options);
+
+/// The same by the plain loop over all ordered pairs, in the words of the definition: the yardstick
+/// that `repulsion` is held against.
+QX_API ForceArrays repulsionByAllPairs(const CenterArrays& moving, const CenterArrays& fixed,
+                                       std::int32_t length);
+
+/// Whether this processor has the vector unit that `repulsion` makes use of.
+QX_API bool hasRepulsionVectorUnit();
+
+}  // namespace qx::internal
