@@ -31,6 +31,7 @@ QxDEdge::~QxDEdge() {
         graph->removeEdge(this);
     }
     destroyPath();
+    qx::internal::endEventSource(*this);
 }
 
 int QxDEdge::userFieldsInUse() const {
@@ -186,9 +187,13 @@ void QxDEdge::report(const Phase& phase, QxGeometricUpdateInfo* info) {
     if (!reportsTo(info)) {
         return;
     }
-    if (phase.updateVisiblePart != nullptr) {
+    if (liesWithinItsEnds()) {
+        if (phase.updateVisiblePart != nullptr) {
+            updateVisiblePart();
+        }
+    } else if (phase.updateVisiblePart != nullptr) {
         (this->*phase.updateVisiblePart)(info);
-    } else if (!liesWithinItsEnds()) {
+    } else {
         QxRect rect;
         ntBoundingRectWithPathNodes(rect);
         (info->*phase.collect)(this, rect);

@@ -10,6 +10,7 @@
 #include "qx/drawing/QxGEdge.h"
 #include "qx/drawing/QxGraphObjectStatusEnum.h"
 #include "qx/foundation/geometry/QxPointDList.h"
+#include "qx/foundation/util/QxDListIter.h"
 
 class QxDNode;
 class QxFactory;
@@ -119,6 +120,8 @@ public:
     /// @}
 
     /// @name Path objects (drawing/QxDEdgePath.cpp)
+    /// The steps that the bend operations are made of. They may leave the path open in between; it
+    /// has to be closed again before anything else is done with the edge.
     /// @{
     QxPNode* addPNode(const QxPoint& point);
     QxPNode* insertPNode(QxPNode* node);
@@ -241,6 +244,8 @@ protected:
     QxObject* vCloneAttributes() const override;
 
 private:
+    friend class QxDGraph;
+    friend class QxDGraph;
     friend class QxPEdge;
     friend class QxPNode;
     struct Phase;
@@ -266,12 +271,16 @@ private:
     bool reportsTo(const QxGeometricUpdateInfo* info) const;
     /// Whether it covers nothing but what the rectangles of its end nodes cover.
     bool liesWithinItsEnds() const;
+    /// Whether it is plain that the whole of a straight edge between its ends shows, wherever it is
+    /// clipped: the rectangles of its ends lie apart along its main direction. A quick answer for
+    /// most edges; false says nothing.
+    bool showsWhole() const;
     bool canUsePart(const QxGraphObject& part, int inVisiblePart) const;
     /// @}
 
     /// @name Path
     /// @{
-    Path collectPath() const;
+    Path collectPath(QxIterDirectionEnum direction = QxIterForward) const;
     void connectPath();
     void disconnectPath();
     void destroyPath();

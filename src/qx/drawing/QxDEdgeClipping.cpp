@@ -135,8 +135,29 @@ bool QxDEdge::showsBetweenEnds() const {
     return start.y() != end.y() && keepsDirection(from.y(), to.y(), start.y(), end.y());
 }
 
+bool QxDEdge::showsWhole() const {
+    const QxDNode* source = pSourceNode();
+    const QxDNode* target = pTargetNode();
+    if (m_sourcePathEdge == nullptr || source == nullptr || target == nullptr ||
+        !liesWithinItsEnds()) {
+        return false;
+    }
+    const QxRect& a = *source->pIRect();
+    const QxRect& b = *target->pIRect();
+    const std::int64_t dx = std::abs(std::int64_t{a.x()} - b.x());
+    const std::int64_t dy = std::abs(std::int64_t{a.y()} - b.y());
+    return dx > dy ? a.right() < b.left() || b.right() < a.left()
+                   : a.top() < b.bottom() || b.top() < a.bottom();
+}
+
 template <class Walk>
 void QxDEdge::markVisiblePart(std::uint32_t segmentBits, std::uint32_t bendBits) {
+    if (showsWhole()) {
+        hasVisiblePart(1);
+        m_sourcePathEdge->setFlag(segmentBits, 1);
+        setFlag(qx::flags::EdgeVisiblePartUpdated, 1);
+        return;
+    }
     QxPEdge* first = nullptr;
     QxPEdge* last = nullptr;
     hasVisiblePart(getVisiblePart(first, last, 0, 0));

@@ -63,9 +63,9 @@ int QxDEdge::getTargetPoint(QxPoint& point, int inOwnGraph) const {
     return 1;
 }
 
-QxDEdge::Path QxDEdge::collectPath() const {
+QxDEdge::Path QxDEdge::collectPath(QxIterDirectionEnum direction) const {
     Path path;
-    for (QxDisconnectedPathIter it(this); it; ++it) {
+    for (QxDisconnectedPathIter it(this, direction); it; ++it) {
         path.segments.push_back(it.pEdge());
         if (it.pNode() != nullptr) {
             path.bends.push_back(it.pNode());
@@ -95,15 +95,16 @@ void QxDEdge::disconnectPath() {
 }
 
 void QxDEdge::destroyPath() {
-    // First all out of the chain, then gone: no part looks for its neighbours on the way.
-    const Path path = collectPath();
-    for (QxPEdge* segment : path.segments) {
-        detachPEdge(segment);
-        segment->vRelease();
-    }
-    for (QxPNode* bend : path.bends) {
-        detachPNode(bend);
-        bend->vRelease();
+    // The second walk finds what is left of a path that is open.
+    for (const QxIterDirectionEnum direction : {QxIterForward, QxIterBackward}) {
+        const Path path = collectPath(direction);
+        for (QxPEdge* segment : path.segments) {
+            discardPEdge(segment);
+        }
+        for (QxPNode* bend : path.bends) {
+            detachPNode(bend);
+            bend->vRelease();
+        }
     }
 }
 

@@ -10,6 +10,7 @@
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxPNode.h"
 #include "qx/drawing/internal/ExtentTree.h"
+#include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/util/QxDebugStream.h"
 
@@ -23,6 +24,7 @@ QxDGraph::QxDGraph(QxOwnedObject* owner, int, QxFactory*)
 QxDGraph::~QxDGraph() {
     needsUpdateGraphBounds(0);
     QxDGraph::emptyTopology();
+    qx::internal::endEventSource(*this);
 }
 
 void QxDGraph::init() {

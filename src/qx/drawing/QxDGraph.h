@@ -109,6 +109,8 @@ public:
     int calculateGraphBoundsWithoutEdgeLabels(QxRect& rect) const;
     /// Computes the bounds anew and stores them.
     void calculateGraphBounds(int fit);
+    /// After raw moves: the same, for a graph that keeps its bounds up to date.
+    void refreshGraphBounds();
     /// The stored bounds, (0, 0, 0, 0) when there are none; ntBoundingRect also while invisible.
     void ntUpdatedBoundingRect(QxRect& rect) const;
     void ntBoundingRect(QxRect& rect) const;
@@ -336,24 +338,33 @@ protected:
 
 private:
     friend class QxDGraphManager;
+    friend class QxGeometricUpdateInfo;
 
     static constexpr std::uint32_t LabelStates =
-        3 * (qx::flags::GraphNodeLabels | qx::flags::GraphEdgeLabels |
-             qx::flags::GraphConnectorLabels);
+        3 *
+        (qx::flags::GraphNodeLabels | qx::flags::GraphEdgeLabels | qx::flags::GraphConnectorLabels);
 
     void init();
     void initDiagramming();
     void copyDiagramming(const QxDGraph* source);
     QxTriStateEnum labelState(std::uint32_t lowBit) const;
     QxTriStateEnum labelState(std::uint32_t lowBit, QxTriStateEnum state);
+    /// A record has found the bounds suspended: if that is because a listener edits the graph in
+    /// the middle of another change, what that change collects does not tell the whole story.
+    void noteEditByListener();
+    /// Whether that has happened since the last call.
+    bool takeEditByListener() {
+        const bool edited = m_editedByListener;
+        m_editedByListener = false;
+        return edited;
+    }
     void reportPathEdge(QxEdge* edge, int isThere);
     std::int32_t setConstant(QxSpacing& spacing, std::int32_t value);
     std::int16_t setProportional(QxSpacing& spacing, std::int16_t value);
     int updateOneSide(const QxRect& removed);
     int edgeBounds(QxRect& rect, int labels) const;
     QxRect viewAreaOf(const QxRect& box) const;
-    int overlapsFromGraphLists(const QxRect& region, int nodes, int pathNodes,
-                               int pathEdges) const;
+    int overlapsFromGraphLists(const QxRect& region, int nodes, int pathNodes, int pathEdges) const;
 
     QxDGraph* m_clonedGraph = nullptr;
     QxRect m_bounds;
@@ -363,6 +374,7 @@ private:
     QxTransform m_transform;
     QxQTree* m_quadTree = nullptr;
     std::int32_t m_multiEdgeSpacing = 8;
+    bool m_editedByListener = false;
     QxSpacing m_leftMargin;
     QxSpacing m_rightMargin;
     QxSpacing m_bottomMargin;

@@ -120,6 +120,12 @@ void QxDGraph::calculateGraphBounds(int fit) {
     vUpdateBoundingRect(rect, fit);
 }
 
+void QxDGraph::refreshGraphBounds() {
+    if (needsUpdateGraphBounds() != 0) {
+        calculateGraphBounds(0);
+    }
+}
+
 void QxDGraph::vUpdateBoundingRect(const QxRect& rect, int) {
     if (rect == m_bounds) {
         return;
@@ -201,8 +207,8 @@ void QxDGraph::updateGraphBoundsOnInsert(const QxRect& rect) {
 
 void QxDGraph::updateGraphBoundsOnRemove(const QxRect& rect) {
     QxRect left;
-    const int anything = isIntergraph() != 0 ? calculateGraphBounds(left)
-                                             : static_cast<int>(!m_extents->isEmpty());
+    const int anything =
+        isIntergraph() != 0 ? calculateGraphBounds(left) : static_cast<int>(!m_extents->isEmpty());
     if (anything == 0) {
         setFlag(qx::flags::GraphBoundsInitialized, 0);
         QxRect none = m_bounds;
@@ -257,5 +263,13 @@ void QxDGraph::updateGraphBoundsOnMoveResize(const QxRect& oldRect, const QxRect
         if (grown.updateBounds(&newRect) != 0) {
             vUpdateBoundingRect(grown, 0);
         }
+    }
+}
+
+void QxDGraph::noteEditByListener() {
+    const QxAFactory* factory = pFactory();
+    const QxEventManager* manager = factory != nullptr ? factory->pQueryEventManager() : nullptr;
+    if (manager != nullptr && manager->isTelling() != 0) {
+        m_editedByListener = true;
     }
 }

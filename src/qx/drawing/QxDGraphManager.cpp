@@ -8,6 +8,7 @@
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxFactory.h"
+#include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/graph/QxChildGraphForest.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/util/QxDebugStream.h"
@@ -31,6 +32,7 @@ QxDGraphManager::QxDGraphManager(const QxDGraphManager& source, QxDeepFlagEnum d
 QxDGraphManager::~QxDGraphManager() {
     m_anchor = nullptr;
     QxDGraphManager::emptyTopology();
+    qx::internal::endEventSource(*this);
 }
 
 void QxDGraphManager::initSwitches() {

@@ -15,8 +15,7 @@
 using qx::internal::each;
 
 int QxDGraph::overlaps(const QxRect& rect, int nodes, int pathNodes, int pathEdges, int nodeLabels,
-                       int connectorLabels, int edgeLabels, int graphLabels,
-                       int inOwnGraph) const {
+                       int connectorLabels, int edgeLabels, int graphLabels, int inOwnGraph) const {
     if ((nodes | pathNodes | pathEdges | nodeLabels | connectorLabels | edgeLabels | graphLabels) ==
         0) {
         return 0;

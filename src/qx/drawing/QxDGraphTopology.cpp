@@ -85,7 +85,7 @@ QxEdge* QxDGraph::vRemoveEdge(QxEdge* edge) {
 void QxDGraph::reportPathEdge(QxEdge* edge, int isThere) {
     auto* segment = static_cast<QxPEdge*>(edge);
     const QxDEdge* whole = segment->pOwnerEdge();
-    if (whole == nullptr || whole->deactivated() != 0) {
+    if (whole == nullptr || whole->deactivated() != 0 || whole->liesWithinItsEnds()) {
         return;
     }
     QxGeometricUpdateInfo record(this, 0, 1);
@@ -266,8 +266,8 @@ int QxDGraph::transferTopology(QxDGraph* graph) {
     return QxGraph::transferTopology(graph);
 }
 
-QxDNode* QxDGraph::addNodeWithCoordinates(const QxPoint& center, const QxSize& size,
-                                          int inOwnGraph, int type) {
+QxDNode* QxDGraph::addNodeWithCoordinates(const QxPoint& center, const QxSize& size, int inOwnGraph,
+                                          int type) {
     auto* node = isIntergraph() != 0 ? nullptr : static_cast<QxDNode*>(vNewNode(type));
     if (node == nullptr) {
         return nullptr;

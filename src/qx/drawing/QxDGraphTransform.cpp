@@ -200,8 +200,7 @@ Coefficients climb(const std::vector<const QxDGraph*>& way) {
     return c;
 }
 
-void give(const Coefficients& c, double& offsetX, double& scaleX, double& offsetY,
-          double& scaleY) {
+void give(const Coefficients& c, double& offsetX, double& scaleX, double& offsetY, double& scaleY) {
     offsetX = c.offsetX;
     scaleX = c.scaleX;
     offsetY = c.offsetY;

@@ -12,6 +12,7 @@
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/internal/ExtentTree.h"
 #include "qx/drawing/internal/GeometryBracket.h"
+#include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/geometry/QxShapeResource.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/util/QxDebugStream.h"
@@ -41,6 +42,7 @@ QxDNode::~QxDNode() {
     }
     detachEdges();
     discardShapeResource();
+    qx::internal::endEventSource(*this);
 }
 
 std::size_t QxDNode::sizeOf() const {

@@ -58,7 +58,8 @@ public:
     using QxGraphsOf::QxGraphsOf;
 };
 
-class QX_API QxDGraphManagerDList : public QxGraphManagersOf<QxDGraphManager, QxDGraphManagerDList> {
+class QX_API QxDGraphManagerDList
+    : public QxGraphManagersOf<QxDGraphManager, QxDGraphManagerDList> {
 public:
     using QxGraphManagersOf::QxGraphManagersOf;
 };

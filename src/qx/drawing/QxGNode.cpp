@@ -7,6 +7,7 @@
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxPNode.h"
+#include "qx/drawing/internal/KeepAlive.h"
 
 QxGNode::~QxGNode() {
     delete m_rectBeforeMove;
@@ -102,6 +103,7 @@ int QxGNode::moveTo(const QxPoint& center, int inOwnGraph) {
         return 1;
     }
     if (graph == nullptr || graph->pOwnerGraphManager() == nullptr) {
+        const qx::internal::KeepAlive alive(*this);
         const QxPoint oldCenter = iCenter();
         vMoveTo(place);
         actOnMoveTo(oldCenter);

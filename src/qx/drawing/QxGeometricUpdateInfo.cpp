@@ -14,14 +14,29 @@ QxGeometricUpdateInfo::QxGeometricUpdateInfo(QxDGraph* graph, int selector, int 
             m_graph = manager->pQueryIntergraph();
         }
     }
+    if (m_graph != nullptr && m_graph->referenceCount() > 0) {
+        m_graph->vAddRef();  // but not one that is being destroyed
+        m_heldGraph = m_graph;
+    }
     storeStateAndDisable(notify);
 }
 
+QxGeometricUpdateInfo::~QxGeometricUpdateInfo() {
+    if (m_heldGraph != nullptr) {
+        m_heldGraph->vRelease();
+    }
+}
+
 void QxGeometricUpdateInfo::storeStateAndDisable(int) {
-    if (m_graph != nullptr && m_graph->needsUpdateGraphBounds() != 0) {
+    if (m_graph == nullptr) {
+        return;
+    }
+    if (m_graph->needsUpdateGraphBounds() != 0) {
         m_needsUpdateGraphBounds = true;
         m_needsRecursiveUpdate = true;
         m_graph->needsUpdateGraphBounds(0);
+    } else {
+        m_graph->noteEditByListener();
     }
 }
 
@@ -30,7 +45,9 @@ void QxGeometricUpdateInfo::enableAndRestoreState() {
         return;
     }
     m_graph->needsUpdateGraphBounds(1);
-    if (m_hasOldBoundingRect && m_hasNewBoundingRect) {
+    if (m_graph->takeEditByListener()) {
+        m_graph->calculateGraphBounds(0);
+    } else if (m_hasOldBoundingRect && m_hasNewBoundingRect) {
         m_graph->updateGraphBoundsOnMoveResize(m_oldBoundingRect, m_newBoundingRect);
     } else if (m_hasOldBoundingRect) {
         m_graph->updateGraphBoundsOnRemove(m_oldBoundingRect);

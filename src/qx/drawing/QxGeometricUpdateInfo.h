@@ -13,12 +13,16 @@ class QxQTree;
 /// what the changed objects covered before and after, and brings both up to date once, at the end.
 ///
 /// Records nest: an inner one finds the bounds suspended already and collects nothing; only the
-/// outermost updates them. A record lives on the stack of one operation.
+/// outermost updates them. When a listener that is told of the change edits the graph meanwhile,
+/// the outermost record computes the bounds anew. A record lives on the stack of one operation and
+/// keeps its graph alive.
 class QX_API QxGeometricUpdateInfo : public QxObject {
 public:
     /// For `graph` (`selector` 0) or the intergraph of its manager (otherwise). The record is inert
     /// when the graph is null or invisible, or there is no intergraph.
     QxGeometricUpdateInfo(QxDGraph* graph, int selector, int notify);
+
+    ~QxGeometricUpdateInfo() override;
 
     QxGeometricUpdateInfo(const QxGeometricUpdateInfo&) = delete;
     QxGeometricUpdateInfo& operator=(const QxGeometricUpdateInfo&) = delete;
@@ -85,6 +89,7 @@ private:
     }
 
     QxDGraph* m_graph = nullptr;
+    QxDGraph* m_heldGraph = nullptr;
     QxQTree* m_qTree = nullptr;
     QxRect m_oldBoundingRect;
     QxRect m_newBoundingRect;

@@ -65,7 +65,7 @@ struct QxEadesAlgorithm::Round {
     std::optional<qx::internal::ForceArrays> pushes;
 };
 
-QxEadesAlgorithm::QxEadesAlgorithm(QxGraph* graph, QxGNodeDList* constrainedNodes,
+QxEadesAlgorithm::QxEadesAlgorithm(QxDGraph* graph, QxGNodeDList* constrainedNodes,
                                    QxGNodeDList* unconstrainedNodes, std::int32_t desiredEdgeLength,
                                    int xConstraint, int yConstraint)
     : QxSpringEmbedderAlgorithm(graph, constrainedNodes, unconstrainedNodes, desiredEdgeLength),

@@ -18,7 +18,7 @@ class QxPoint;
 class QX_API QxEadesAlgorithm : public QxSpringEmbedderAlgorithm {
 public:
     /// Nonzero `xConstraint` (`yConstraint`): nodes keep their x (y) coordinates.
-    QxEadesAlgorithm(QxGraph* graph, QxGNodeDList* constrainedNodes,
+    QxEadesAlgorithm(QxDGraph* graph, QxGNodeDList* constrainedNodes,
                      QxGNodeDList* unconstrainedNodes, std::int32_t desiredEdgeLength,
                      int xConstraint, int yConstraint);
     ~QxEadesAlgorithm() override;

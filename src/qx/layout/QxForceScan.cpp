@@ -110,4 +110,5 @@ void QxForceScan::algorithmBody() {
     graph->ntMove(dx, dy, 0);
     removeOverlaps(graph);
     graph->ntMove(-dx, -dy, 0);
+    graph->refreshGraphBounds();
 }

@@ -3,10 +3,12 @@
 
 #include "qx/layout/QxSpringEmbedderAlgorithm.h"
 
+#include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxGNode.h"
 #include "qx/layout/QxSpringEmbedderInfo.h"
 
-QxSpringEmbedderAlgorithm::QxSpringEmbedderAlgorithm(QxGraph* graph, QxGNodeDList* constrainedNodes,
+QxSpringEmbedderAlgorithm::QxSpringEmbedderAlgorithm(QxDGraph* graph,
+                                                     QxGNodeDList* constrainedNodes,
                                                      QxGNodeDList* unconstrainedNodes,
                                                      std::int32_t desiredEdgeLength)
     : QxGraphAlgorithm(graph),
@@ -18,6 +20,14 @@ void QxSpringEmbedderAlgorithm::algorithmBody() {
     while (terminationCondition() == 0) {
         optimize();
     }
+    // Nodes have been moved by raw moves, which leave the bounds alone.
+    if (QxDGraph* graph = pGraph()) {
+        graph->refreshGraphBounds();
+    }
+}
+
+QxDGraph* QxSpringEmbedderAlgorithm::pGraph() const {
+    return static_cast<QxDGraph*>(QxGraphAlgorithm::pGraph());
 }
 
 QxGraphAlgInfo* QxSpringEmbedderAlgorithm::newGraphAlgNodeInfo() {

@@ -7,6 +7,7 @@
 
 #include "qx/foundation/graph/QxGraphAlgorithm.h"
 
+class QxDGraph;
 class QxGNode;
 class QxGNodeDList;
 class QxSpringEmbedderInfo;
@@ -18,9 +19,10 @@ class QxSpringEmbedderInfo;
 /// stay as they are while the algorithm runs.
 class QX_API QxSpringEmbedderAlgorithm : public QxGraphAlgorithm {
 public:
-    QxSpringEmbedderAlgorithm(QxGraph* graph, QxGNodeDList* constrainedNodes,
+    QxSpringEmbedderAlgorithm(QxDGraph* graph, QxGNodeDList* constrainedNodes,
                               QxGNodeDList* unconstrainedNodes, std::int32_t desiredEdgeLength);
 
+    QxDGraph* pGraph() const;
     /// The length, in world units, that edges should come near to.
     std::int32_t desiredEdgeLength() const { return m_desiredEdgeLength; }
     std::int32_t desiredEdgeLength(std::int32_t value) { return m_desiredEdgeLength = value; }

@@ -17,7 +17,7 @@ namespace qx::internal {
 /// to a block. A change costs O(log n), and mostly far less: it stops at the first block whose
 /// union it leaves alone, and looks at a block's other members only when it takes away the side
 /// that the block's union rested on.
-class ExtentTree {
+class QX_API ExtentTree {
 public:
     static constexpr std::int32_t NoSlot = -1;
 

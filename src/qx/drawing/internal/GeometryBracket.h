@@ -7,6 +7,7 @@
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxGeometricUpdateInfo.h"
+#include "qx/drawing/internal/KeepAlive.h"
 
 /// The one sequence that every change of a drawing runs through: records open, the objects report
 /// what they cover, the change is made, they report again, the records close in reverse order and
@@ -30,29 +31,41 @@ struct UpdateRecords {
 /// A change that takes the node out of what its graph covers and puts it back in.
 template <class Change>
 void replaceNode(QxDNode& node, const Change& change) {
-    UpdateRecords records(node.pOwnerGraph());
+    const KeepAlive alive(node);
+    QxDGraph* const graph = node.pOwnerGraph();
+    UpdateRecords records(graph);
     node.actBeforeRemove(&records.own, &records.intergraph, 1, 1, 1, 1);
     change();
-    node.actAfterInsert(&records.own, &records.intergraph, 1, 1, 1, 1);
+    if (node.pOwnerGraph() == graph) {
+        node.actAfterInsert(&records.own, &records.intergraph, 1, 1, 1, 1);
+    }
 }
 
 /// A change of the node's place or size.
 template <class Change>
 void changeNodeGeometry(QxDNode& node, const Change& change) {
-    UpdateRecords records(node.pOwnerGraph());
+    const KeepAlive alive(node);
+    QxDGraph* const graph = node.pOwnerGraph();
+    UpdateRecords records(graph);
     node.actBeforeGeometryChanges(&records.own, &records.intergraph, 1, 1, 1, 1);
     change();
-    node.actAfterGeometryChanges(&records.own, &records.intergraph, 1, 1, 1, 1);
+    if (node.pOwnerGraph() == graph) {
+        node.actAfterGeometryChanges(&records.own, &records.intergraph, 1, 1, 1, 1);
+    }
 }
 
 /// A change of the edge's path or ends.
 template <class Change>
 void replaceEdge(QxDEdge& edge, const Change& change) {
-    QxGeometricUpdateInfo record(edge.pOwnerGraph(), 0, 1);
+    const KeepAlive alive(edge);
+    QxDGraph* const graph = edge.pOwnerGraph();
+    QxGeometricUpdateInfo record(graph, 0, 1);
     edge.actBeforeRemove(&record, 1, 1);
     change();
     edge.invalidateEndPoints();
-    edge.actAfterInsert(&record, 1, 1);
+    if (edge.pOwnerGraph() == graph) {
+        edge.actAfterInsert(&record, 1, 1);
+    }
     record.enableAndRestoreState();
 }
 

@@ -87,6 +87,8 @@ public:
     /// event is null or its category is not registered.
     int fireEvent(QxEvent* event, int reserved);
     /// Whether events are fired; initially 1. While they are not, events are lost, not queued.
+    /// Whether listeners are being told of something just now.
+    int isTelling() const noexcept { return m_running != nullptr ? 1 : 0; }
     int fireEvents() const noexcept { return m_firesEvents ? 1 : 0; }
     int fireEvents(int value) noexcept {
         m_firesEvents = value != 0;

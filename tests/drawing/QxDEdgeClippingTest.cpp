@@ -1,0 +1,276 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "drawing/EdgePathTesting.h"
+#include "qx/drawing/QxGeometricUpdateInfo.h"
+#include "qx/foundation/geometry/QxShape.h"
+
+namespace {
+
+using namespace qxtest;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class QxDEdgeClipping : public testing::Test {
+protected:
+    QxPEdge* onlySegment() { return edge->pSourceOrPathEdge(); }
+    /// Which segments and bends are flagged as seen: "s" and "b", "." for those that are not.
+    std::string flags() {
+        edge->updateVisiblePart();
+        std::string all;
+        for (QxPathIter it(edge); it; ++it) {
+            all += it.pEdge()->inVisiblePart() != 0 ? 's' : '.';
+            EXPECT_EQ(it.pEdge()->inVisiblePart(), it.pEdge()->inNewVisiblePart());
+            if (it.pNode() != nullptr) {
+                all += it.pNode()->inVisiblePart() != 0 ? 'b' : '.';
+            }
+        }
+        return all;
+    }
+
+    QxFactory factory;
+    EdgeDrawing drawing{factory};
+    QxDNode* source = drawing.source;
+    QxDNode* target = drawing.target;
+    QxDEdge* edge = drawing.edge;
+};
+
+TEST_F(QxDEdgeClipping, ANewEdgeRunsFromBorderToBorder) {
+    EXPECT_EQ(edge->clipSourceSide(), 1);
+    EXPECT_EQ(edge->clipTargetSide(), 1);
+    EXPECT_EQ(edge->isUpdatedVisiblePart(), 1);
+    EXPECT_EQ(edge->hasVisiblePart(), 1);
+    EXPECT_THAT(visiblePointsOf(edge), ElementsAre(Place{10, 0}, Place{190, 0}));
+    EXPECT_EQ(edge->ntFromPoint(0), QxPoint(0, 0));
+    QxPoint point;
+    EXPECT_EQ(edge->getTargetPoint(point, 0), 1);
+    EXPECT_EQ(point, QxPoint(200, 0)) << "the ends of the whole path are not clipped";
+    EXPECT_EQ(onlySegment()->direction(), QxDirectionRight);
+    EXPECT_EQ(onlySegment()->isSlope(), 0);
+}
+
+TEST_F(QxDEdgeClipping, FollowsChoicesAndNodesThatForceIt) {
+    source->forceClipping(0);
+    target->forceClipping(0);
+    EXPECT_EQ(edge->clipSourceSide(0), 0);
+    EXPECT_THAT(visiblePointsOf(edge), ElementsAre(Place{0, 0}, Place{190, 0}));
+    EXPECT_EQ(edge->clipTargetSide(0), 0);
+    EXPECT_THAT(visiblePointsOf(edge), ElementsAre(Place{0, 0}, Place{200, 0}));
+    EXPECT_EQ(edge->useFromClipping(), 0);
+    source->forceClipping(1);
+    EXPECT_EQ(edge->useFromClipping(), 1);
+    EXPECT_EQ(edge->clipSourceSide(), 0);
+    EXPECT_THAT(visiblePointsOf(edge), ElementsAre(Place{10, 0}, Place{200, 0}));
+    edge->clipTargetSide(5);
+    EXPECT_EQ(edge->clipTargetSide(), 1);
+    EXPECT_EQ(edge->isUpdatedVisiblePart(), 1);
+}
+
+TEST_F(QxDEdgeClipping, AnUnclippedEdgeIsSeenEvenWithinItsNodes) {
+    source->forceClipping(0);
+    target->forceClipping(0);
+    edge->clipSourceSide(0);
+    edge->clipTargetSide(0);
+    target->moveTo(2, 0, 1);
+    EXPECT_EQ(flags(), "s");
+    QxPEdge* first = nullptr;
+    QxPEdge* last = nullptr;
+    EXPECT_EQ(edge->getVisiblePart(first, last, 1, 1), 0) << "forced clipping hides it";
+    EXPECT_EQ(first, nullptr);
+    EXPECT_EQ(edge->hasVisiblePart(), 1) << "the question changes nothing";
+    EXPECT_EQ(edge->getVisiblePart(first, last, 1, 0), 0);
+    EXPECT_EQ(last, nullptr);
+    drawing.addBend(edge, 50, 0);
+    EXPECT_EQ(edge->getVisiblePart(first, last, 0, 1), 1);
+    EXPECT_EQ(last, edge->pTargetOrPathEdge());
+}
+
+TEST_F(QxDEdgeClipping, OverlappingNodesHideTheEdge) {
+    target->moveTo(15, 3, 1);
+    EXPECT_EQ(edge->hasVisiblePart(), 0);
+    EXPECT_EQ(edge->pFromClippingEdge(), nullptr);
+    EXPECT_EQ(edge->pToClippingEdge(), nullptr);
+    EXPECT_EQ(edge->ntFromPoint(1), QxPoint(0, 0)) << "an edge that is not seen is not clipped";
+    EXPECT_EQ(edge->ntToPoint(1), QxPoint(15, 3));
+    target->moveTo(200, 0, 1);
+    EXPECT_THAT(visiblePointsOf(edge), ElementsAre(Place{10, 0}, Place{190, 0}));
+}
+
+TEST_F(QxDEdgeClipping, NodesThatTouchShowAPointSideBySideOnly) {
+    target->moveTo(20, 0, 1);
+    EXPECT_EQ(edge->hasVisiblePart(), 1);
+    EXPECT_THAT(visiblePointsOf(edge), ElementsAre(Place{10, 0}, Place{10, 0}));
+    target->moveTo(0, 20, 1);
+    EXPECT_EQ(edge->hasVisiblePart(), 0);
+    target->moveTo(0, 21, 1);
+    EXPECT_EQ(edge->hasVisiblePart(), 1);
+    target->moveTo(0, -20, 1);
+    EXPECT_EQ(edge->hasVisiblePart(), 0);
+    target->moveTo(0, 0, 1);
+    EXPECT_EQ(edge->hasVisiblePart(), 0);
+}
+
+TEST_F(QxDEdgeClipping, BendsWithinAnEndNodeAreHidden) {
+    reroute(edge, {{5, 5}, {50, 5}, {150, 5}, {195, 5}, {205, 0}});
+    EXPECT_EQ(flags(), "..sbsbs....");
+    EXPECT_EQ(edge->pFromClippingEdge(), segmentsOf(edge)[1]);
+    EXPECT_THAT(visiblePointsOf(edge),
+                ElementsAre(Place{10, 5}, Place{50, 5}, Place{150, 5}, Place{190, 5}));
+    EXPECT_EQ(segmentsOf(edge)[0]->ntFromPoint(1), QxPoint(0, 0)) << "hidden, hence not clipped";
+    EXPECT_EQ(edge->findClipPathEdge(1, 0), segmentsOf(edge)[0]);
+    EXPECT_EQ(edge->findClipPathEdge(0, 1), segmentsOf(edge)[3]);
+    edge->discardOverlappedBendsForClipping(1, 0);
+    EXPECT_EQ(bendsOf(edge), (Places{{50, 5}, {150, 5}, {195, 5}, {205, 0}}));
+    edge->discardOverlappedBendsForClipping(0, 1);
+    EXPECT_EQ(bendsOf(edge), (Places{{50, 5}, {150, 5}}));
+    EXPECT_EQ(flags(), "sbsbs");
+}
+
+TEST_F(QxDEdgeClipping, APathThatComesBackIsSeenFromItsFirstWayOut) {
+    reroute(edge, {{50, 0}, {3, 3}, {50, 50}});
+    EXPECT_EQ(flags(), "sbsbsbs");
+    edge->discardOverlappedBendsForClipping(1, 1);
+    EXPECT_EQ(edge->numberOfBends(), 3);
+}
+
+TEST_F(QxDEdgeClipping, APathThatCannotGetOutIsNotSeen) {
+    source->moveTo(100, 0, 1);
+    source->resize(300, 100, 1);
+    reroute(edge, {{50, 5}, {150, 5}});
+    EXPECT_EQ(edge->findClipPathEdge(1, 1), nullptr);
+    EXPECT_EQ(flags(), ".....");
+    QxPEdge* first = onlySegment();
+    QxPEdge* last = first;
+    EXPECT_EQ(edge->getVisiblePart(first, last, 0, 0), 0);
+    EXPECT_EQ(last, nullptr);
+}
+
+TEST_F(QxDEdgeClipping, APathThatLeavesOneNodeOnlyWithinTheOtherIsNotSeen) {
+    target->moveTo(20, 0, 1);
+    target->resize(40, 40, 1);
+    // The first bend lies in both nodes, the second in the target alone.
+    reroute(edge, {{5, 0}, {15, 5}});
+    EXPECT_EQ(flags(), ".....");
+}
+
+TEST_F(QxDEdgeClipping, OneVisibleSegmentIsJudgedByTheCentersOfTheNodes) {
+    // The segment from the hidden bend is far longer than the gap between the nodes.
+    target->moveTo(18, 0, 1);
+    reroute(edge, {{0, 9}, {18, -9}});
+    EXPECT_EQ(flags(), ".....");
+    target->moveTo(21, 0, 1);
+    EXPECT_EQ(flags(), "..s..");
+}
+
+TEST_F(QxDEdgeClipping, OvalsAndPolygonsCutAtTheirOutline) {
+    const QxShape oval(QxShapeTypeOval);
+    source->resize(200, 100, 1);
+    source->pShape(&oval, 0);
+    target->moveTo(0, 300, 1);
+    EXPECT_EQ(edge->ntFromPoint(1), QxPoint(0, 50));
+    target->moveTo(300, 300, 1);
+    const QxPoint cut = edge->ntFromPoint(1);
+    EXPECT_EQ(cut.x(), cut.y());
+    EXPECT_NEAR(cut.x(), 44.72, 0.6);
+    // A corner of the bounding rectangle is outside the oval.
+    drawing.addBend(edge, 95, 45);
+    EXPECT_EQ(flags(), "sbs");
+    source->pShape(nullptr, 0);
+    EXPECT_EQ(flags(), "..s");
+
+    QxPointDList diamond;
+    for (const Place& corner : Places{{0, -1}, {1, 0}, {0, 1}, {-1, 0}}) {
+        diamond.appendPoint(pointAt(corner));
+    }
+    const QxShape shape(diamond);
+    source->pShape(&shape, 0);
+    edge->discardAllBends();
+    target->moveTo(400, 400, 1);
+    EXPECT_EQ(edge->ntFromPoint(1), QxPoint(33, 33));
+}
+
+TEST_F(QxDEdgeClipping, RawMovesOutdateAndReadersFindTheRightPoint) {
+    target->ntMoveTo(0, 200);
+    EXPECT_EQ(edge->isUpdatedVisiblePart(), 0);
+    EXPECT_EQ(onlySegment()->ntFromPoint(1), QxPoint(0, 0)) << "a segment does not know";
+    EXPECT_EQ(edge->ntFromPoint(1), QxPoint(0, 10));
+    EXPECT_EQ(edge->isUpdatedVisiblePart(), 1);
+    EXPECT_EQ(onlySegment()->ntToPoint(1), QxPoint(0, 190));
+    source->ntResize(40, 40);
+    drawing.graph->updateVisiblePartOfEdges();
+    EXPECT_EQ(onlySegment()->ntFromPoint(1), QxPoint(0, 20));
+}
+
+TEST_F(QxDEdgeClipping, AClipPointIsComputedOnce) {
+    source->resize(200, 100, 1);
+    target->moveTo(300, 300, 1);
+    EXPECT_EQ(edge->ntFromPoint(1), QxPoint(50, 50));
+    const QxShape oval(QxShapeTypeOval);
+    source->pChangeShape(&oval, 0);  // tells nobody
+    EXPECT_EQ(edge->ntFromPoint(1), QxPoint(50, 50));
+    EXPECT_EQ(onlySegment()->ntFromPoint(1), QxPoint(50, 50));
+    edge->invalidateEndPoints();
+    EXPECT_EQ(onlySegment()->ntFromPoint(1), QxPoint(45, 45));
+    edge->hasVisiblePart(0);
+    EXPECT_EQ(edge->ntFromPoint(1), QxPoint(0, 0)) << "the setter forgets the clip points";
+}
+
+TEST_F(QxDEdgeClipping, AMoveTouchesTheEdgesOfItsNodeOnly) {
+    QxDEdge* other = drawing.addEdge(source, drawing.addNode(0, 1000));
+    target->ntMoveTo(200, 200);
+    EXPECT_EQ(other->isUpdatedVisiblePart(), 1);
+    EXPECT_EQ(edge->isUpdatedVisiblePart(), 0);
+}
+
+TEST_F(QxDEdgeClipping, BothStagesOfTheFlagsAreReported) {
+    reroute(edge, {{50, 300}});
+    ASSERT_EQ(flags(), "sbs");
+    // Now the bend and the first segment will be hidden.
+    source->ntMoveTo(50, 300);
+    edge->updateNewVisiblePart();
+    const auto segments = segmentsOf(edge);
+    EXPECT_EQ(segments[0]->inVisiblePart(), 1);
+    EXPECT_EQ(segments[0]->inNewVisiblePart(), 0);
+    QxGeometricUpdateInfo record(drawing.graph, 0, 1);
+    edge->updateVisiblePartAfterGeometryChanges(&record);
+    EXPECT_EQ(segments[0]->inVisiblePart(), 0);
+    EXPECT_EQ(record.hasOldBoundingRect(), 1) << "what is not seen any more";
+    EXPECT_EQ(boxOf(*record.pOldBoundingRect()), (Box{50, 300, 50, 300}));
+    EXPECT_EQ(boxOf(*record.pNewBoundingRect()), (Box{50, 0, 200, 300}));
+    record.enableAndRestoreState();
+}
+
+TEST_F(QxDEdgeClipping, PartsThatAreNotSeenCannotBeUsed) {
+    reroute(edge, {{5, 5}, {50, 5}});
+    edge->updateVisiblePart();
+    const auto segments = segmentsOf(edge);
+    EXPECT_EQ(segments[0]->isUsable(), 0);
+    EXPECT_EQ(segments[1]->isUsable(), 1);
+    edge->isUpdatedVisiblePart(0);
+    EXPECT_EQ(segments[0]->isUsable(), 1) << "nobody knows";
+    segments[0]->marked(1);
+    EXPECT_EQ(segments[0]->isUsable(), 0);
+    edge->disconnect();
+    EXPECT_EQ(segments[1]->isUsable(), 0);
+    EXPECT_EQ(segments[1]->isVisible(), 0);
+}
+
+TEST_F(QxDEdgeClipping, ReversedEdgesAreCutTheOtherWayRound) {
+    reroute(edge, {{5, 5}, {50, 5}});
+    const Places before = visiblePointsOf(edge, QxIterBackward);
+    edge->reverse();
+    EXPECT_EQ(visiblePointsOf(edge), before);
+}
+
+TEST_F(QxDEdgeClipping, ASelfLoopIsSeenOutsideItsNode) {
+    QxDEdge* loop = drawing.addEdge(source, source);
+    EXPECT_EQ(loop->hasVisiblePart(), 0);
+    reroute(loop, {{0, 50}, {50, 0}});
+    EXPECT_THAT(visiblePointsOf(loop),
+                ElementsAre(Place{0, 10}, Place{0, 50}, Place{50, 0}, Place{10, 0}));
+}
+
+}  // namespace

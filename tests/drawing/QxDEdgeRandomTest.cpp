@@ -1,0 +1,449 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+// Random edits of edges and their end nodes. After every step the paths are compared with lists of
+// points, the visible parts with a walk in small steps along the polyline, the bounds with a walk
+// over everything, and the events with what has become of the bends.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+#include <map>
+
+#include "drawing/EdgePathTesting.h"
+#include "qx/foundation/geometry/QxShape.h"
+#include "support/TestRandom.h"
+
+namespace {
+
+using namespace qxtest;
+
+/// What an edge has to look like.
+struct Twin {
+    enum State { Connected, Disconnected, Deactivated };
+
+    QxDNode* source;
+    QxDNode* target;
+    Places bends;
+    State state = Connected;
+};
+
+class EdgeWorld {
+public:
+    explicit EdgeWorld(std::uint32_t seed) : m_random(seed) {
+        for (int i = 0; i < 5; ++i) {
+            m_nodes.push_back(m_drawing.addNode(coordinate(), coordinate(), 40, 30));
+        }
+        for (int i = 0; i < 6; ++i) {
+            addEdge();
+        }
+        m_drawing.events.take();
+    }
+
+    void step() {
+        switch (m_random.below(16)) {
+            case 0:
+                return moveNode(false);
+            case 1:
+                return moveNode(true);
+            case 2:
+                return reshapeNode();
+            case 3:
+                return changeForceClipping();
+            case 4:
+                return m_random.chance(50) ? discardEdge() : addEdge();
+            default:
+                return editEdge(*m_random.pick(m_edges));
+        }
+    }
+    void check() {
+        for (QxDEdge* edge : m_edges) {
+            checkPath(*edge, m_twins.at(edge));
+            checkVisiblePart(*edge);
+        }
+        checkBounds();
+        checkEvents();
+    }
+    const std::string& lastStep() const { return m_lastStep; }
+
+private:
+    /// Few different ones, so that points coincide and lie in nodes often.
+    std::int32_t coordinate() { return m_random.below(21) * 10 - 100; }
+    Place place() { return {coordinate(), coordinate()}; }
+    QxDNode* anyNode() { return m_random.pick(m_nodes); }
+    void addEdge() {
+        m_lastStep = "add edge";
+        QxDNode* source = anyNode();
+        QxDNode* target = anyNode();
+        QxDEdge* edge = m_drawing.addEdge(source, target);
+        m_edges.push_back(edge);
+        m_twins[edge] = {source, target, {}};
+    }
+    void discardEdge() {
+        m_lastStep = "discard edge";
+        if (m_edges.size() > 3) {
+            m_twins.erase(m_edges.front());
+            m_drawing.graph->discardEdge(m_edges.front());
+            m_edges.erase(m_edges.begin());
+        }
+    }
+    void moveNode(bool raw) {
+        m_lastStep = raw ? "raw move" : "move";
+        const QxPoint to = pointAt(place());
+        if (raw) {
+            anyNode()->ntMoveTo(to);
+            m_drawing.graph->calculateGraphBounds(1);
+        } else {
+            anyNode()->moveTo(to, 1);
+        }
+    }
+    void reshapeNode() {
+        m_lastStep = "reshape";
+        QxDNode* node = anyNode();
+        node->resize(m_random.below(9) * 13, m_random.below(9) * 11, 1);
+        QxPointDList arrow;
+        for (const Place& corner : Places{{-5, -5}, {1, -5}, {1, -2}, {5, 1}, {-1, 5}, {-2, 2}}) {
+            arrow.appendPoint(pointAt(corner));
+        }
+        const QxShape shapes[] = {QxShape(), QxShape(QxShapeTypeOval), QxShape(arrow)};
+        node->pShape(&shapes[m_random.below(3)], 0);
+    }
+    void changeForceClipping() {
+        m_lastStep = "force clipping";
+        anyNode()->forceClipping(m_random.below(2));
+    }
+    void editEdge(QxDEdge& edge);
+    void editBends(QxDEdge& edge, Twin& twin);
+    void editState(QxDEdge& edge, Twin& twin);
+    void editEnds(QxDEdge& edge, Twin& twin);
+    void discardHidden(QxDEdge& edge, Twin& twin);
+    QxPNode* bendAt(const QxDEdge& edge, int index) {
+        QxPNodeDList bends;
+        edge.buildPathNodeList(bends);
+        return bends.pNodeInPosition(index + 1);
+    }
+    int anyIndex(std::size_t count) { return m_random.below(static_cast<int>(count)); }
+    void expectRemovals(std::size_t count) { m_removals += static_cast<int>(count); }
+    void checkPath(const QxDEdge& edge, const Twin& twin);
+    void checkVisiblePart(QxDEdge& edge);
+    void checkBounds();
+    void checkEvents();
+
+    TestRandom m_random;
+    QxFactory m_factory;
+    SmallDrawing m_drawing{m_factory};
+    std::vector<QxDNode*> m_nodes;
+    std::vector<QxDEdge*> m_edges;
+    std::map<const QxDEdge*, Twin> m_twins;
+    std::string m_lastStep;
+    int m_additions = 0;
+    int m_moves = 0;
+    int m_removals = 0;
+};
+
+void EdgeWorld::editEdge(QxDEdge& edge) {
+    Twin& twin = m_twins.at(&edge);
+    if (m_random.chance(20)) {
+        editState(edge, twin);
+    } else if (m_random.chance(20)) {
+        editEnds(edge, twin);
+    } else {
+        editBends(edge, twin);
+    }
+}
+
+void EdgeWorld::editBends(QxDEdge& edge, Twin& twin) {
+    const bool works = twin.state == Twin::Connected;
+    Places& bends = twin.bends;
+    switch (m_random.below(7)) {
+        case 0:
+        case 1: {
+            m_lastStep = "add bend";
+            const int index = anyIndex(bends.size() + 1);
+            const Place at = place();
+            QxPEdge* segment = segmentsOf(&edge)[static_cast<std::size_t>(index)];
+            EXPECT_EQ(edge.addBend(segment, pointAt(at), 1) != nullptr, works);
+            if (works) {
+                bends.insert(bends.begin() + index, at);
+                ++m_additions;
+            }
+            break;
+        }
+        case 2: {
+            m_lastStep = "discard bend";
+            if (!bends.empty()) {
+                const int index = anyIndex(bends.size());
+                EXPECT_EQ(edge.discardBend(bendAt(edge, index)), works ? 1 : 0);
+                if (works) {
+                    bends.erase(bends.begin() + index);
+                    expectRemovals(1);
+                }
+            }
+            break;
+        }
+        case 3: {
+            m_lastStep = "move bend";
+            if (!bends.empty()) {
+                const int index = anyIndex(bends.size());
+                const Place at = place();
+                Place& held = bends[static_cast<std::size_t>(index)];
+                m_moves += held != at ? 1 : 0;
+                bendAt(edge, index)->moveTo(pointAt(at), 1);
+                held = at;
+            }
+            break;
+        }
+        case 4: {
+            m_lastStep = "reroute";
+            Places wanted(static_cast<std::size_t>(m_random.below(6)));
+            std::generate(wanted.begin(), wanted.end(), [this] { return place(); });
+            EXPECT_EQ(reroute(&edge, wanted), works ? 1 : 0);
+            if (works) {
+                expectRemovals(bends.size());
+                m_additions += static_cast<int>(wanted.size());
+                bends = wanted;
+            }
+            break;
+        }
+        case 5: {
+            m_lastStep = "discard bends";
+            const int n = m_random.below(4);
+            const int fromSource = m_random.below(2);
+            edge.discardBends(n, fromSource);
+            if (works) {
+                const auto gone = std::min<std::ptrdiff_t>(n, std::ssize(bends));
+                expectRemovals(static_cast<std::size_t>(gone));
+                bends.erase(fromSource != 0 ? bends.begin() : bends.end() - gone,
+                            fromSource != 0 ? bends.begin() + gone : bends.end());
+            }
+            break;
+        }
+        default:
+            if (m_random.chance(70)) {
+                discardHidden(edge, twin);
+            } else {
+                m_lastStep = "discard all bends";
+                edge.discardAllBends();
+                expectRemovals(bends.size());
+                bends.clear();
+            }
+    }
+}
+
+void EdgeWorld::discardHidden(QxDEdge& edge, Twin& twin) {
+    m_lastStep = "discard hidden bends";
+    edge.discardOverlappedBendsForClipping(1, 1);
+    if (twin.state != Twin::Connected) {
+        return;
+    }
+    const auto hiddenAt = [](const QxDNode* node) {
+        return [node](const Place& bend) { return node->within(pointAt(bend), 1) != 0; };
+    };
+    const auto out = std::find_if_not(twin.bends.begin(), twin.bends.end(), hiddenAt(twin.source));
+    expectRemovals(static_cast<std::size_t>(out - twin.bends.begin()));
+    twin.bends.erase(twin.bends.begin(), out);
+    while (!twin.bends.empty() && hiddenAt(twin.target)(twin.bends.back())) {
+        twin.bends.pop_back();
+        expectRemovals(1);
+    }
+}
+
+void EdgeWorld::editState(QxDEdge& edge, Twin& twin) {
+    switch (m_random.below(4)) {
+        case 0:
+            m_lastStep = "disconnect";
+            EXPECT_EQ(edge.disconnect(), twin.state == Twin::Connected ? 1 : 0);
+            twin.state = twin.state == Twin::Connected ? Twin::Disconnected : twin.state;
+            break;
+        case 1:
+            m_lastStep = "deactivate";
+            edge.deactivate();
+            twin.state = twin.state == Twin::Connected ? Twin::Deactivated : twin.state;
+            break;
+        case 2:
+            m_lastStep = "remove and insert";
+            m_drawing.graph->removeEdge(&edge);
+            m_drawing.graph->insertEdge(&edge, twin.source, twin.target);
+            twin.state = Twin::Connected;
+            break;
+        default:
+            m_lastStep = "connect and activate";
+            edge.activate();
+            edge.connect();
+            twin.state = Twin::Connected;
+    }
+}
+
+void EdgeWorld::editEnds(QxDEdge& edge, Twin& twin) {
+    switch (m_random.below(5)) {
+        case 0:
+            m_lastStep = "reverse";
+            edge.reverse();
+            std::swap(twin.source, twin.target);
+            std::reverse(twin.bends.begin(), twin.bends.end());
+            break;
+        case 1:
+            m_lastStep = "change source";
+            twin.source = anyNode();
+            EXPECT_EQ(edge.changeSourceNode(twin.source), 1);
+            break;
+        case 2:
+            m_lastStep = "change target without connect";
+            twin.target = anyNode();
+            EXPECT_EQ(edge.changeTargetNodeWithoutConnect(twin.target), 1);
+            break;
+        case 3:
+            m_lastStep = "copy";
+            expectRemovals(twin.bends.size());
+            edge.copyObject(Ref<QxDEdge>(edge.cloneObject()).get());
+            break;
+        default:
+            m_lastStep = "clipping";
+            edge.clipSourceSide(m_random.below(2));
+            edge.clipTargetSide(m_random.below(2));
+    }
+}
+
+void EdgeWorld::checkPath(const QxDEdge& edge, const Twin& twin) {
+    ASSERT_EQ(edge.checkInvariants(), 1);
+    ASSERT_EQ(bendsOf(&edge), twin.bends);
+    ASSERT_EQ(edge.pSourceNode(), twin.source);
+    ASSERT_EQ(edge.pTargetNode(), twin.target);
+    ASSERT_EQ(edge.ntFromPoint(0), twin.source->iCenter());
+    ASSERT_EQ(edge.ntToPoint(0), twin.target->iCenter());
+    ASSERT_EQ(edge.connected() != 0 && edge.deactivated() == 0, twin.state == Twin::Connected);
+    ASSERT_EQ(edge.numberOfBends(),
+              twin.state == Twin::Connected ? static_cast<int>(twin.bends.size()) : -1);
+}
+
+/// The way from the center of a clipped end to the center of the other end, walked step by step.
+class Walk {
+public:
+    Walk(const QxDNode& start, const QxDNode& end, Places bends) : m_start(start) {
+        m_stations = std::move(bends);
+        m_stations.insert(m_stations.begin(), placeOf(start.iCenter()));
+        m_stations.push_back(placeOf(end.iCenter()));
+    }
+    /// The segment, counted from the start, that gets out of the node; -1 when none does.
+    int segmentOut() const {
+        for (std::size_t i = 1; i < m_stations.size(); ++i) {
+            if (!contains(m_stations[i])) {
+                return static_cast<int>(i) - 1;
+            }
+        }
+        return -1;
+    }
+    /// About where it is first outside on that segment; nothing when it starts outside.
+    bool findWayOut(int segment, double& x, double& y) const {
+        const Place& from = m_stations[static_cast<std::size_t>(segment)];
+        const Place& to = m_stations[static_cast<std::size_t>(segment) + 1];
+        constexpr int Steps = 2000;
+        for (int i = 0; i <= Steps; ++i) {
+            const double t = static_cast<double>(i) / Steps;
+            x = from[0] + t * (to[0] - from[0]);
+            y = from[1] + t * (to[1] - from[1]);
+            if (!contains({qx::floorHalfUp(x), qx::floorHalfUp(y)})) {
+                return i > 0;
+            }
+        }
+        return false;
+    }
+
+private:
+    bool contains(const Place& place) const { return m_start.within(pointAt(place), 1) != 0; }
+
+    const QxDNode& m_start;
+    Places m_stations;
+};
+
+void expectNear(const QxPoint& clip, double x, double y) {
+    // A point is outside at the earliest one unit beyond the outline, measured across it; slanting
+    // outlines are met later.
+    EXPECT_LE(std::hypot(clip.x() - x, clip.y() - y), 8.0)
+        << clip.x() << ' ' << clip.y() << " instead of " << x << ' ' << y;
+}
+
+void EdgeWorld::checkVisiblePart(QxDEdge& edge) {
+    const Twin& twin = m_twins.at(&edge);
+    if (twin.state != Twin::Connected) {
+        return;
+    }
+    const int last = static_cast<int>(twin.bends.size());
+    const Walk there(*twin.source, *twin.target, twin.bends);
+    const Walk back(*twin.target, *twin.source, Places(twin.bends.rbegin(), twin.bends.rend()));
+    const bool clipsThere = edge.clipSourceSide() != 0 || twin.source->forceClipping() != 0;
+    const bool clipsBack = edge.clipTargetSide() != 0 || twin.target->forceClipping() != 0;
+    const int out = clipsThere ? there.segmentOut() : 0;
+    const int in = clipsBack ? last - back.segmentOut() : last;
+    const bool reaches = out >= 0 && in <= last && out <= in;
+
+    const QxPoint from = edge.ntFromPoint(1);
+    const QxPoint to = edge.ntToPoint(1);
+    ASSERT_EQ(edge.isUpdatedVisiblePart(), 1);
+    if (!reaches) {
+        ASSERT_EQ(edge.hasVisiblePart(), 0);
+    } else if (out != in || !clipsThere || !clipsBack) {
+        ASSERT_EQ(edge.hasVisiblePart(), 1);
+    }
+    const bool seen = edge.hasVisiblePart() != 0;
+    int index = 0;
+    for (QxPathIter it(&edge); it; ++it, ++index) {
+        ASSERT_EQ(it.pEdge()->inVisiblePart() != 0, seen && index >= out && index <= in);
+        if (it.pNode() != nullptr) {
+            ASSERT_EQ(it.pNode()->inVisiblePart() != 0, seen && index >= out && index < in);
+        }
+    }
+    if (!seen) {
+        ASSERT_EQ(from, twin.source->iCenter());
+        ASSERT_EQ(to, twin.target->iCenter());
+        ASSERT_TRUE(visiblePointsOf(&edge).empty());
+        return;
+    }
+    double x = 0;
+    double y = 0;
+    if (clipsThere && there.findWayOut(out, x, y)) {
+        expectNear(from, x, y);
+    }
+    if (clipsBack && back.findWayOut(last - in, x, y)) {
+        expectNear(to, x, y);
+    }
+    Places drawn(twin.bends.begin() + out, twin.bends.begin() + in);
+    drawn.insert(drawn.begin(), placeOf(from));
+    drawn.push_back(placeOf(to));
+    ASSERT_EQ(visiblePointsOf(&edge), drawn);
+}
+
+void EdgeWorld::checkBounds() {
+    QxRect all;
+    ASSERT_TRUE(walkBounds(*m_drawing.graph, all));
+    ASSERT_EQ(boundsOf(m_drawing.graph), boxOf(all));
+}
+
+void EdgeWorld::checkEvents() {
+    const auto types = m_drawing.events.takeTypes();
+    const auto heard = [&types](std::int32_t type) {
+        return static_cast<int>(std::count(types.begin(), types.end(), type));
+    };
+    ASSERT_EQ(heard(BendAdded), std::exchange(m_additions, 0));
+    ASSERT_EQ(heard(PathNodeMoved), std::exchange(m_moves, 0));
+    ASSERT_EQ(heard(PathNodeDiscarded), m_removals);
+    ASSERT_EQ(heard(PathNodeRemoved), std::exchange(m_removals, 0));
+}
+
+class QxDEdgeRandom : public testing::TestWithParam<std::uint32_t> {};
+
+TEST_P(QxDEdgeRandom, EdgesAgreeWithTheirTwinsAfterEveryStep) {
+    const std::uint32_t seed = testSeed(GetParam());
+    SCOPED_TRACE(seedTrace(seed));
+    EdgeWorld world(seed);
+    for (int step = 0; step < 1500; ++step) {
+        world.step();
+        world.check();
+        ASSERT_FALSE(testing::Test::HasFailure()) << "at step " << step << ": " << world.lastStep();
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Seeds, QxDEdgeRandom, testing::Range(1U, 9U));
+
+}  // namespace

@@ -1,0 +1,340 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+#include "qx/drawing/QxDGraphManager.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "drawing/DrawingTesting.h"
+
+namespace {
+
+using namespace qxtest;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class QxDGraphManagerTest : public testing::Test {
+protected:
+    QxFactory factory;
+    SmallDrawing drawing{factory};
+    QxDGraphManager* manager = drawing.manager.get();
+    QxDGraph* graph = drawing.graph;
+};
+
+TEST_F(QxDGraphManagerTest, TheFirstGraphIsTheAnchorUntilItGoes) {
+    EXPECT_EQ(manager->pAnchorGraph(), graph);
+    QxDGraph* second = manager->addGraph(0);
+    QxDGraph* third = manager->addGraph(0);
+    EXPECT_EQ(manager->pAnchorGraph(), graph);
+    EXPECT_EQ(graph->isVisible(), 1);
+    EXPECT_EQ(second->isVisible(), 0);
+    EXPECT_EQ(manager->nestedInAnchorGraph(second), 0);
+    EXPECT_EQ(manager->nestedInAnchorGraph(nullptr), 0);
+
+    const Ref<QxDGraph> removed(manager->removeGraph(graph));
+    EXPECT_EQ(manager->pAnchorGraph(), second);
+    EXPECT_EQ(manager->discardGraph(second), 1);
+    EXPECT_EQ(manager->pAnchorGraph(), third);
+    EXPECT_EQ(manager->discardGraph(third), 1);
+    EXPECT_EQ(manager->pAnchorGraph(), nullptr);
+    EXPECT_EQ(manager->insertGraph(graph), graph);
+    removed->vAddRef();  // the manager owns it again
+    EXPECT_EQ(manager->pAnchorGraph(), graph);
+}
+
+TEST_F(QxDGraphManagerTest, ANewAnchorBringsItsBoundsUpToDate) {
+    QxDGraph* second = manager->addGraph(0);
+    QxDNode* a = second->addNodeWithCoordinates(0, 0, 10, 10, 1, 0);
+    QxDNode* b = second->addNodeWithCoordinates(30, 0, 10, 10, 1, 0);
+    QxDEdge* edge = manager->pIntergraph()->addEdge(a, b, 0);
+    drawing.addBend(edge, 0, 200);
+    a->moveTo(-50, 0, 1);
+    EXPECT_EQ(second->boundsInitialized(), 0) << "nobody sees the graph";
+    EXPECT_EQ(manager->pQueryIntergraph()->boundsInitialized(), 0);
+    manager->discardGraph(graph);
+    EXPECT_EQ(boundsOf(second), (Box{-55, -5, 35, 5}));
+    EXPECT_EQ(manager->pQueryIntergraph()->pBoundingRect()->top(), 200);
+    const Ref<QxDGraph> removed(manager->removeGraph(second));
+    EXPECT_EQ(manager->pQueryIntergraph()->boundsInitialized(), 0);
+}
+
+TEST_F(QxDGraphManagerTest, AnInsertedGraphHasBoundsAgain) {
+    const Ref<QxDGraph> loose(factory.qxNewDGraph(&factory, 0));
+    QxDNode* node = loose->addNode(0);
+    loose->needsUpdateGraphBounds(0);
+    node->ntMoveTo(100, 100);
+    manager->discardGraph(graph);
+    manager->insertGraph(loose.get());
+    loose->vAddRef();
+    EXPECT_EQ(loose->needsUpdateGraphBounds(), 1);
+    EXPECT_EQ(boundsOf(loose.get()), (Box{80, 80, 120, 120}));
+}
+
+TEST_F(QxDGraphManagerTest, TheIntergraphIsMadeOnDemandAndStays) {
+    EXPECT_EQ(manager->pQueryIntergraph(), nullptr);
+    QxDNode* a = drawing.addNode(0, 0);
+    QxDNode* b = drawing.addNode(100, 0);
+    QxDEdge* inside = manager->addEdge(a, b, 0);
+    QxDGraph* between = manager->pQueryIntergraph();
+    ASSERT_NE(between, nullptr);
+    EXPECT_EQ(inside->pOwnerGraph(), graph) << "it lies within one graph";
+    EXPECT_EQ(between->isIntergraph(), 1);
+    EXPECT_EQ(between->pOwnerGraphManager(), manager);
+    EXPECT_EQ(between->isVisible(), 1);
+    QxDNode* c = manager->addGraph(0)->addNode(0);
+    QxDEdge* across = manager->addEdge(a, c, 0);
+    EXPECT_EQ(across->pOwnerGraph(), between);
+    EXPECT_EQ(across->isVisible(), 0) << "its target is not";
+
+    EXPECT_EQ(manager->removeGraph(between), nullptr);
+    EXPECT_EQ(manager->discardGraph(between), 0);
+    EXPECT_EQ(manager->pQueryIntergraph(), between);
+    EXPECT_EQ(manager->removeEdge(nullptr), nullptr);
+    EXPECT_EQ(manager->discardEdge(across), 1);
+    EXPECT_EQ(manager->discardEdge(inside), 1);
+    EXPECT_EQ(manager->addEdge(a, nullptr, 0), nullptr);
+}
+
+/// Lets the protected steps be called.
+class OpenManager : public QxDGraphManager {
+public:
+    using QxDGraphManager::QxDGraphManager;
+    using QxDGraphManager::vNewGraph;
+};
+
+class OpenGraph : public QxDGraph {
+public:
+    using QxDGraph::QxDGraph;
+    using QxDGraph::vUpdateTransform;
+};
+
+class OpenFactory : public QxFactory {
+protected:
+    QxDGraph* vNewDGraph(QxOwnedObject* owner, int type) override {
+        return new OpenGraph(owner, type, this);
+    }
+    QxDGraphManager* vNewDGraphManager(QxOwnedObject* owner, int type) override {
+        return new OpenManager(owner, type, this);
+    }
+};
+
+TEST(QxDGraphManager, AGraphUpdatesItsBoundsOnlyOnceInserted) {
+    OpenFactory factory;
+    const Ref<QxDGraphManager> manager(factory.newDGraphManager());
+    QxGraph* made = static_cast<OpenManager*>(manager.get())->vNewGraph(0);
+    const Ref<QxDGraph> graph(static_cast<QxDGraph*>(made));
+    EXPECT_EQ(graph->needsUpdateGraphBounds(), 0);
+    EXPECT_EQ(graph->pOwnerGraphManager(), nullptr);
+    manager->insertGraph(graph.get());
+    graph->vAddRef();
+    EXPECT_EQ(graph->needsUpdateGraphBounds(), 1);
+}
+
+TEST(QxDGraphManager, TheIntergraphSharesTheTransformOfTheAnchor) {
+    OpenFactory factory;
+    const Ref<QxDGraphManager> manager(factory.newDGraphManager());
+    auto* anchor = static_cast<OpenGraph*>(manager->addGraph(0));
+    auto* other = static_cast<OpenGraph*>(manager->addGraph(0));
+    const QxTransform first(QxDTuple(1, 2), QxDTuple(3, 4));
+    anchor->vUpdateTransform(first);
+    QxDGraph* between = manager->pIntergraph();
+    EXPECT_EQ(*between->pTransform(), first);
+    const QxTransform second(QxDTuple(5, 6), QxDTuple(7, 8));
+    anchor->vUpdateTransform(second);
+    EXPECT_EQ(*between->pTransform(), second);
+    other->vUpdateTransform(first);
+    EXPECT_EQ(*between->pTransform(), second);
+}
+
+TEST(QxDGraphManager, WithoutAFactoryItMakesNothing) {
+    const Ref<QxDGraphManager> manager(new QxDGraphManager(nullptr, 0, nullptr));
+    EXPECT_EQ(manager->addGraph(0), nullptr);
+    EXPECT_EQ(manager->pIntergraph(), nullptr);
+    EXPECT_EQ(manager->pAnchorGraph(), nullptr);
+    const Ref<QxDGraphManager> other(new QxDGraphManager(nullptr, 0, nullptr));
+    EXPECT_EQ(manager->transferTopology(other.get()), 0);
+}
+
+TEST(QxDGraphManager, SwitchesAreIndependent) {
+    using Get = int (QxDGraphManager::*)() const;
+    using Set = int (QxDGraphManager::*)(int);
+    struct Switch {
+        Get get;
+        Set set;
+        int initial;
+    };
+    const Switch switches[] = {
+        {&QxDGraphManager::compressMetaEdges, &QxDGraphManager::compressMetaEdges, 1},
+        {&QxDGraphManager::reflexiveMetaEdgeReplacement,
+         &QxDGraphManager::reflexiveMetaEdgeReplacement, 1},
+        {&QxDGraphManager::ignoreConnectorsForMetaEdges,
+         &QxDGraphManager::ignoreConnectorsForMetaEdges, 1},
+        {&QxDGraphManager::isUpdatingAffectedGraphs, &QxDGraphManager::isUpdatingAffectedGraphs, 0},
+        {&QxDGraphManager::controlStarted, &QxDGraphManager::controlStarted, 0},
+        {&QxDGraphManager::storeClones, &QxDGraphManager::storeClones, 0}};
+    QxFactory factory;
+    const Ref<QxDGraphManager> manager(factory.newDGraphManager());
+    EXPECT_EQ(manager->isReading(), 0);
+    for (const Switch& changed : switches) {
+        EXPECT_EQ((manager.get()->*changed.set)(1 - changed.initial), 1 - changed.initial);
+        for (const Switch& each : switches) {
+            const int wanted = &each == &changed ? 1 - each.initial : each.initial;
+            EXPECT_EQ((manager.get()->*each.get)(), wanted);
+        }
+        (manager.get()->*changed.set)(changed.initial);
+    }
+}
+
+TEST_F(QxDGraphManagerTest, ComputesBoundsFromTheInsideOut) {
+    QxDNode* a = drawing.addNode(0, 0);
+    QxDGraph* between = manager->pIntergraph();
+    between->addEdge(a, drawing.addNode(50, 0), 0);
+    a->ntMoveTo(0, 300);
+    drawing.events.take();
+    manager->calculateGraphBounds();
+    std::vector<const QxObject*> sources;
+    for (const HeardChange& change : drawing.events.take()) {
+        sources.push_back(change.source);
+    }
+    EXPECT_THAT(sources, ElementsAre(graph, between)) << "the intergraph comes last";
+    EXPECT_EQ(graph->pBoundingRect()->top(), 305);
+    EXPECT_EQ(between->pBoundingRect()->top() > 290, true);
+}
+
+TEST_F(QxDGraphManagerTest, TakesOverTheGraphsOfAnother) {
+    SmallDrawing other(factory);
+    QxDNode* a = other.addNode(0, 0);
+    QxDNode* b = other.manager->addGraph(0)->addNode(0);
+    QxDEdge* across = other.manager->addEdge(a, b, 0);
+    EXPECT_EQ(manager->transferTopology(other.manager.get()), 1);
+    EXPECT_EQ(manager->pAnchorGraph(), graph);
+    EXPECT_EQ(other.manager->pAnchorGraph(), nullptr);
+    EXPECT_EQ(other.manager->numberOfGraphs(), 0);
+    EXPECT_EQ(manager->numberOfGraphs(), 3);
+    EXPECT_EQ(across->pOwnerGraph(), manager->pQueryIntergraph());
+    EXPECT_EQ(across->connected(), 1);
+    EXPECT_EQ(a->isVisible(), 0);
+    EXPECT_EQ(manager->checkInvariants() & other.manager->checkInvariants(), 1);
+
+    EXPECT_EQ(other.manager->transferTopology(manager), 1);
+    EXPECT_EQ(other.manager->pAnchorGraph(), graph) << "an empty manager takes the anchor, too";
+    EXPECT_EQ(manager->transferTopology(manager), 0);
+    EXPECT_EQ(manager->transferTopology(nullptr), 0);
+    QxFactory elsewhere;
+    SmallDrawing foreign(elsewhere);
+    EXPECT_EQ(manager->transferTopology(foreign.manager.get()), 0);
+    EXPECT_EQ(foreign.manager->pAnchorGraph(), foreign.graph);
+}
+
+TEST_F(QxDGraphManagerTest, TransferBringsTheBoundsOfTheIntergraphAlong) {
+    QxDEdge* edge =
+        manager->pIntergraph()->addEdge(drawing.addNode(0, 0), drawing.addNode(50, 0), 0);
+    drawing.addBend(edge, 0, 90);
+    const Ref<QxDGraphManager> other(factory.newDGraphManager());
+    other->transferTopology(manager);
+    EXPECT_EQ(manager->pQueryIntergraph()->boundsInitialized(), 0);
+    EXPECT_EQ(other->pQueryIntergraph()->pBoundingRect()->top(), 90);
+    EXPECT_EQ(boundsOf(graph), (Box{-5, -5, 55, 5}));
+}
+
+using QxDGraphManagerCopy = QxDGraphManagerTest;
+
+TEST_F(QxDGraphManagerCopy, IsAWholeDrawingOfItsOwn) {
+    QxDGraph* second = manager->addGraph(0);
+    QxDNode* a = drawing.addNode(10, 20, 30, 40);
+    QxDNode* b = second->addNodeWithCoordinates(50, 60, 70, 80, 1, 0);
+    QxDEdge* inside = manager->addEdge(a, a, 0);
+    drawing.addBend(inside, 0, 500);
+    QxDEdge* across = manager->addEdge(a, b, 0);
+    drawing.addBend(across, 5, 6);
+    manager->compressMetaEdges(0);
+    manager->nameString(L"drawing");
+
+    const Ref<QxDGraphManager> copy(manager->cloneObject());
+    ASSERT_EQ(copy->numberOfGraphs(), 2);
+    EXPECT_EQ(copy->pFactory(), &factory);
+    EXPECT_EQ(copy->pAnchorGraph(), copy->pFirstGraph());
+    EXPECT_EQ(copy->compressMetaEdges(), 0);
+    EXPECT_EQ(copy->reflexiveMetaEdgeReplacement(), 1);
+    EXPECT_STREQ(copy->pNameString(), L"drawing");
+    EXPECT_EQ(boundsOf(copy->pFirstGraph()), boundsOf(graph));
+    QxDNode* twin = copy->pFirstGraph()->pFirstNode();
+    EXPECT_EQ(boxOf(*twin->pIRect()), boxOf(*a->pIRect()));
+    QxDEdge* acrossTwin = copy->pQueryIntergraph()->pFirstEdge();
+    ASSERT_NE(acrossTwin, nullptr);
+    EXPECT_EQ(acrossTwin->pSourceNode(), twin);
+    EXPECT_EQ(acrossTwin->pTargetNode(), copy->pLastGraph()->pFirstNode());
+    EXPECT_EQ(acrossTwin->numberOfBends(), 1);
+    EXPECT_EQ(manager->internalUserFieldsInUse(), 0);
+    EXPECT_EQ(copy->checkInvariants(), 1);
+
+    twin->moveTo(-1000, 0, 0);
+    copy->discardGraph(copy->pLastGraph());
+    EXPECT_EQ(a->iCenter(), QxPoint(10, 20));
+    EXPECT_EQ(manager->pQueryIntergraph()->numberOfEdges(), 1);
+    manager->emptyTopology();
+    EXPECT_EQ(manager->pAnchorGraph(), nullptr);
+    EXPECT_EQ(copy->pFirstGraph()->numberOfNodes(), 1);
+    EXPECT_EQ(copy->checkInvariants(), 1);
+}
+
+TEST_F(QxDGraphManagerCopy, OfAttributesHasNoGraphs) {
+    manager->reflexiveMetaEdgeReplacement(0);
+    manager->ignoreConnectorsForMetaEdges(0);
+    manager->storeClones(1);
+    const Ref<QxDGraphManager> copy(manager->cloneAttributes());
+    EXPECT_EQ(copy->numberOfGraphs(), 0);
+    EXPECT_EQ(copy->pAnchorGraph(), nullptr);
+    EXPECT_EQ(copy->reflexiveMetaEdgeReplacement(), 0);
+    EXPECT_EQ(copy->ignoreConnectorsForMetaEdges(), 0);
+    EXPECT_EQ(copy->storeClones(), 0) << "a switch of the moment is not copied";
+}
+
+TEST_F(QxDGraphManagerCopy, ReplacesWhatTheManagerHeld) {
+    drawing.addNode(1, 1);
+    SmallDrawing other(factory);
+    other.addNode(2, 2);
+    other.manager->addGraph(0);
+    manager->copyObject(other.manager.get());
+    EXPECT_EQ(manager->numberOfGraphs(), 2);
+    ASSERT_NE(manager->pAnchorGraph(), nullptr);
+    EXPECT_EQ(manager->pAnchorGraph(), manager->pFirstGraph());
+    EXPECT_EQ(manager->pAnchorGraph()->pFirstNode()->iCenter(), QxPoint(2, 2));
+    manager->copyObject(nullptr);
+    manager->copyObject(manager);
+    EXPECT_EQ(manager->numberOfGraphs(), 2);
+}
+
+TEST_F(QxDGraphManagerCopy, DuplicatesJoinWhatIsThereWithTheirBoundsComputed) {
+    drawing.addNode(1, 1);
+    QxDGraph* second = manager->addGraph(0);
+    second->addNode(0);
+    const Ref<QxDGraphManager> other(factory.newDGraphManager());
+    QxDGraph* old = other->addGraph(0);
+    other->duplicateTopology(manager);
+    EXPECT_EQ(other->pFirstGraph(), old);
+    EXPECT_EQ(other->pAnchorGraph(), old);
+    ASSERT_EQ(other->numberOfGraphs(), 3);
+    EXPECT_EQ(boundsOf(other->pLastGraph()), (Box{-20, -20, 20, 20})) << "though invisible";
+    EXPECT_EQ(manager->internalUserFieldsInUse(), 0);
+}
+
+TEST_F(QxDGraphManagerTest, EmptyingReleasesEverything) {
+    QxDNode* a = drawing.addNode(0, 0);
+    QxDNode* b = manager->addGraph(0)->addNode(0);
+    const Ref<QxDEdge> across = hold(manager->addEdge(a, b, 0));
+    const Ref<QxDNode> kept = hold(a);
+    manager->emptyTopology();
+    EXPECT_EQ(manager->numberOfGraphs(), 0);
+    EXPECT_EQ(manager->pQueryIntergraph(), nullptr);
+    EXPECT_EQ(manager->pAnchorGraph(), nullptr);
+    EXPECT_EQ(across->pSourceNode(), nullptr);
+    EXPECT_EQ(across->referenceCount(), 1U);
+    EXPECT_EQ(kept->referenceCount(), 1U);
+    EXPECT_EQ(kept->isVisible(), 0);
+    EXPECT_EQ(kept->moveTo(1, 1, 0), 0);
+    EXPECT_EQ(kept->moveTo(1, 1, 1), 1);
+}
+
+}  // namespace

@@ -1,0 +1,783 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+#include "qx/drawing/QxDGraph.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "drawing/DrawingTesting.h"
+#include "qx/foundation/geometry/QxShape.h"
+
+namespace {
+
+using namespace qxtest;
+using testing::ElementsAre;
+using testing::IsEmpty;
+
+class QxDGraphTest : public testing::Test {
+protected:
+    QxFactory factory;
+    SmallDrawing drawing{factory};
+    QxDGraph* graph = drawing.graph;
+    EventRecorder& events = drawing.events;
+};
+
+using QxDGraphBounds = QxDGraphTest;
+
+TEST_F(QxDGraphBounds, BeginWithTheFirstNodeAndEndWithTheLast) {
+    EXPECT_EQ(graph->boundsInitialized(), 0);
+    QxRect rect(1, 1, 1, 1);
+    EXPECT_EQ(graph->calculateGraphBounds(rect), 0);
+    EXPECT_EQ(boxOf(rect), (Box{1, 1, 1, 1})) << "nothing counts, nothing is touched";
+    EXPECT_EQ(graph->calculateAndReturnGraphBounds(rect), 0);
+    EXPECT_EQ(boxOf(rect), Box{});
+
+    QxDNode* node = drawing.addNode(7, -3, 5, 4);
+    EXPECT_EQ(graph->boundsInitialized(), 1);
+    EXPECT_EQ(boundsOf(graph), boxOf(*node->pIRect()));
+    EXPECT_THAT(events.take(),
+                ElementsAre(HeardChange{GraphBoundsChanged, graph, Box{}, Box{5, -5, 10, -1}}));
+
+    const Ref<QxDNode> removed(graph->removeNode(node));
+    EXPECT_EQ(graph->boundsInitialized(), 0);
+    EXPECT_EQ(graph->pBoundingRect()->width(), 0);
+    EXPECT_EQ(graph->pBoundingRect()->height(), 0);
+    graph->ntUpdatedBoundingRect(rect);
+    EXPECT_EQ(boxOf(rect), Box{});
+    EXPECT_EQ(events.takeTypes(), std::vector<std::int32_t>{GraphBoundsChanged});
+}
+
+TEST_F(QxDGraphBounds, ANodeAtTheOriginWithoutASizeCounts) {
+    drawing.addNode(0, 0, 0, 0);
+    EXPECT_EQ(graph->boundsInitialized(), 1);
+    EXPECT_THAT(events.take(), IsEmpty()) << "the rectangle is the one of an empty graph";
+    drawing.addNode(10, 10, 2, 2);
+    EXPECT_EQ(boundsOf(graph), (Box{0, 0, 11, 11}));
+}
+
+TEST_F(QxDGraphBounds, GrowAndShrinkWithAMove) {
+    QxDNode* moving = drawing.addNode(0, 0);
+    drawing.addNode(100, 0);
+    events.take();
+    moving->moveTo(-20, 0, 1);
+    EXPECT_THAT(
+        events.take(),
+        ElementsAre(HeardChange{NodeMoved, moving, {-5, -5, 5, 5}, {-25, -5, -15, 5}},
+                    HeardChange{GraphBoundsChanged, graph, {-5, -5, 105, 5}, {-25, -5, 105, 5}}));
+    moving->moveTo(50, 0, 0);
+    EXPECT_THAT(
+        events.take(),
+        ElementsAre(HeardChange{NodeMoved, moving, {-25, -5, -15, 5}, {45, -5, 55, 5}},
+                    HeardChange{GraphBoundsChanged, graph, {-25, -5, 105, 5}, {45, -5, 105, 5}}));
+    drawing.addNode(0, 0);
+    events.take();
+    moving->moveTo(60, 0, 1);
+    EXPECT_EQ(events.takeTypes(), std::vector<std::int32_t>{NodeMoved}) << "the bounds stay";
+    EXPECT_EQ(moving->moveTo(60, 0, 0), 1);
+    EXPECT_THAT(events.take(), IsEmpty());
+}
+
+/// Removes the node farthest out on one side, or on two.
+class QxDGraphSides : public QxDGraphTest,
+                      public testing::WithParamInterface<std::array<int, 2>> {};
+
+TEST_P(QxDGraphSides, MoveInwardWhenWhatTouchedThemGoes) {
+    drawing.addNode(-50, 0);
+    drawing.addNode(50, 0);
+    drawing.addNode(0, -50);
+    drawing.addNode(0, 50);
+    const Box before = boundsOf(graph);
+    const auto [x, y] = GetParam();
+    QxDNode* outermost = drawing.addNode(x, y);
+    EXPECT_NE(boundsOf(graph), before);
+    graph->discardNode(outermost);
+    EXPECT_EQ(boundsOf(graph), before);
+}
+
+INSTANTIATE_TEST_SUITE_P(Sides, QxDGraphSides,
+                         testing::Values(std::array{-90, 0}, std::array{90, 0}, std::array{0, 90},
+                                         std::array{0, -90}, std::array{-90, 90},
+                                         std::array{90, -90}));
+
+TEST_F(QxDGraphBounds, IncludeTheBendsOfConnectedEdges) {
+    QxDNode* a = drawing.addNode(0, 0);
+    QxDNode* b = drawing.addNode(100, 0);
+    QxDEdge* edge = drawing.addEdge(a, b);
+    const Box straight = boundsOf(graph);
+    QxPNode* bend = drawing.addBend(edge, 50, 300);
+    const Box bent{-5, -5, 105, 300};
+    EXPECT_EQ(boundsOf(graph), bent);
+    QxRect rect;
+    EXPECT_EQ(graph->calculateEdgeBoundsWithLabels(rect), 1);
+    EXPECT_EQ(rect.top(), 300);
+
+    edge->disconnect();
+    EXPECT_EQ(boundsOf(graph), straight);
+    edge->connect();
+    EXPECT_EQ(boundsOf(graph), bent);
+    edge->deactivate();
+    EXPECT_EQ(boundsOf(graph), straight);
+    edge->activate();
+    EXPECT_EQ(boundsOf(graph), bent);
+
+    bend->moveTo(50, -70, 1);
+    EXPECT_EQ(boundsOf(graph), (Box{-5, -70, 105, 5}));
+    const Ref<QxDEdge> removed(graph->removeEdge(edge));
+    EXPECT_EQ(boundsOf(graph), straight);
+    graph->insertEdge(edge, a, b);
+    removed->vAddRef();  // the graph owns it again
+    EXPECT_EQ(boundsOf(graph), (Box{-5, -70, 105, 5}));
+    edge->discardBend(bend);
+    EXPECT_EQ(boundsOf(graph), straight);
+}
+
+TEST_F(QxDGraphBounds, AreLeftAloneWhileTheyAreOff) {
+    QxDNode* node = drawing.addNode(0, 0);
+    events.take();
+    EXPECT_EQ(graph->disableGraphBounds(1, 0), 1);
+    node->moveTo(50, 0, 1);
+    node->resize(2, 2, 1);
+    EXPECT_EQ(events.takeTypes(), (std::vector<std::int32_t>{NodeMoved, NodeResized}));
+    EXPECT_EQ(graph->disableGraphBounds(0, 0), 0);
+    EXPECT_THAT(events.take(), ElementsAre(HeardChange{
+                                   GraphBoundsChanged, graph, {-5, -5, 5, 5}, {49, -1, 51, 1}}));
+    graph->disableGraphBounds(0, 0);
+    EXPECT_THAT(events.take(), IsEmpty());
+
+    graph->fileReadRunning(1);
+    EXPECT_EQ(graph->needsUpdateGraphBounds(), 0);
+    node->moveTo(0, 0, 1);
+    EXPECT_EQ(boundsOf(graph), (Box{49, -1, 51, 1}));
+    graph->fileReadRunning(0);
+    EXPECT_EQ(graph->needsUpdateGraphBounds(), 1);
+}
+
+TEST_F(QxDGraphBounds, AnswerWhatAMoveWouldMakeOfThem) {
+    QxDNode* node = drawing.addNode(0, 0);
+    drawing.addNode(100, 0);
+    events.take();
+    QxRect rect;
+    graph->getGraphBoundsOnMoveResize(*node->pIRect(), QxRect(-60, -5, -50, 5), rect);
+    EXPECT_EQ(boxOf(rect), (Box{-60, -5, 105, 5}));
+    // What retreats is computed over what is there, the node at its old place included.
+    graph->getGraphBoundsOnMoveResize(*node->pIRect(), QxRect(50, -5, 60, 5), rect);
+    EXPECT_EQ(boxOf(rect), (Box{-5, -5, 105, 5}));
+    EXPECT_THAT(events.take(), IsEmpty());
+}
+
+TEST_F(QxDGraphBounds, EmptyingTheGraphEmptiesThem) {
+    drawing.addEdge(drawing.addNode(0, 0), drawing.addNode(50, 50));
+    graph->emptyTopology();
+    EXPECT_EQ(graph->boundsInitialized(), 0);
+    EXPECT_EQ(graph->needsUpdateGraphBounds(), 1);
+    drawing.addNode(500, 500);
+    EXPECT_EQ(boundsOf(graph), (Box{495, 495, 505, 505}));
+}
+
+TEST_F(QxDGraphBounds, OfTheAnchorGraphExtendOverTheEdgesBetweenGraphs) {
+    QxDNode* a = drawing.addNode(0, 0);
+    QxDNode* b = drawing.addNode(100, 0);
+    QxDGraph* between = drawing.manager->pIntergraph();
+    QxDEdge* edge = between->addEdge(a, b, 0);
+    drawing.addBend(edge, 50, 400);
+    EXPECT_EQ(boundsOf(graph), (Box{-5, -5, 105, 5}));
+    QxRect rect;
+    graph->ntBoundingRectWithIntergraphEdges(rect);
+    EXPECT_EQ(boxOf(rect), (Box{-5, -5, 105, 400}));
+    EXPECT_EQ(graph->getBoundingRect(rect, 0), 1);
+    EXPECT_EQ(boxOf(rect), (Box{-5, -5, 105, 400}));
+    graph->ntBoundingRect(rect);
+    EXPECT_EQ(boxOf(rect), (Box{-5, -5, 105, 5}));
+
+    QxDGraph* other = drawing.manager->addGraph(0);
+    other->addNode(0);
+    EXPECT_EQ(other->getBoundingRect(rect, 0), 0) << "it is not visible";
+    other->ntBoundingRect(rect);
+    EXPECT_EQ(boxOf(rect), Box{});
+
+    between->discardEdge(edge);
+    graph->ntBoundingRectWithIntergraphEdges(rect);
+    EXPECT_EQ(boxOf(rect), (Box{-5, -5, 105, 5}));
+}
+
+TEST_F(QxDGraphBounds, EventsOfTheIntergraphComeBeforeThoseOfTheGraph) {
+    QxDNode* a = drawing.addNode(0, 0);
+    QxDNode* b = drawing.addNode(100, 0);
+    QxDGraph* between = drawing.manager->pIntergraph();
+    between->addEdge(a, b, 0);
+    events.take();
+    a->moveTo(0, 200, 1);
+    std::vector<const QxObject*> sources;
+    for (const HeardChange& change : events.take()) {
+        sources.push_back(change.source);
+    }
+    EXPECT_THAT(sources, ElementsAre(a, between, graph));
+}
+
+using QxDGraphMargins = QxDGraphTest;
+
+TEST_F(QxDGraphMargins, SettersStoreWhatMakesSense) {
+    struct Case {
+        std::int32_t (QxDGraph::*get)() const;
+        std::int32_t (QxDGraph::*set)(std::int32_t);
+        std::int32_t initial;
+    };
+    const Case constants[] = {
+        {&QxDGraph::leftMarginConstantSpacing, &QxDGraph::leftMarginConstantSpacing, 20},
+        {&QxDGraph::rightMarginConstantSpacing, &QxDGraph::rightMarginConstantSpacing, 20},
+        {&QxDGraph::bottomMarginConstantSpacing, &QxDGraph::bottomMarginConstantSpacing, 20},
+        {&QxDGraph::topMarginConstantSpacing, &QxDGraph::topMarginConstantSpacing, 20},
+        {&QxDGraph::nestedViewLeftConstantSpacing, &QxDGraph::nestedViewLeftConstantSpacing, 0},
+        {&QxDGraph::nestedViewRightConstantSpacing, &QxDGraph::nestedViewRightConstantSpacing, 0},
+        {&QxDGraph::nestedViewTopConstantSpacing, &QxDGraph::nestedViewTopConstantSpacing, 0},
+        {&QxDGraph::nestedViewBottomConstantSpacing, &QxDGraph::nestedViewBottomConstantSpacing,
+         0}};
+    std::int32_t value = 30;
+    for (const Case& one : constants) {
+        EXPECT_EQ((graph->*one.get)(), one.initial);
+        EXPECT_EQ((graph->*one.set)(++value), value);
+        EXPECT_EQ(events.takeTypes(), std::vector<std::int32_t>{MarginsChanged});
+        EXPECT_EQ((graph->*one.set)(value), value);
+        EXPECT_THAT(events.take(), IsEmpty());
+    }
+    value = 30;
+    for (const Case& one : constants) {
+        EXPECT_EQ((graph->*one.get)(), ++value) << "each has a value of its own";
+        EXPECT_EQ((graph->*one.set)(-5), 0);
+        EXPECT_EQ(events.takeTypes(), std::vector<std::int32_t>{MarginsChanged});
+    }
+}
+
+TEST_F(QxDGraphMargins, ProportionsBelowZeroAreIgnored) {
+    using Get = std::int16_t (QxDGraph::*)() const;
+    using Set = std::int16_t (QxDGraph::*)(std::int16_t);
+    const std::pair<Get, Set> proportions[] = {
+        {&QxDGraph::leftMarginProportionalSpacing, &QxDGraph::leftMarginProportionalSpacing},
+        {&QxDGraph::rightMarginProportionalSpacing, &QxDGraph::rightMarginProportionalSpacing},
+        {&QxDGraph::bottomMarginProportionalSpacing, &QxDGraph::bottomMarginProportionalSpacing},
+        {&QxDGraph::topMarginProportionalSpacing, &QxDGraph::topMarginProportionalSpacing},
+        {&QxDGraph::nestedViewLeftProportionalSpacing,
+         &QxDGraph::nestedViewLeftProportionalSpacing},
+        {&QxDGraph::nestedViewRightProportionalSpacing,
+         &QxDGraph::nestedViewRightProportionalSpacing},
+        {&QxDGraph::nestedViewTopProportionalSpacing, &QxDGraph::nestedViewTopProportionalSpacing},
+        {&QxDGraph::nestedViewBottomProportionalSpacing,
+         &QxDGraph::nestedViewBottomProportionalSpacing}};
+    std::int16_t value = 100;
+    for (const auto& [get, set] : proportions) {
+        EXPECT_EQ((graph->*set)(++value), value);
+        EXPECT_EQ(events.takeTypes(), std::vector<std::int32_t>{MarginsChanged});
+        EXPECT_EQ((graph->*set)(-5), value);
+        EXPECT_THAT(events.take(), IsEmpty());
+    }
+    value = 100;
+    for (const auto& [get, set] : proportions) {
+        EXPECT_EQ((graph->*get)(), ++value);
+    }
+}
+
+TEST_F(QxDGraphMargins, WithoutAFactoryNothingIsFired) {
+    const Ref<QxDGraph> detached(factory.qxNewDGraph(&factory, 0));
+    EventRecorder heard;
+    factory.pEventManager()->addDrawingChangeListener(detached.get(), &heard);
+    detached->leftMarginConstantSpacing(77);
+    EXPECT_THAT(heard.take(), IsEmpty());
+}
+
+TEST_F(QxDGraphMargins, LieAroundTheBounds) {
+    drawing.addNode(0, 0, 100, 40);
+    graph->leftMarginProportionalSpacing(100);
+    graph->rightMarginConstantSpacing(0);
+    graph->bottomMarginProportionalSpacing(33);
+    graph->topMarginConstantSpacing(1);
+    QxRect rect;
+    EXPECT_EQ(graph->getMarginBoundingRect(rect, 0), 1);
+    EXPECT_EQ(boxOf(rect), (Box{-50 - 30, -20 - 21, 50, 20 + 1}));
+}
+
+TEST_F(QxDGraphMargins, AMinimumSizeWidensThemAroundTheirCenter) {
+    drawing.addNode(0, 0, 100, 40);
+    graph->minWidthOfMarginBoundingRect(201);
+    QxRect rect;
+    graph->ntMarginBoundingRect(rect);
+    EXPECT_EQ(boxOf(rect), (Box{-100, -40, 101, 40}));
+    graph->setMinSizeOfMarginBoundingRect(QxSize(10, 80));
+    graph->ntMarginBoundingRect(rect);
+    EXPECT_EQ(boxOf(rect), (Box{-70, -40, 70, 40})) << "a smaller minimum changes nothing";
+    EXPECT_EQ(graph->minHeightOfMarginBoundingRect(), 80);
+}
+
+TEST_F(QxDGraphMargins, ClampAtTheEndsOfTheRange) {
+    drawing.addNode(0, 0, 100, 100);
+    graph->leftMarginConstantSpacing(qx::MaxInt32);
+    graph->topMarginProportionalSpacing(32767);
+    graph->topMarginConstantSpacing(qx::MaxInt32);
+    QxRect rect;
+    graph->ntMarginBoundingRect(rect);
+    EXPECT_EQ(rect.left(), qx::MinInt32);
+    EXPECT_EQ(rect.top(), qx::MaxInt32);
+    graph->setMinSizeOfMarginBoundingRect(QxSize(qx::MaxInt32, qx::MaxInt32));
+    graph->ntMarginBoundingRect(rect);
+    EXPECT_EQ(rect.width(), qx::MaxInt32);
+}
+
+TEST_F(QxDGraphTest, MovesAllOfItsContents) {
+    QxDNode* a = drawing.addNode(0, 0);
+    QxDEdge* edge = drawing.addEdge(a, drawing.addNode(100, 0));
+    QxPNode* bend = drawing.addBend(edge, 50, 60);
+    graph->ntMove(0, 0, 1);
+    events.take();
+    graph->ntMove(7, -3, 0);
+    EXPECT_EQ(a->iCenter(), QxPoint(7, -3));
+    EXPECT_EQ(bend->iCenter(), QxPoint(57, 57));
+    EXPECT_EQ(boundsOf(graph), (Box{2, -8, 112, 57}));
+    EXPECT_EQ(events.takeTypes(),
+              (std::vector<std::int32_t>{NodeMoved, NodeMoved, PathNodeMoved, GraphBoundsChanged}));
+    graph->ntMoveTo(-1, 1);
+    EXPECT_EQ(boundsOf(graph), (Box{-56, -31, 54, 34}));
+    a->ntMoveTo(qx::MaxInt32 - 2, 0);
+    graph->ntMove(qx::MaxInt32, qx::MinInt32, 0);
+    QxRect walked;
+    ASSERT_TRUE(walkBounds(*graph, walked));
+    EXPECT_EQ(boundsOf(graph), boxOf(walked)) << "also where nodes stop at the end of the range";
+}
+
+TEST_F(QxDGraphTest, AddsNodesWhereAndAsLargeAsAsked) {
+    QxDNode* node = graph->addNodeWithCoordinates(QxPoint(3, 4), QxSize(5, 6), 0, 0);
+    EXPECT_EQ(boxOf(*node->pIRect()), (Box{1, 1, 6, 7}));
+    EXPECT_EQ(node->originalSize(), QxSize(5, 6));
+    EXPECT_EQ(drawing.manager->pIntergraph()->addNodeWithCoordinates(0, 0, 1, 1, 1, 0), nullptr);
+    EXPECT_EQ(drawing.manager->pIntergraph()->numberOfNodes(), 0);
+}
+
+TEST_F(QxDGraphTest, RefusesWhatIsNotItsOwn) {
+    QxDGraph* other = drawing.manager->addGraph(0);
+    QxDNode* foreign = other->addNode(0);
+    QxDNode* own = drawing.addNode(0, 0);
+    QxDEdge* edge = drawing.addEdge(own, own);
+    QxPNode* bend = drawing.addBend(edge, 40, 40);
+    events.take();
+    EXPECT_EQ(graph->removeNode(foreign), nullptr);
+    EXPECT_EQ(graph->insertNode(foreign), nullptr);
+    EXPECT_EQ(graph->insertNode(nullptr), nullptr);
+    EXPECT_EQ(graph->discardNode(nullptr), 0);
+    EXPECT_EQ(static_cast<QxGraph*>(graph)->removeNode(bend), nullptr);
+    EXPECT_EQ(static_cast<QxGraph*>(graph)->removeEdge(edge->pSourceOrPathEdge()), nullptr);
+    EXPECT_EQ(other->removeEdge(edge), nullptr);
+    EXPECT_EQ(graph->insertEdge(nullptr, own, own), nullptr);
+    EXPECT_EQ(graph->transferTopology(nullptr), 0);
+    EXPECT_EQ(graph->transferTopology(graph), 0);
+    EXPECT_EQ(graph->transferTopology(drawing.manager->pIntergraph()), 0);
+    QxFactory elsewhere;
+    SmallDrawing foreignDrawing(elsewhere);
+    EXPECT_EQ(graph->transferTopology(foreignDrawing.graph), 0);
+    EXPECT_THAT(events.take(), IsEmpty());
+    EXPECT_EQ(drawing.manager->checkInvariants(), 1);
+}
+
+TEST_F(QxDGraphTest, TakesOverTheContentsOfAnother) {
+    QxDNode* a = drawing.addNode(0, 0);
+    SmallDrawing other(factory);
+    QxDNode* b = other.addNode(100, 100);
+    QxDNode* c = other.addNode(200, 100);
+    QxDEdge* edge = other.addEdge(b, c);
+    QxPNode* bend = other.addBend(edge, 150, 900);
+    EXPECT_EQ(graph->transferTopology(other.graph), 1);
+    EXPECT_EQ(other.graph->boundsInitialized(), 0);
+    EXPECT_EQ(boundsOf(graph), (Box{-5, -5, 205, 900}));
+    EXPECT_EQ(objectsOf<QxDNode>(*graph->pNodeList()), (std::vector<QxDNode*>{a, b, c}));
+    EXPECT_EQ(bend->pOwnerGraph(), graph);
+    EXPECT_EQ(drawing.manager->checkInvariants(), 1);
+    bend->moveTo(150, 0, 1);
+    EXPECT_EQ(boundsOf(graph), (Box{-5, -5, 205, 105}));
+}
+
+TEST_F(QxDGraphTest, TakingNodesOutOfSightHidesTheEdgesBetweenThem) {
+    QxDGraph* unseen = drawing.manager->addGraph(0);
+    QxDGraph* between = drawing.manager->pIntergraph();
+    QxDEdge* edge = between->addEdge(drawing.addNode(0, 0), drawing.addNode(90, 0), 0);
+    drawing.addBend(edge, 0, 70);
+    ASSERT_EQ(between->boundsInitialized(), 1);
+    unseen->transferTopology(graph);
+    EXPECT_EQ(between->boundsInitialized(), 0);
+    graph->transferTopology(unseen);
+    EXPECT_EQ(between->boundsInitialized(), 1);
+    EXPECT_EQ(between->pBoundingRect()->top(), 70);
+}
+
+using QxDGraphCopy = QxDGraphTest;
+
+TEST_F(QxDGraphCopy, TakesOverAttributesAlone) {
+    drawing.addNode(0, 0);
+    graph->leftMarginConstantSpacing(1);
+    graph->topMarginProportionalSpacing(2);
+    graph->nestedViewBottomConstantSpacing(3);
+    graph->setMinSizeOfMarginBoundingRect(QxSize(4, 5));
+    graph->diagrammingMultiEdgeSpacing(6);
+    graph->orthogonalRouting(1);
+    graph->nameString(L"seven");
+    graph->pChangeableTransform()->sourceOrigin(QxDTuple(8, 9));
+    QxDGraph* copy = drawing.manager->addGraph(0);
+    QxDNode* kept = copy->addNode(0);
+    copy->hasNodeLabelsState(QxTriStateYes);
+    copy->copyAttributes(graph);
+    EXPECT_EQ(copy->leftMarginConstantSpacing(), 1);
+    EXPECT_EQ(copy->topMarginProportionalSpacing(), 2);
+    EXPECT_EQ(copy->nestedViewBottomConstantSpacing(), 3);
+    EXPECT_EQ(copy->minHeightOfMarginBoundingRect(), 5);
+    EXPECT_EQ(copy->diagrammingMultiEdgeSpacing(), 6);
+    EXPECT_EQ(copy->orthogonalRouting(), 1);
+    EXPECT_STREQ(copy->pNameString(), L"seven");
+    EXPECT_EQ(*copy->pTransform(), *graph->pTransform());
+    EXPECT_EQ(copy->hasNodeLabelsState(), QxTriStateNo);
+    EXPECT_EQ(objectsOf<QxDNode>(*copy->pNodeList()), std::vector<QxDNode*>{kept});
+}
+
+TEST_F(QxDGraphCopy, DeepHasTheSameContentsOfItsOwn) {
+    QxDNode* a = drawing.addNode(1, 2, 3, 4);
+    QxDNode* b = drawing.addNode(100, 200, 30, 40);
+    const QxShape oval(QxShapeTypeOval);
+    b->pShape(&oval, 0);
+    QxDEdge* edge = drawing.addEdge(a, b);
+    drawing.addBend(edge, 7, 700);
+    drawing.addBend(edge, 70, 7);
+    drawing.addEdge(b, a)->disconnect();
+
+    QxDGraph* copy = drawing.manager->addGraph(0);
+    copy->addNode(0);
+    copy->copyObject(graph);
+    EXPECT_EQ(boundsOf(copy), boundsOf(graph));
+    ASSERT_EQ(copy->numberOfNodes(), 2);
+    EXPECT_EQ(boxOf(*copy->pFirstNode()->pIRect()), boxOf(*a->pIRect()));
+    EXPECT_EQ(boxOf(*copy->pLastNode()->pIRect()), boxOf(*b->pIRect()));
+    EXPECT_EQ(copy->pLastNode()->pShape()->type(), QxShapeTypeOval);
+    ASSERT_EQ(copy->numberOfEdges(), 1);
+    EXPECT_EQ(copy->pFirstEdge()->pSourceNode(), copy->pFirstNode());
+    EXPECT_EQ(copy->pDisconnectedEdgeList()->count(), 1);
+    QxPNodeDList bends;
+    copy->pFirstEdge()->buildPathNodeList(bends);
+    ASSERT_EQ(bends.count(), 2);
+    EXPECT_EQ(static_cast<QxPNode*>(bends.pFirstObject())->iCenter(), QxPoint(7, 700));
+    EXPECT_EQ(graph->internalUserFieldsInUse(), 0);
+
+    graph->discardNode(b);
+    a->moveTo(0, 0, 1);
+    EXPECT_EQ(copy->numberOfEdges(), 1);
+    EXPECT_EQ(copy->pFirstNode()->iCenter(), QxPoint(1, 2));
+    EXPECT_EQ(copy->pLastNode()->pShape()->type(), QxShapeTypeOval);
+    EXPECT_EQ(drawing.manager->checkInvariants(), 1);
+}
+
+TEST_F(QxDGraphCopy, IsRememberedWhenTheManagerAsksForIt) {
+    QxDNode* node = drawing.addNode(0, 0);
+    QxDGraph* first = drawing.manager->addGraph(0);
+    first->copyObject(graph);
+    EXPECT_EQ(graph->pClonedGraph(), nullptr);
+    EXPECT_EQ(node->pClonedNode(), nullptr);
+    drawing.manager->storeClones(1);
+    QxDGraph* second = drawing.manager->addGraph(0);
+    second->pClonedGraph(first);
+    second->copyObject(graph);
+    EXPECT_EQ(graph->pClonedGraph(), second);
+    EXPECT_EQ(second->pClonedGraph(), nullptr);
+    EXPECT_EQ(node->pClonedNode(), second->pFirstNode());
+    drawing.manager->nullClonedObjectFields();
+    EXPECT_EQ(graph->pClonedGraph(), nullptr);
+    EXPECT_EQ(node->pClonedNode(), nullptr);
+}
+
+TEST_F(QxDGraphCopy, DuplicatesAreAppendedAndLeaveOutWhatIsNotWanted) {
+    QxDNode* a = drawing.addNode(0, 0);
+    drawing.addEdge(a, a)->disconnect();
+    drawing.addEdge(a, a)->deactivate();
+    QxDGraph* other = drawing.manager->addGraph(0);
+    QxDNode* old = other->addNode(0);
+    other->duplicateTopology(graph, 0, 1);
+    EXPECT_EQ(other->numberOfNodes(), 2);
+    EXPECT_EQ(other->pFirstNode(), old);
+    EXPECT_EQ(other->pDisconnectedEdgeList()->count(), 0);
+    EXPECT_EQ(other->pDeactivatedEdgeList()->count(), 1);
+    EXPECT_EQ(other->needsUpdateGraphBounds(), 1);
+    EXPECT_EQ(boundsOf(other), (Box{-20, -20, 20, 20}));
+}
+
+TEST_F(QxDGraphTest, AnswersWhetherSomethingOverlaps) {
+    QxDNode* a = drawing.addNode(0, 0);
+    QxDEdge* edge = drawing.addEdge(a, drawing.addNode(100, 0));
+    drawing.addBend(edge, 50, 50);
+    const auto ask = [&](const QxRect& rect, int nodes, int bends, int segments) {
+        return graph->overlaps(rect, nodes, bends, segments, 0, 0, 0, 0, 0);
+    };
+    const QxRect atNode(4, 4, 8, 8);
+    EXPECT_EQ(ask(atNode, 0, 0, 0), 0);
+    EXPECT_EQ(ask(atNode, 1, 0, 0), 1);
+    EXPECT_EQ(ask(atNode, 0, 1, 0), 0);
+    EXPECT_EQ(ask(QxRect(6, -6, 8, 4), 1, 0, 0), 0);
+    EXPECT_EQ(ask(QxRect(49, 49, 51, 51), 0, 1, 0), 1);
+    EXPECT_EQ(ask(QxRect(20, 10, 40, 30), 0, 0, 1), 1);
+    EXPECT_EQ(ask(QxRect(20, 10, 40, 30), 1, 1, 0), 0);
+    EXPECT_EQ(graph->overlaps(atNode, 0, 0, 0, 1, 1, 1, 1, 1), 0);
+    EXPECT_EQ(graph->overlapsIntergraphEdges(atNode, 1, 1, 0, 1), 0);
+    QxDEdge* outside = drawing.manager->pIntergraph()->addEdge(a, a, 0);
+    drawing.addBend(outside, 300, 300);
+    EXPECT_EQ(graph->overlapsIntergraphEdges(QxRect(299, 299, 301, 301), 1, 0, 0, 0), 1);
+    EXPECT_EQ(ask(QxRect(299, 299, 301, 301), 1, 1, 1), 0);
+}
+
+TEST_F(QxDGraphTest, MapsCoordinatesOnlyWhereThereIsAWay) {
+    QxPoint point(3, 4);
+    EXPECT_EQ(graph->expandedTransformPoint(point), 1);
+    EXPECT_EQ(point, QxPoint(3, 4));
+    QxDGraph* other = drawing.manager->addGraph(0);
+    EXPECT_EQ(other->expandedTransformPoint(point), 0) << "it is not nested in the anchor graph";
+    EXPECT_EQ(graph->transformToGraphPoint(other, point), 0);
+    EXPECT_EQ(graph->transformToGraphPoint(nullptr, point), 0);
+    EXPECT_EQ(graph->transformToGraphPoint(graph, point), 1);
+    EXPECT_EQ(point, QxPoint(3, 4));
+    const Ref<QxDGraph> detached(factory.qxNewDGraph(&factory, 0));
+    EXPECT_EQ(detached->expandedTransformPoint(point), 0);
+    double offsetX = 5;
+    double scaleX = 5;
+    double offsetY = 5;
+    double scaleY = 5;
+    EXPECT_EQ(graph->getTransformCoef(other, offsetX, scaleX, offsetY, scaleY), 0);
+    EXPECT_EQ((std::array{offsetX, scaleX, offsetY, scaleY}), (std::array{0., 1., 0., 1.}));
+    QxRect view;
+    EXPECT_EQ(graph->getViewRect(view, 0), 1);
+    EXPECT_EQ(boxOf(view), (Box{-20, -20, 20, 20}));
+}
+
+TEST_F(QxDGraphTest, KnowsItsLabelsByThreeStates) {
+    EXPECT_EQ(graph->hasNodeLabelsState(), QxTriStateNo);
+    graph->hasNodeLabelsState(QxTriStateUnknown);
+    graph->hasEdgeLabelsState(QxTriStateYes);
+    EXPECT_EQ(graph->hasNodeLabelsState(), QxTriStateUnknown);
+    EXPECT_EQ(graph->hasEdgeLabelsState(), QxTriStateYes);
+    EXPECT_EQ(graph->hasConnectorLabelsState(), QxTriStateNo);
+    EXPECT_EQ(graph->hasEdgeLabels(), 1);
+    EXPECT_EQ(graph->hasNodeLabels(), 0);
+    graph->hasEdgeLabelsState(QxTriStateNo);
+    EXPECT_EQ(graph->hasEdgeLabels(), 0);
+}
+
+/// Counts how often the geometry or the visibility of a node is asked for.
+class AskedNode : public QxDNode {
+public:
+    using QxDNode::QxDNode;
+    int vIsVisible() const override { return count(QxDNode::vIsVisible()); }
+    QxPoint iCenter() const override { return count(QxDNode::iCenter()); }
+    std::int32_t iX() const override { return count(QxDNode::iX()); }
+    std::int32_t iY() const override { return count(QxDNode::iY()); }
+    std::int32_t iWidth() const override { return count(QxDNode::iWidth()); }
+    std::int32_t iHeight() const override { return count(QxDNode::iHeight()); }
+    mutable int asked = 0;
+
+private:
+    template <class T>
+    T count(T value) const {
+        ++asked;
+        return value;
+    }
+};
+
+class AskedEdge : public QxDEdge {
+public:
+    using QxDEdge::QxDEdge;
+    int vIsVisible() const override {
+        ++asked;
+        return QxDEdge::vIsVisible();
+    }
+    QxPoint ntFromPoint(int clipped) const override {
+        ++asked;
+        return QxDEdge::ntFromPoint(clipped);
+    }
+    QxPoint ntToPoint(int clipped) const override {
+        ++asked;
+        return QxDEdge::ntToPoint(clipped);
+    }
+    mutable int asked = 0;
+};
+
+class AskedFactory : public QxFactory {
+protected:
+    QxDNode* vNewDNode(QxOwnedObject* owner, int type) override {
+        return new AskedNode(owner, type, this);
+    }
+    QxDEdge* vNewDEdge(QxOwnedObject* owner, int type) override {
+        return new AskedEdge(owner, type, this);
+    }
+};
+
+/// A chain of nodes whose last reaches out farthest, and a node on its own.
+class AskedChain {
+public:
+    explicit AskedChain(int length) : m_drawing(m_factory), m_loner(m_drawing.addNode(0, 0)) {
+        for (int i = 1; i <= length; ++i) {
+            QxDNode* before = m_nodes.empty() ? nullptr : m_nodes.back();
+            m_nodes.push_back(static_cast<AskedNode*>(m_drawing.addNode(-i * 20, i * 20)));
+            if (before != nullptr) {
+                m_drawing.addEdge(before, m_nodes.back());
+            }
+        }
+    }
+    /// How often the chain is asked about anything while `change` runs on a node.
+    template <class Change>
+    int askedDuring(QxDNode* node, const Change& change) {
+        const int before = asked();
+        change(node);
+        return asked() - before;
+    }
+    QxDNode* loner() const { return m_loner; }
+    QxDNode* last() const { return m_nodes.back(); }
+    QxDGraph* graph() const { return m_drawing.graph; }
+
+private:
+    int asked() const {
+        int sum = 0;
+        for (const AskedNode* node : m_nodes) {
+            sum += node->asked;
+        }
+        for (const QxDEdge* edge : QxDEdgeIter(m_drawing.graph)) {
+            sum += static_cast<const AskedEdge*>(edge)->asked;
+        }
+        return sum;
+    }
+
+    AskedFactory m_factory;
+    SmallDrawing m_drawing;
+    QxDNode* m_loner;
+    std::vector<AskedNode*> m_nodes;
+};
+
+TEST(QxDGraphCost, AChangeAtOneNodeAsksNothingOfTheOthers) {
+    AskedChain chain(100);
+    EXPECT_EQ(chain.askedDuring(chain.loner(),
+                                [&](QxDNode* node) {
+                                    node->moveTo(5000, -5000, 0);
+                                    node->moveTo(0, 0, 0);
+                                    node->resize(300, 300, 0);
+                                    const Ref<QxDNode> removed(chain.graph()->removeNode(node));
+                                    chain.graph()->insertNode(node);
+                                    node->vAddRef();
+                                    chain.graph()->discardNode(node);
+                                }),
+              0)
+        << "bounds that shrink are no reason to look at every node";
+}
+
+TEST(QxDGraphCost, DoesNotGrowWithTheGraph) {
+    const auto moves = [](QxDNode* node) {
+        node->moveTo(9000, 9000, 0);
+        node->moveTo(10, 10, 0);
+        node->resize(1, 1, 0);
+    };
+    AskedChain small(10);
+    AskedChain large(300);
+    EXPECT_EQ(small.askedDuring(small.last(), moves), large.askedDuring(large.last(), moves));
+}
+
+/// Notes in which order the steps of a change come, and whether the bounds rest meanwhile.
+class NotedNode : public QxDNode {
+public:
+    NotedNode(QxOwnedObject* owner, std::vector<std::string>& notes)
+        : QxDNode(owner, 0, nullptr), m_notes(notes) {}
+    void actOnMoveTo(const QxPoint& oldCenter) override {
+        note("actOnMoveTo " + std::to_string(oldCenter.x()));
+    }
+
+protected:
+    void vMoveTo(const QxPoint& center) override {
+        note("vMoveTo");
+        QxDNode::vMoveTo(center);
+    }
+    void vResize(const QxSize& size) override {
+        note("vResize");
+        QxDNode::vResize(size);
+    }
+    void vResizeAdjustConnectors(const QxSize& size) override {
+        note("vResizeAdjustConnectors");
+        QxDNode::vResizeAdjustConnectors(size);
+    }
+    void actOnResize(const QxSize&) override { note("actOnResize"); }
+    void actOnChangeOwner(QxOwnedObject* owner, int valid) override {
+        QxDNode::actOnChangeOwner(owner, valid);
+        note(valid != 0 ? "listed" : "unlisted");
+    }
+
+private:
+    void note(const std::string& what) {
+        const QxDGraph* graph = pOwnerGraph();
+        const bool rests = graph != nullptr && graph->needsUpdateGraphBounds() == 0;
+        m_notes.push_back(what + (rests ? ", bounds rest" : ""));
+    }
+    std::vector<std::string>& m_notes;
+};
+
+class NotedGraph : public QxDGraph {
+public:
+    NotedGraph(QxOwnedObject* owner, std::vector<std::string>& notes)
+        : QxDGraph(owner, 0, nullptr), m_notes(notes) {}
+
+protected:
+    void vUpdateBoundingRect(const QxRect& rect, int fit) override {
+        QxDGraph::vUpdateBoundingRect(rect, fit);
+        m_notes.push_back("vUpdateBoundingRect");
+    }
+    void actAfterInsertEdgeBeforeConnect(QxEdge* edge) override {
+        QxDGraph::actAfterInsertEdgeBeforeConnect(edge);
+        m_notes.push_back(edge->connected() != 0 ? "connected too early" : "inserted");
+    }
+    void actOnConnectEdge(QxEdge* edge) override {
+        QxDGraph::actOnConnectEdge(edge);
+        m_notes.push_back(edge->isPathEdge() != 0 ? "segment connected" : "edge connected");
+    }
+
+public:
+    void yield() override { m_notes.push_back("yield"); }
+
+private:
+    std::vector<std::string>& m_notes;
+};
+
+class NotedFactory : public QxFactory {
+public:
+    std::vector<std::string> take() { return std::exchange(m_notes, {}); }
+
+protected:
+    QxDNode* vNewDNode(QxOwnedObject* owner, int) override { return new NotedNode(owner, m_notes); }
+    QxDGraph* vNewDGraph(QxOwnedObject* owner, int) override {
+        return new NotedGraph(owner, m_notes);
+    }
+
+private:
+    std::vector<std::string> m_notes;
+};
+
+TEST(QxDGraphOrder, ChangesRunBetweenTheRecords) {
+    NotedFactory factory;
+    SmallDrawing drawing(factory);
+    factory.take();
+    QxDNode* node = drawing.addNode(0, 0);
+    EXPECT_THAT(factory.take(), ElementsAre("vMoveTo", "vResizeAdjustConnectors", "vResize",
+                                            "listed, bounds rest", "vUpdateBoundingRect"));
+    node->moveTo(50, 0, 1);
+    EXPECT_THAT(factory.take(), ElementsAre("vMoveTo, bounds rest", "vUpdateBoundingRect"));
+    node->resize(60, 60, 1);
+    EXPECT_THAT(factory.take(),
+                ElementsAre("vResizeAdjustConnectors, bounds rest", "vResize, bounds rest",
+                            "actOnResize, bounds rest", "vUpdateBoundingRect"));
+    drawing.addEdge(node, node);
+    EXPECT_THAT(factory.take(), testing::IsSupersetOf({"inserted", "edge connected"}));
+    drawing.graph->ntMove(1, 0, 1);
+    EXPECT_THAT(factory.take(),
+                ElementsAre("vMoveTo", "actOnMoveTo 50", "vUpdateBoundingRect", "yield"));
+    drawing.graph->ntMove(1, 0, 0);
+    EXPECT_THAT(factory.take(), ElementsAre("vMoveTo", "vUpdateBoundingRect", "yield"));
+    const Ref<QxDNode> removed(drawing.graph->removeNode(node));
+    EXPECT_THAT(factory.take(), ElementsAre("unlisted", "vUpdateBoundingRect"));
+    removed->moveTo(0, 0, 1);
+    EXPECT_THAT(factory.take(), ElementsAre("vMoveTo", "actOnMoveTo 52"));
+}
+
+}  // namespace

@@ -1,0 +1,258 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <memory>
+#include <utility>
+#include <vector>
+
+#include "qx/drawing/QxDEdge.h"
+#include "qx/drawing/QxDGraph.h"
+#include "qx/drawing/QxDGraphManager.h"
+#include "qx/drawing/QxDNode.h"
+#include "qx/drawing/QxFactory.h"
+#include "qx/drawing/QxPNode.h"
+#include "qx/events/QxDEventManager.h"
+#include "qx/events/QxDrawingChangeEventData.h"
+#include "qx/events/QxDrawingChangeListener.h"
+#include "qx/foundation/geometry/QxShape.h"
+
+namespace {
+
+using testing::Contains;
+using testing::ElementsAre;
+using testing::IsEmpty;
+using testing::Not;
+
+using Types = std::vector<std::int32_t>;
+
+/// Keeps a copy of all data it hears.
+class Recorder : public QxDrawingChangeListener {
+public:
+    using QxDrawingChangeListener::drawingChanged;
+    void drawingChanged(QxDrawingChangeEventData* data) override {
+        heard.emplace_back(data->cloneObject());
+        if (onEvent) {
+            onEvent(*data);
+        }
+    }
+    Types take() {
+        Types types;
+        for (const auto& data : std::exchange(heard, {})) {
+            types.push_back(data->type());
+        }
+        return types;
+    }
+
+    std::vector<std::unique_ptr<QxDrawingChangeEventData>> heard;
+    std::function<void(QxDrawingChangeEventData&)> onEvent;
+};
+
+class DrawingEvents : public testing::Test {
+protected:
+    DrawingEvents()
+        : manager(factory.newDGraphManager()),
+          graph(manager->addGraph(0)),
+          node(graph->addNodeWithCoordinates(0, 0, 40, 40, 1, 0)),
+          other(graph->addNodeWithCoordinates(200, 0, 40, 40, 1, 0)),
+          edge(graph->addEdge(node, other, 0)) {}
+    ~DrawingEvents() override { manager->vRelease(); }
+
+    QxDEventManager& events() { return *factory.pEventManager(); }
+    void listen(const QxObject& source, std::int32_t mask = -1) {
+        events().addDrawingChangeListener(&source, &recorder, mask);
+    }
+
+    QxFactory factory;
+    QxDGraphManager* manager;
+    QxDGraph* graph;
+    QxDNode* node;
+    QxDNode* other;
+    QxDEdge* edge;
+    Recorder recorder;
+};
+
+TEST_F(DrawingEvents, ARawMoveFiresOneNodeMoved) {
+    listen(*node);
+    listen(*graph);
+    listen(*manager);
+    listen(factory);
+    node->ntMoveTo(30, -7);
+    ASSERT_EQ(recorder.heard.size(), 1U);
+    const QxDrawingChangeEventData& data = *recorder.heard.front();
+    EXPECT_EQ(data.type(), NodeMoved);
+    EXPECT_EQ(data.pSourceNode(), node);
+    EXPECT_EQ(data.pSourceEdge(), nullptr);
+    EXPECT_EQ(data.pSourceGraph(), nullptr);
+    EXPECT_EQ(data.oldCenter(), QxPoint(0, 0));
+    EXPECT_EQ(data.newCenter(), QxPoint(30, -7));
+    EXPECT_EQ(data.oldSize(), QxSize());
+    EXPECT_EQ(data.pNewShape(), nullptr);
+    recorder.take();
+    node->ntMoveTo(30, -7);
+    EXPECT_THAT(recorder.take(), ElementsAre(NodeMoved));
+    node->moveTo(30, -7, 1);
+    EXPECT_THAT(recorder.take(), IsEmpty()) << "the full move compares first";
+}
+
+TEST_F(DrawingEvents, EachListenerHearsItsTypesAndParts) {
+    Recorder resizes;
+    Recorder ofOther;
+    events().addDrawingChangeListener(graph, &resizes, NodeResized);
+    events().addDrawingChangeListener(other, &ofOther);
+    node->moveTo(10, 10, 1);
+    EXPECT_THAT(resizes.take(), IsEmpty());
+    node->resize(60, 20, 1);
+    ASSERT_EQ(resizes.heard.size(), 1U);
+    EXPECT_EQ(resizes.heard[0]->oldSize(), QxSize(40, 40));
+    EXPECT_EQ(resizes.heard[0]->newSize(), QxSize(60, 20));
+    EXPECT_EQ(resizes.heard[0]->newCenter(), QxPoint());
+    EXPECT_THAT(ofOther.take(), IsEmpty());
+}
+
+TEST_F(DrawingEvents, AShapeChangeTellsTheNewShape) {
+    listen(*graph, NodeShapeChanged);
+    const QxShape oval(QxShapeTypeOval);
+    node->pShape(&oval, 1);
+    EXPECT_THAT(recorder.take(), IsEmpty()) << "quietly";
+    const QxShape rectangle(QxShapeTypeRectangle);
+    node->pShape(&rectangle, 0);
+    ASSERT_EQ(recorder.heard.size(), 1U);
+    EXPECT_EQ(recorder.heard[0]->pNewShape(), node->pShape());
+    node->pShape(&rectangle, 0);
+    EXPECT_EQ(recorder.heard.size(), 1U);
+}
+
+TEST_F(DrawingEvents, GraphBoundsAreToldWithOldAndNew) {
+    listen(*graph, GraphBoundsChanged);
+    const QxRect before = *graph->pBoundingRect();
+    node->moveTo(-100, 0, 1);
+    ASSERT_FALSE(recorder.heard.empty());
+    EXPECT_EQ(recorder.heard.front()->pSourceGraph(), graph);
+    EXPECT_EQ(*recorder.heard.front()->pOldBounds(), before);
+    EXPECT_EQ(*recorder.heard.back()->pNewBounds(), *graph->pBoundingRect());
+    recorder.take();
+    node->moveTo(-60, 0, 1);
+    node->moveTo(-60, 5, 1);
+    for (const auto& data : recorder.heard) {
+        EXPECT_FALSE(*data->pOldBounds() == *data->pNewBounds());
+    }
+}
+
+TEST_F(DrawingEvents, BendsTellOfThemselvesThroughTheirEdge) {
+    listen(*graph, BendAdded | PathNodeMoved | PathNodeRemoved | PathNodeDiscarded);
+    QxPNode* bend = edge->addBendAfter(nullptr, QxPoint(100, 50), 1);
+    ASSERT_NE(bend, nullptr);
+    ASSERT_EQ(recorder.heard.size(), 1U);
+    EXPECT_EQ(recorder.heard[0]->type(), BendAdded);
+    EXPECT_EQ(recorder.heard[0]->pSourceNode(), bend);
+    EXPECT_EQ(recorder.heard[0]->pNewOwnerEdge(), edge);
+    EXPECT_EQ(recorder.heard[0]->pOldOwnerEdge(), nullptr);
+    recorder.take();
+    bend->ntMoveTo(120, 60);
+    ASSERT_EQ(recorder.heard.size(), 1U);
+    EXPECT_EQ(recorder.heard[0]->oldCenter(), QxPoint(100, 50));
+    EXPECT_EQ(recorder.heard[0]->newCenter(), QxPoint(120, 60));
+    recorder.take();
+    recorder.onEvent = [&](QxDrawingChangeEventData& data) {
+        EXPECT_EQ(data.pOldOwnerEdge(), edge);
+        EXPECT_EQ(data.pSourceNode(), bend);
+    };
+    edge->discardBend(bend);
+    EXPECT_THAT(recorder.take(), ElementsAre(PathNodeDiscarded, PathNodeRemoved));
+}
+
+TEST_F(DrawingEvents, MarginsAreToldOnlyWithAFactoryAndAChange) {
+    listen(*graph, MarginsChanged);
+    graph->leftMarginConstantSpacing(17);
+    graph->leftMarginConstantSpacing(17);
+    EXPECT_THAT(recorder.take(), ElementsAre(MarginsChanged));
+    QxDGraph detached(nullptr, 0, nullptr);
+    listen(detached);
+    detached.leftMarginConstantSpacing(5);
+    EXPECT_THAT(recorder.take(), IsEmpty());
+    events().eventSourceDiscarded(&detached);
+}
+
+TEST_F(DrawingEvents, AListenerMayEditTheDrawing) {
+    listen(*node, NodeMoved);
+    recorder.onEvent = [&](QxDrawingChangeEventData& data) {
+        if (data.newCenter().x() < 50) {
+            node->moveTo(data.newCenter().x() + 20, 0, 1);
+        }
+    };
+    node->moveTo(10, 0, 1);
+    EXPECT_THAT(recorder.take(), ElementsAre(NodeMoved, NodeMoved, NodeMoved));
+    EXPECT_EQ(node->iCenter(), QxPoint(50, 0));
+    EXPECT_EQ(graph->checkInvariants(), 1);
+}
+
+TEST_F(DrawingEvents, ABatchOutlivesTheObjectsItIsAbout) {
+    listen(*graph);
+    events().coalesce(1);
+    events().openBatch();
+    QxPNode* bend = edge->addBendAfter(nullptr, QxPoint(100, 50), 1);
+    bend->ntMoveTo(110, 40);
+    edge->discardBend(bend);
+    node->ntMoveTo(5, 5);
+    graph->discardNode(node);
+    EXPECT_THAT(recorder.take(), IsEmpty());
+    recorder.onEvent = [](QxDrawingChangeEventData& data) {
+        EXPECT_EQ(data.pSourceNode() != nullptr || data.pSourceGraph() != nullptr, true);
+    };
+    events().closeBatch();
+    const Types told = recorder.take();
+    EXPECT_THAT(told, Contains(PathNodeDiscarded));
+    EXPECT_THAT(told, Contains(NodeMoved));
+    EXPECT_THAT(told, Not(Contains(NodeResized)));
+}
+
+TEST_F(DrawingEvents, NothingIsToldWhileFiringIsOff) {
+    listen(factory);
+    EXPECT_EQ(events().fireEvents(), 1);
+    events().fireEvents(0);
+    node->moveTo(70, 0, 1);
+    events().fireEvents(1);
+    EXPECT_THAT(recorder.take(), IsEmpty());
+    node->moveTo(80, 0, 1);
+    EXPECT_THAT(recorder.take(), Contains(NodeMoved));
+}
+
+TEST_F(DrawingEvents, AListenerMayDiscardTheSource) {
+    listen(*graph);
+    recorder.onEvent = [&](QxDrawingChangeEventData& data) {
+        recorder.onEvent = nullptr;
+        EXPECT_EQ(graph->discardNode(static_cast<QxDNode*>(data.pSourceNode())), 1);
+    };
+    node->moveTo(10, 0, 1);
+    EXPECT_EQ(graph->pFirstNode(), other);
+    EXPECT_EQ(graph->pFirstEdge(), nullptr);
+    EXPECT_EQ(graph->checkInvariants(), 1);
+    recorder.onEvent = [&](QxDrawingChangeEventData&) {
+        recorder.onEvent = nullptr;
+        EXPECT_EQ(graph->discardNode(other), 1);
+    };
+    other->resize(70, 70, 1);
+    EXPECT_EQ(graph->pFirstNode(), nullptr);
+    EXPECT_EQ(graph->checkInvariants(), 1);
+}
+
+TEST_F(DrawingEvents, TheBoundsSurviveEditsByAListenerInTheMiddleOfAMove) {
+    QxDNode* border = graph->addNodeWithCoordinates(-5000, 0, 10, 10, 1, 0);
+    listen(*graph);
+    recorder.onEvent = [&](QxDrawingChangeEventData&) {
+        recorder.onEvent = nullptr;
+        EXPECT_EQ(graph->discardNode(border), 1);
+        graph->addNodeWithCoordinates(0, 7000, 10, 10, 1, 0);
+    };
+    node->moveTo(11, 3, 1);
+    QxRect computed;
+    graph->calculateAndReturnGraphBounds(computed);
+    EXPECT_EQ(*graph->pBoundingRect(), computed);
+    EXPECT_EQ(computed.top(), 7005);
+}
+
+}  // namespace

@@ -1,0 +1,162 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+#include "model/Drawing.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <cmath>
+
+#include "import/DocumentReader.h"
+#include "model/EdgeSpreading.h"
+#include "model/NodeSizing.h"
+#include "model/SpringLayout.h"
+#include "model/StartPlacement.h"
+#include "picture/SceneBuilder.h"
+#include "qx/foundation/geometry/QxShape.h"
+#include "tool/import/ImportTesting.h"
+
+namespace qxdraw {
+namespace {
+
+using ::testing::ElementsAre;
+using testing::IsNear;
+
+GraphDocument placedDocument(const std::string& dot) {
+    GraphDocument document = readDocumentText(dot, "text.dot");
+    sizeNodes(document);
+    placeNodes(document, 100);
+    return document;
+}
+
+Scene sceneOf(const GraphDocument& document) {
+    Drawing drawing(document);
+    spreadEdges(drawing);
+    return buildScene(drawing, document);
+}
+
+int overlaps(const GraphDocument& document) {
+    int count = 0;
+    for (std::size_t i = 0; i < document.nodes.size(); ++i) {
+        for (std::size_t j = 0; j < i; ++j) {
+            const DocumentNode& a = document.nodes[i];
+            const DocumentNode& b = document.nodes[j];
+            count += std::abs(a.center->x - b.center->x) < (a.width + b.width) / 2 &&
+                             std::abs(a.center->y - b.center->y) < (a.height + b.height) / 2
+                         ? 1
+                         : 0;
+        }
+    }
+    return count;
+}
+
+TEST(Drawing, HoldsWhatTheDocumentSays) {
+    GraphDocument document = readDocument(testing::dataPath("made/mixed.gml"));
+    sizeNodes(document);
+    const Drawing drawing(document);
+    EXPECT_EQ(drawing.graph().checkInvariants(), 1);
+    EXPECT_EQ(drawing.numberOfNodes(), 3U);
+    EXPECT_STREQ(drawing.node(0).pNameString(), L"café & bar");
+    EXPECT_EQ(drawing.node(1).ntX(), 200);
+    EXPECT_EQ(drawing.node(1).pShape()->type(), QxShapeTypeOval);
+    EXPECT_EQ(drawing.edge(0).hasBends(), 0);
+    EXPECT_EQ(drawing.edge(1).numberOfBends(), 1);
+}
+
+TEST(SceneBuilder, ClipsEdgesAtOutlinesAndFramesThePage) {
+    const GraphDocument document = placedDocument(R"(digraph {
+        a [shape=box pos="0,0" width=1 height=0.5 label=""]
+        b [shape=box pos="150,0" width=1 height=0.5 label=""] a -> b })");
+    const Scene scene = sceneOf(document);
+    ASSERT_EQ(scene.edges.size(), 1U);
+    EXPECT_THAT(scene.edges.front().points, ElementsAre(IsNear(48, 0), IsNear(152, 0)));
+    EXPECT_TRUE(scene.edges.front().arrowAtTarget);
+    EXPECT_EQ(scene.left, -48 - 24);
+    EXPECT_EQ(scene.right, 248 + 24);
+    EXPECT_EQ(scene.height(), 48 + 2 * 24);
+}
+
+TEST(SceneBuilder, FitsNamesIntoNodesOfFixedSize) {
+    const GraphDocument document = placedDocument(R"(graph {
+        a [shape=box fixedsize=true width=1 height=0.3 label="quite a long name for it"]
+        b [shape=box label="quite a long name for it"] })");
+    const Scene scene = sceneOf(document);
+    EXPECT_LT(scene.nodes[0].fontSize, scene.nodes[1].fontSize);
+    EXPECT_GE(scene.nodes[0].fontSize, 8);
+    EXPECT_GT(scene.nodes[0].lines.size(), 1U);
+    EXPECT_EQ(scene.nodes[1].lines.size(), 1U);
+}
+
+TEST(SceneBuilder, MakesRoomForLabelsBeyondTheBounds) {
+    const GraphDocument document = placedDocument(R"(graph {
+        a [pos="0,0"]; b [pos="0,100"]; a -- b [label="a label wider than both"] })");
+    const Scene scene = sceneOf(document);
+    EXPECT_GT(scene.width(), 100);
+}
+
+TEST(EdgeSpreading, FansParallelEdgesOutAndMakesLoopsVisible) {
+    const GraphDocument document = placedDocument(R"(digraph {
+        a [pos="0,0"]; b [pos="300,0"]; c [pos="600,0"]
+        a -> b; b -> a; a -> b; b -> c; b -> b; b -> b })");
+    Drawing drawing(document);
+    spreadEdges(drawing);
+    EXPECT_EQ(drawing.graph().checkInvariants(), 1);
+    std::vector<int> bends;
+    for (std::size_t i = 0; i < drawing.numberOfEdges(); ++i) {
+        bends.push_back(drawing.edge(i).numberOfBends());
+    }
+    EXPECT_THAT(bends, ElementsAre(1, 0, 1, 0, 2, 2)) << "the middle of three stays straight";
+    const Scene scene = buildScene(drawing, document);
+    EXPECT_EQ(scene.edges.size(), 6U) << "every edge is seen";
+    EXPECT_DOUBLE_EQ(middleOf(scene.edges[0].points).y, -middleOf(scene.edges[2].points).y);
+    EXPECT_NE(middleOf(scene.edges[4].points).y, middleOf(scene.edges[5].points).y);
+}
+
+TEST(SpringLayout, SeparatesNodesUnlessOverlapsAreKept) {
+    for (const char* name :
+         {"facts/karate.gml", "made/shop-architecture.dot", "graphviz-epl/switch.gv"}) {
+        for (const bool keepOverlaps : {false, true}) {
+            GraphDocument document = readDocument(testing::dataPath(name));
+            sizeNodes(document);
+            SpringLayoutOptions options;
+            options.edgeLength = 30;  // so short that nodes crowd
+            options.keepOverlaps = keepOverlaps;
+            placeNodes(document, options.edgeLength);
+            layOut(document, options);
+            if (keepOverlaps) {
+                EXPECT_GT(overlaps(document), 0) << name;
+            } else {
+                EXPECT_EQ(overlaps(document), 0) << name;
+            }
+        }
+    }
+}
+
+TEST(SpringLayout, GivesBundlesTheRoomOfOneEdge) {
+    const auto lengthOf = [](const std::string& dot) {
+        GraphDocument document = placedDocument(dot);
+        SpringLayoutOptions options;
+        options.edgeLength = 100;
+        layOut(document, options);
+        return std::hypot(document.nodes[0].center->x - document.nodes[1].center->x,
+                          document.nodes[0].center->y - document.nodes[1].center->y);
+    };
+    EXPECT_EQ(lengthOf("graph { a--b a--b b--a a--b a--b a--b a--a}"), lengthOf("graph { a--b }"));
+}
+
+TEST(SpringLayout, TellsItsProgressUpToTheEnd) {
+    GraphDocument document = placedDocument("graph { a -- b -- c; d -- e; f }");
+    std::vector<double> parts;
+    SpringLayoutOptions options;
+    options.edgeLength = 100;
+    options.onProgress = [&](double part) { parts.push_back(part); };
+    layOut(document, options);
+    ASSERT_FALSE(parts.empty());
+    EXPECT_TRUE(std::is_sorted(parts.begin(), parts.end()));
+    EXPECT_NEAR(parts.back(), 1, 1e-9);
+}
+
+}  // namespace
+}  // namespace qxdraw

@@ -1,0 +1,66 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+#include "picture/OutputFile.h"
+
+#include <gtest/gtest.h>
+#include <sys/stat.h>
+
+#include <filesystem>
+#include <fstream>
+#include <sstream>
+
+#include "picture/PictureError.h"
+#include "tool/support/TemporaryFolder.h"
+
+namespace qxdraw {
+namespace {
+
+namespace fs = std::filesystem;
+using testing::contentOf;
+using testing::TemporaryFolder;
+
+TEST(OutputFile, ReplacesAFileAsAWhole) {
+    const TemporaryFolder folder;
+    writeOutputFile(folder / "a.svg", "first");
+    writeOutputFile(folder / "a.svg", "second");
+    EXPECT_EQ(contentOf(folder / "a.svg"), "second");
+    EXPECT_EQ(folder.numberOfFiles(), 1);
+}
+
+TEST(OutputFile, WritesThroughALink) {
+    const TemporaryFolder folder;
+    writeOutputFile(folder / "real.svg", "first");
+    fs::create_symlink(folder / "real.svg", folder / "link.svg");
+    writeOutputFile(folder / "link.svg", "second");
+    EXPECT_TRUE(fs::is_symlink(folder / "link.svg"));
+    EXPECT_EQ(contentOf(folder / "real.svg"), "second");
+}
+
+TEST(OutputFile, LeavesNothingBehindWhenItFails) {
+    const TemporaryFolder folder;
+    EXPECT_THROW(writeOutputFile(folder / "none/a.svg", "text"), PictureError);
+    fs::create_directory(folder / "folder.svg");
+    EXPECT_THROW(writeOutputFile(folder / "folder.svg", "text"), PictureError);
+    EXPECT_EQ(folder.numberOfFiles(), 1);
+}
+
+TEST(OutputFile, NoticesAFullDisk) {
+    const TemporaryFolder folder;
+    fs::create_symlink("/dev/full", folder / "full.svg");
+    EXPECT_THROW(writeOutputFile(folder / "full.svg", "text"), PictureError);
+    EXPECT_TRUE(fs::is_symlink(folder / "full.svg")) << "the device is not replaced";
+}
+
+TEST(OutputFile, FollowsTheMaskOfTheUser) {
+    const TemporaryFolder folder;
+    const mode_t before = ::umask(027);
+    writeOutputFile(folder / "a.svg", "text");
+    ::umask(before);
+    struct stat status {};
+    ASSERT_EQ(::stat((folder / "a.svg").c_str(), &status), 0);
+    EXPECT_EQ(status.st_mode & 0777, 0640U);
+}
+
+}  // namespace
+}  // namespace qxdraw

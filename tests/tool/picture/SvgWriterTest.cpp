@@ -1,0 +1,86 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+#include "picture/SvgWriter.h"
+
+#include <gmock/gmock.h>
+#include <gtest/gtest.h>
+
+#include "picture/SvgText.h"
+
+namespace qxdraw {
+namespace {
+
+using ::testing::HasSubstr;
+using ::testing::Not;
+
+SceneNode box(double x, double y) {
+    SceneNode node;
+    node.center = {x, y};
+    node.width = 40;
+    node.height = 20;
+    node.fontSize = 13;
+    return node;
+}
+
+Scene page() {
+    Scene scene;
+    scene.left = -100;
+    scene.right = 100;
+    scene.bottom = -50;
+    scene.top = 50;
+    return scene;
+}
+
+TEST(SvgText, EscapesMarkupAndDropsWhatXmlForbids) {
+    EXPECT_EQ(escapeXml("<a href=\"x\">&</a>"), "&lt;a href=&quot;x&quot;&gt;&amp;&lt;/a&gt;");
+    EXPECT_EQ(escapeXml(std::string("a\0\x01\x1F\x7F\tb", 7)), "a\x7F\tb");
+    EXPECT_EQ(escapeXml("x\uFFFEy\uFFFFz\uFFFD"), "xyz\uFFFD");
+    EXPECT_EQ(escapeXml("العربية 👩‍🔬 𝔘"), "العربية 👩‍🔬 𝔘");
+}
+
+TEST(SvgText, WritesNumbersShort) {
+    EXPECT_EQ(svgNumber(12), "12");
+    EXPECT_EQ(svgNumber(-0.001), "0");
+    EXPECT_EQ(svgNumber(0.125), "0.12");
+    EXPECT_EQ(svgNumber(-3.5), "-3.5");
+    EXPECT_EQ(svgNumber(1e9), "1000000000");
+}
+
+TEST(SvgWriter, FlipsYAndStartsAtThePageCorner) {
+    Scene scene = page();
+    scene.nodes.push_back(box(-60, 30));
+    const std::string svg = writeSvg(scene);
+    EXPECT_THAT(svg, HasSubstr("width=\"200\" height=\"100\" viewBox=\"0 0 200 100\""));
+    EXPECT_THAT(svg, HasSubstr("<rect x=\"20\" y=\"10\" width=\"40\" height=\"20\""));
+}
+
+TEST(SvgWriter, PaintsEdgesUnderNodesAndTheirLabelsOverThem) {
+    Scene scene = page();
+    scene.nodes.push_back(box(0, 0));
+    scene.edges.push_back({{{-50, 0}, {50, 0}}, false, false, {"over & under"}});
+    const std::string svg = writeSvg(scene);
+    EXPECT_LT(svg.find("<path"), svg.find("<rect x="));
+    EXPECT_LT(svg.find("<rect x="), svg.find("over &amp; under"));
+}
+
+TEST(SvgWriter, PutsArrowHeadsWhereEdgesEnd) {
+    Scene scene = page();
+    scene.edges.push_back({{{-50, 0}, {50, 0}}, false, true, {}});
+    EXPECT_THAT(writeSvg(scene), HasSubstr("<path d=\"M150 50L")) << "the tip is the end point";
+    scene.edges.front().arrowAtTarget = false;
+    EXPECT_THAT(writeSvg(scene), Not(HasSubstr("Z\"")));
+    scene.edges.front().points = {{5, 5}, {5, 5}};
+    scene.edges.front().arrowAtTarget = true;
+    EXPECT_THAT(writeSvg(scene), Not(HasSubstr("nan"))) << "an edge without length";
+}
+
+TEST(Scene, MiddleLiesHalfwayAlongThePath) {
+    const DocumentPoint middle = middleOf({{0, 0}, {100, 0}, {100, 50}, {100, 50}});
+    EXPECT_DOUBLE_EQ(middle.x, 75);
+    EXPECT_DOUBLE_EQ(middle.y, 0);
+    EXPECT_DOUBLE_EQ(middleOf({{3, 4}, {3, 4}}).x, 3);
+}
+
+}  // namespace
+}  // namespace qxdraw

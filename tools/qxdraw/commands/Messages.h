@@ -1,0 +1,18 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <string>
+
+#include "import/GraphDocument.h"
+
+namespace qxdraw {
+
+/// Writes `qxdraw: file:line: text` to stderr, without the line when it is 0.
+void tell(const std::string& file, int line, const std::string& text);
+
+/// Tells what a reader passed over, and that nested graphs are drawn flat.
+void tellWarnings(const std::string& file, const GraphDocument& document);
+
+}  // namespace qxdraw

@@ -1,0 +1,94 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+#include "model/Drawing.h"
+
+#include <cmath>
+
+#include "qx/foundation/geometry/QxPointDList.h"
+#include "qx/foundation/geometry/QxShape.h"
+#include "qx/foundation/util/QxText.h"
+
+namespace qxdraw {
+
+namespace {
+
+constexpr std::int32_t Margin = 24;
+
+std::int32_t toUnits(double value) {
+    return static_cast<std::int32_t>(std::lround(value));
+}
+
+QxShape toShape(const DocumentShape& source) {
+    if (source.kind == ShapeKind::Oval) {
+        return QxShape(QxShapeTypeOval);
+    }
+    if (source.kind == ShapeKind::Rectangle) {
+        return QxShape(QxShapeTypeRectangle);
+    }
+    QxPointDList outline;
+    for (const DocumentPoint& corner : source.outline) {
+        outline.appendPoint(QxPoint(toUnits(corner.x * QxShape::FrameHalf),
+                                    toUnits(corner.y * QxShape::FrameHalf)));
+    }
+    return QxShape(outline);
+}
+
+void setName(QxGraphObject& object, const std::string& name) {
+    if (!name.empty()) {
+        object.nameString(QxText::decodeUtf8(name).c_str());
+    }
+}
+
+}  // namespace
+
+QxPoint toPoint(const DocumentPoint& point) {
+    return {toUnits(point.x), toUnits(point.y)};
+}
+
+Drawing::Drawing(const GraphDocument& document)
+    : m_manager(m_factory.newDGraphManager()), m_graph(m_manager->addGraph(0)) {
+    m_graph->leftMarginConstantSpacing(Margin);
+    m_graph->rightMarginConstantSpacing(Margin);
+    m_graph->bottomMarginConstantSpacing(Margin);
+    m_graph->topMarginConstantSpacing(Margin);
+    setName(*m_graph, document.graphs.front().label);
+    m_graph->disableGraphBounds(1, 0);
+    for (const DocumentNode& node : document.nodes) {
+        addNode(node);
+    }
+    for (const DocumentEdge& edge : document.edges) {
+        addEdge(edge);
+    }
+    m_graph->disableGraphBounds(0, 1);
+}
+
+Drawing::~Drawing() {
+    m_manager->vRelease();
+}
+
+void Drawing::addNode(const DocumentNode& source) {
+    const QxSize size(toUnits(source.width), toUnits(source.height));
+    QxDNode* node = m_graph->addNodeWithCoordinates(toPoint(*source.center), size, 1, 0);
+    const QxShape shape = toShape(source.shape);
+    node->pChangeShape(&shape, 0);
+    setName(*node, source.label);
+    m_nodes.push_back(node);
+}
+
+void Drawing::addEdge(const DocumentEdge& source) {
+    QxDNode* from = m_nodes[static_cast<std::size_t>(source.source)];
+    QxDNode* to = m_nodes[static_cast<std::size_t>(source.target)];
+    QxDEdge* edge = m_graph->addEdge(from, to, 0);
+    if (!source.bends.empty()) {
+        QxPointDList bends;
+        for (const DocumentPoint& bend : source.bends) {
+            bends.appendPoint(toPoint(bend));
+        }
+        edge->reroute(bends, 1);
+    }
+    setName(*edge, source.label);
+    m_edges.push_back(edge);
+}
+
+}  // namespace qxdraw

@@ -1,0 +1,15 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "model/Drawing.h"
+
+namespace qxdraw {
+
+/// Gives bends to edges that would be drawn on top of each other otherwise: edges between the same
+/// two nodes fan out, an edge from a node to itself becomes a loop above it. Edges that have bends
+/// keep them.
+void spreadEdges(Drawing& drawing);
+
+}  // namespace qxdraw

@@ -1,0 +1,265 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+#include "picture/SvgWriter.h"
+
+#include <algorithm>
+#include <array>
+#include <cmath>
+#include <string_view>
+
+#include "model/TextLayout.h"
+#include "picture/SvgText.h"
+
+namespace qxdraw {
+
+namespace {
+
+constexpr double ArrowLength = 9;
+constexpr double ArrowHalfWidth = 3.5;
+constexpr double BendRadius = 8;
+
+struct Colours {
+    std::string_view fill;
+    std::string_view stroke;
+};
+
+/// Light fills with a darker tone of each; the first for nodes of no group.
+constexpr std::array<Colours, 10> GroupColours = {{{"#e9f0fa", "#4a6a9c"},
+                                                   {"#fdefdf", "#b0702a"},
+                                                   {"#e6f4e4", "#4b8747"},
+                                                   {"#f9e6ed", "#a54c6d"},
+                                                   {"#eeeaf9", "#6a55a3"},
+                                                   {"#e0f3f3", "#397f82"},
+                                                   {"#faf5d5", "#8c7c24"},
+                                                   {"#f2e9e1", "#7f5f45"},
+                                                   {"#e8ecef", "#586876"},
+                                                   {"#fde7e1", "#ab553f"}}};
+
+const Colours& coloursOf(int group) {
+    constexpr int Groups = static_cast<int>(GroupColours.size()) - 1;
+    return GroupColours[group == 0 ? 0 : static_cast<std::size_t>(1 + (group - 1) % Groups)];
+}
+
+class SvgWriter {
+public:
+    explicit SvgWriter(const Scene& scene) : m_scene(scene) {}
+
+    std::string write() {
+        openPage();
+        writeNodes(true);
+        writeEdgeLines();
+        writeArrows();
+        writeNodes(false);
+        writeEdgeLabels();
+        m_svg += "</svg>\n";
+        return std::move(m_svg);
+    }
+
+private:
+    /// Page coordinates: y downward, the origin in the upper left corner.
+    std::string x(double world) const { return svgNumber(world - m_scene.left); }
+    std::string y(double world) const { return svgNumber(m_scene.top - world); }
+
+    /// One command of a path; with a blank, one more point of the last command.
+    std::string command(char letter, const DocumentPoint& p) const {
+        return std::string(1, letter).append(x(p.x)).append(" ").append(y(p.y));
+    }
+
+    void attribute(std::string_view name, std::string_view value) {
+        m_svg.append(" ").append(name).append("=\"").append(value).append("\"");
+    }
+
+    void openPage() {
+        const std::string width = svgNumber(m_scene.width());
+        const std::string height = svgNumber(m_scene.height());
+        m_svg = "<?xml version=\"1.0\" encoding=\"UTF-8\"?>\n<svg";
+        attribute("xmlns", "http://www.w3.org/2000/svg");
+        attribute("width", width);
+        attribute("height", height);
+        attribute("viewBox", std::string("0 0 ").append(width).append(" ").append(height));
+        attribute("font-family", "DejaVu Sans, Helvetica, Arial, sans-serif");
+        m_svg += ">\n";
+        if (!m_scene.title.empty()) {
+            m_svg.append("<title>").append(escapeXml(m_scene.title)).append("</title>\n");
+        }
+        m_svg += "<rect width=\"100%\" height=\"100%\" fill=\"#ffffff\"/>\n";
+    }
+
+    /// Many edges make a dark web unless each is lighter.
+    bool isDense() const {
+        return m_scene.edges.size() > 600 || m_scene.edges.size() > 3 * m_scene.nodes.size();
+    }
+
+    std::string_view edgeColour() const { return isDense() ? "#a3b0c0" : "#6b7a8d"; }
+
+    void writeEdgeLines() {
+        m_svg += "<g fill=\"none\" stroke-linecap=\"round\"";
+        attribute("stroke", edgeColour());
+        attribute("stroke-width", isDense() ? "1" : "1.3");
+        m_svg += ">\n";
+        for (const SceneEdge& edge : m_scene.edges) {
+            m_svg += "<path";
+            attribute("d", pathOf(edge));
+            m_svg += "/>\n";
+        }
+        m_svg += "</g>\n";
+    }
+
+    /// The line stops inside its arrow head, whose tip would be blunt otherwise.
+    static DocumentPoint shortened(const DocumentPoint& tip, const DocumentPoint& from) {
+        const double length = std::hypot(tip.x - from.x, tip.y - from.y);
+        const double cut = std::min(ArrowLength * 0.8, length / 2);
+        return length > 0 ? DocumentPoint{tip.x + (from.x - tip.x) * cut / length,
+                                          tip.y + (from.y - tip.y) * cut / length}
+                          : tip;
+    }
+
+    std::string pathOf(const SceneEdge& edge) const {
+        std::vector<DocumentPoint> points = edge.points;
+        if (edge.arrowAtSource) {
+            points.front() = shortened(points[0], points[1]);
+        }
+        if (edge.arrowAtTarget) {
+            points.back() = shortened(points.back(), points[points.size() - 2]);
+        }
+        std::string path = command('M', points.front());
+        for (std::size_t i = 1; i + 1 < points.size(); ++i) {
+            path += roundedBend(points[i - 1], points[i], points[i + 1]);
+        }
+        return path + command('L', points.back());
+    }
+
+    std::string roundedBend(const DocumentPoint& before, const DocumentPoint& bend,
+                            const DocumentPoint& after) const {
+        const auto toward = [&](const DocumentPoint& other) {
+            const double length = std::hypot(other.x - bend.x, other.y - bend.y);
+            const double part = length > 0 ? std::min(BendRadius / length, 0.5) : 0;
+            return DocumentPoint{bend.x + (other.x - bend.x) * part,
+                                 bend.y + (other.y - bend.y) * part};
+        };
+        return command('L', toward(before)) + command('Q', bend) + command(' ', toward(after));
+    }
+
+    void writeArrows() {
+        m_svg += "<g";
+        attribute("fill", edgeColour());
+        m_svg += ">\n";
+        for (const SceneEdge& edge : m_scene.edges) {
+            if (edge.arrowAtTarget) {
+                writeArrow(edge.points.back(), edge.points[edge.points.size() - 2]);
+            }
+            if (edge.arrowAtSource) {
+                writeArrow(edge.points[0], edge.points[1]);
+            }
+        }
+        m_svg += "</g>\n";
+    }
+
+    void writeArrow(const DocumentPoint& tip, const DocumentPoint& from) {
+        const double length = std::hypot(tip.x - from.x, tip.y - from.y);
+        if (length <= 0) {
+            return;
+        }
+        const double ux = (tip.x - from.x) / length;
+        const double uy = (tip.y - from.y) / length;
+        const DocumentPoint base{tip.x - ux * ArrowLength, tip.y - uy * ArrowLength};
+        const DocumentPoint left{base.x - uy * ArrowHalfWidth, base.y + ux * ArrowHalfWidth};
+        const DocumentPoint right{base.x + uy * ArrowHalfWidth, base.y - ux * ArrowHalfWidth};
+        m_svg += "<path";
+        attribute("d", command('M', tip) + command('L', left) + command('L', right) + 'Z');
+        m_svg += "/>\n";
+    }
+
+    /// Nodes that others lie in, or all the rest. What leads to and fro inside a node is painted
+    /// over it.
+    void writeNodes(bool containers) {
+        m_svg += "<g stroke-width=\"1.4\" stroke-linejoin=\"round\" text-anchor=\"middle\">\n";
+        for (const SceneNode& node : m_scene.nodes) {
+            if (node.isContainer != containers) {
+                continue;
+            }
+            writeOutline(node);
+            if (!node.lines.empty()) {
+                writeLines(node.lines, namePlace(node), node.fontSize,
+                           " fill=\"#1d2733\" stroke=\"none\"");
+            }
+        }
+        m_svg += "</g>\n";
+    }
+
+    static DocumentPoint namePlace(const SceneNode& node) {
+        const double height = heightOf(node.lines, node.fontSize);
+        return node.isContainer
+                   ? DocumentPoint{node.center.x, node.center.y + (node.height - height) / 2 - 4}
+                   : node.center;
+    }
+
+    void writeOutline(const SceneNode& node) {
+        const Colours& colours = coloursOf(node.group);
+        if (node.kind == ShapeKind::Oval) {
+            m_svg += "<ellipse";
+            attribute("cx", x(node.center.x));
+            attribute("cy", y(node.center.y));
+            attribute("rx", svgNumber(node.width / 2));
+            attribute("ry", svgNumber(node.height / 2));
+        } else if (node.kind == ShapeKind::Polygon) {
+            std::string points;
+            for (const DocumentPoint& corner : node.corners) {
+                points += command(' ', corner);
+            }
+            m_svg += "<polygon";
+            attribute("points", std::string_view(points).substr(1));
+        } else {
+            m_svg += "<rect";
+            attribute("x", x(node.center.x - node.width / 2));
+            attribute("y", y(node.center.y + node.height / 2));
+            attribute("width", svgNumber(node.width));
+            attribute("height", svgNumber(node.height));
+            attribute("rx", svgNumber(std::min({4.0, node.width / 4, node.height / 4})));
+        }
+        attribute("fill", colours.fill);
+        attribute("stroke", colours.stroke);
+        m_svg += "/>\n";
+    }
+
+    void writeLines(const std::vector<std::string>& lines, const DocumentPoint& center,
+                    double fontSize, std::string_view style) {
+        constexpr double Baseline = 0.35;  // below the middle of a line, in font sizes
+        const double step = fontSize * LineSpacing;
+        double lineMiddle = center.y + step * (static_cast<double>(lines.size()) - 1) / 2;
+        for (const std::string& line : lines) {
+            if (!line.empty()) {
+                m_svg += "<text";
+                attribute("x", x(center.x));
+                attribute("y", y(lineMiddle - Baseline * fontSize));
+                attribute("font-size", svgNumber(fontSize));
+                m_svg.append(style).append(">").append(escapeXml(line)).append("</text>\n");
+            }
+            lineMiddle -= step;
+        }
+    }
+
+    void writeEdgeLabels() {
+        m_svg +=
+            "<g text-anchor=\"middle\" fill=\"#3f4a57\" stroke=\"#ffffff\" stroke-width=\"3\" "
+            "stroke-linejoin=\"round\" paint-order=\"stroke\">\n";
+        for (const SceneEdge& edge : m_scene.edges) {
+            if (!edge.lines.empty()) {
+                writeLines(edge.lines, middleOf(edge.points), EdgeFontSize, "");
+            }
+        }
+        m_svg += "</g>\n";
+    }
+
+    const Scene& m_scene;
+    std::string m_svg;
+};
+
+}  // namespace
+
+std::string writeSvg(const Scene& scene) {
+    return SvgWriter(scene).write();
+}
+
+}  // namespace qxdraw
