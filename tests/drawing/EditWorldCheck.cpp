@@ -99,6 +99,8 @@ bool EditWorld::isVisible(const ModelEdge& edge) const {
 }
 
 std::string EditWorld::difference() {
+    // Before anything is forgotten: some events were told by what is gone now.
+    std::string wrong = m_story.hear(m_events.take());
     settleAnchors();
     forgetWhatIsGone();
     const std::string topology = m_model.difference();
@@ -111,7 +113,6 @@ std::string EditWorld::difference() {
             return "another anchor graph";
         }
     }
-    std::string wrong = m_story.hear(m_events.take());
     const auto check = [&](const auto& models, const char* kind) {
         for (const auto* model : models) {
             if (wrong.empty()) {

@@ -7,6 +7,7 @@
 #include "drawing/EdgePathTesting.h"
 #include "qx/drawing/QxGeometricUpdateInfo.h"
 #include "qx/foundation/geometry/QxShape.h"
+#include "qx/foundation/geometry/QxShapeResource.h"
 
 namespace {
 
@@ -207,9 +208,10 @@ TEST_F(QxDEdgeClipping, RawMovesOutdateAndReadersFindTheRightPoint) {
 TEST_F(QxDEdgeClipping, AClipPointIsComputedOnce) {
     source->resize(200, 100, 1);
     target->moveTo(300, 300, 1);
+    source->pChangeableShapeResource();
     EXPECT_EQ(edge->ntFromPoint(1), QxPoint(50, 50));
     const QxShape oval(QxShapeTypeOval);
-    source->pChangeShape(&oval, 0);  // tells nobody
+    source->pChangeableShapeResource()->shape(&oval);  // tells nobody
     EXPECT_EQ(edge->ntFromPoint(1), QxPoint(50, 50));
     EXPECT_EQ(onlySegment()->ntFromPoint(1), QxPoint(50, 50));
     edge->invalidateEndPoints();

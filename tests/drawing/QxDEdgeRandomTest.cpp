@@ -334,7 +334,26 @@ public:
         }
         return -1;
     }
-    /// About where it is first outside on that segment; nothing when it starts outside.
+    /// Expects the clip point about where the walk is first outside on that segment. A hidden bend
+    /// on the outline itself may be the clip point, too.
+    void expectWayOut(int segment, const QxPoint& clip) const {
+        const Place& from = m_stations[static_cast<std::size_t>(segment)];
+        double x = 0;
+        double y = 0;
+        const bool startsThere = clip == pointAt(from) && startsOnOutline(segment);
+        if (!startsThere && findWayOut(segment, x, y)) {
+            // A point is outside at the earliest one unit beyond the outline, measured across it;
+            // slanting outlines are met later.
+            EXPECT_LE(std::hypot(clip.x() - x, clip.y() - y), 8.0)
+                << clip.x() << ' ' << clip.y() << " instead of " << x << ' ' << y;
+        }
+    }
+
+    bool startsOnOutline(int segment) const {
+        const QxPoint from = pointAt(m_stations[static_cast<std::size_t>(segment)]);
+        return m_start.pShape()->onBoundary(from, m_start.iCenter(), m_start.iSize()) != 0;
+    }
+    /// Nothing when it starts outside or never comes out.
     bool findWayOut(int segment, double& x, double& y) const {
         const Place& from = m_stations[static_cast<std::size_t>(segment)];
         const Place& to = m_stations[static_cast<std::size_t>(segment) + 1];
@@ -357,11 +376,26 @@ private:
     Places m_stations;
 };
 
-void expectNear(const QxPoint& clip, double x, double y) {
-    // A point is outside at the earliest one unit beyond the outline, measured across it; slanting
-    // outlines are met later.
-    EXPECT_LE(std::hypot(clip.x() - x, clip.y() - y), 8.0)
-        << clip.x() << ' ' << clip.y() << " instead of " << x << ' ' << y;
+/// Checks that the only segment left is seen where the nodes leave a gap between them; not where
+/// the steps are too coarse to tell.
+void expectSeenInGap(const QxDNode& source, const QxDNode& target, bool seen) {
+    double fromX = 0;
+    double fromY = 0;
+    double toX = 0;
+    double toY = 0;
+    const Walk there(source, target, {});
+    const Walk back(target, source, {});
+    if (there.startsOnOutline(0) || back.startsOnOutline(0) || !there.findWayOut(0, fromX, fromY) ||
+        !back.findWayOut(0, toX, toY)) {
+        return;
+    }
+    const int dx = target.iX() - source.iX();
+    const int dy = target.iY() - source.iY();
+    const double gap = std::abs(dx) > std::abs(dy) ? std::copysign(1, dx) * (toX - fromX)
+                                                   : std::copysign(1, dy) * (toY - fromY);
+    if (std::abs(gap) > 8.0) {
+        EXPECT_EQ(seen, gap > 0);
+    }
 }
 
 void EdgeWorld::checkVisiblePart(QxDEdge& edge) {
@@ -385,6 +419,8 @@ void EdgeWorld::checkVisiblePart(QxDEdge& edge) {
         ASSERT_EQ(edge.hasVisiblePart(), 0);
     } else if (out != in || !clipsThere || !clipsBack) {
         ASSERT_EQ(edge.hasVisiblePart(), 1);
+    } else {
+        expectSeenInGap(*twin.source, *twin.target, edge.hasVisiblePart() != 0);
     }
     const bool seen = edge.hasVisiblePart() != 0;
     int index = 0;
@@ -400,13 +436,11 @@ void EdgeWorld::checkVisiblePart(QxDEdge& edge) {
         ASSERT_TRUE(visiblePointsOf(&edge).empty());
         return;
     }
-    double x = 0;
-    double y = 0;
-    if (clipsThere && there.findWayOut(out, x, y)) {
-        expectNear(from, x, y);
+    if (clipsThere) {
+        there.expectWayOut(out, from);
     }
-    if (clipsBack && back.findWayOut(last - in, x, y)) {
-        expectNear(to, x, y);
+    if (clipsBack) {
+        back.expectWayOut(last - in, to);
     }
     Places drawn(twin.bends.begin() + out, twin.bends.begin() + in);
     drawn.insert(drawn.begin(), placeOf(from));
@@ -437,13 +471,13 @@ TEST_P(QxDEdgeRandom, EdgesAgreeWithTheirTwinsAfterEveryStep) {
     const std::uint32_t seed = testSeed(GetParam());
     SCOPED_TRACE(seedTrace(seed));
     EdgeWorld world(seed);
-    for (int step = 0; step < 1500; ++step) {
+    for (int step = 0; step < 1000; ++step) {
         world.step();
         world.check();
         ASSERT_FALSE(testing::Test::HasFailure()) << "at step " << step << ": " << world.lastStep();
     }
 }
 
-INSTANTIATE_TEST_SUITE_P(Seeds, QxDEdgeRandom, testing::Range(1U, 9U));
+INSTANTIATE_TEST_SUITE_P(Seeds, QxDEdgeRandom, testing::Range(1U, 7U));
 
 }  // namespace

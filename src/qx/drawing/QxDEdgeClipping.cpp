@@ -24,6 +24,9 @@ using qx::internal::EdgeEnd;
 
 namespace {
 
+/// Both stages at once.
+constexpr std::uint32_t AllSegmentBits = qx::flags::SegmentNewVisible | qx::flags::SegmentVisible;
+
 /// Whether `last` is `first` or comes after it, on the way from the source.
 bool comesInOrder(const QxDEdge& edge, const QxPEdge* first, const QxPEdge* last) {
     for (QxDisconnectedPathIter it(&edge); it; ++it) {
@@ -152,12 +155,19 @@ bool QxDEdge::showsWhole() const {
 
 template <class Walk>
 void QxDEdge::markVisiblePart(std::uint32_t segmentBits, std::uint32_t bendBits) {
+    constexpr std::uint32_t UpToDate =
+        qx::flags::EdgeHasVisiblePart | qx::flags::EdgeVisiblePartUpdated;
     if (showsWhole()) {
-        hasVisiblePart(1);
-        m_sourcePathEdge->setFlag(segmentBits, 1);
-        setFlag(qx::flags::EdgeVisiblePartUpdated, 1);
+        // Mostly the segment is marked already: then it is not even looked at.
+        if (hasFlag(qx::flags::EdgeShownWhole) == 0) {
+            m_sourcePathEdge->setFlag(segmentBits, 1);
+            setFlag(qx::flags::EdgeShownWhole, segmentBits == AllSegmentBits ? 1 : 0);
+        }
+        invalidateEndPoints();
+        setFlag(UpToDate, 1);
         return;
     }
+    setFlag(qx::flags::EdgeShownWhole, 0);
     QxPEdge* first = nullptr;
     QxPEdge* last = nullptr;
     hasVisiblePart(getVisiblePart(first, last, 0, 0));
@@ -183,12 +193,11 @@ void QxDEdge::updateNewVisiblePartDisconnected() {
 }
 
 void QxDEdge::updateVisiblePart() {
-    constexpr std::uint32_t SegmentBits = qx::flags::SegmentNewVisible | qx::flags::SegmentVisible;
     constexpr std::uint32_t BendBits = qx::flags::BendNewVisible | qx::flags::BendVisible;
     if (isActive()) {
-        markVisiblePart<QxPathIter>(SegmentBits, BendBits);
+        markVisiblePart<QxPathIter>(AllSegmentBits, BendBits);
     } else {
-        markVisiblePart<QxDisconnectedPathIter>(SegmentBits, BendBits);
+        markVisiblePart<QxDisconnectedPathIter>(AllSegmentBits, BendBits);
     }
 }
 

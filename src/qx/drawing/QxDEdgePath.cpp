@@ -139,6 +139,7 @@ void QxDEdge::link(QxPEdge* segment, QxNode* from, QxNode* to) {
     }
     segment->setFlag(qx::flags::EdgeConnected, isActive() ? 1 : 0);
     segment->setEnds(from, to);
+    setFlag(qx::flags::EdgeShownWhole, 0);
     actOnEndObjectChange();
 }
 
@@ -153,6 +154,7 @@ void QxDEdge::detachPEdge(QxPEdge* segment) {
     segment->nullEndNodes();
     segment->actOnChangeOwner(pUnverifiedFactory(), 0);
     segment->m_ownerEdge = nullptr;
+    setFlag(qx::flags::EdgeShownWhole, 0);
     if (segment == m_sourcePathEdge) {
         m_sourcePathEdge = nullptr;
     }

@@ -141,9 +141,11 @@ int QxPEdge::changeTargetNodeWithoutConnect(QxNode* node) {
 }
 
 void QxPEdge::setEnds(QxNode* source, QxNode* target) {
-    const int isConnected = connected();
-    nullEndNodes();
-    setFlag(qx::flags::EdgeConnected, isConnected);
+    if (source == nullptr || target == nullptr) {
+        const int isConnected = connected();
+        nullEndNodes();
+        setFlag(qx::flags::EdgeConnected, isConnected);
+    }
     // The lists of the bends hold the path together in every state, that of a detached edge too;
     // the graph layer enters a segment there only while its owner is valid.
     const int isValid = ownerValid();
@@ -241,13 +243,17 @@ int QxPEdge::isUsable() const {
 }
 
 int QxPEdge::inVisiblePart(int value) {
+    if (QxDEdge* edge = pOwnerEdge()) {
+        edge->setFlag(qx::flags::EdgeShownWhole, 0);
+    }
     setFlag(qx::flags::SegmentVisible, value);
     return value;
 }
 
 int QxPEdge::inNewVisiblePart(int value) {
-    if (const QxDEdge* edge = pOwnerEdge()) {
+    if (QxDEdge* edge = pOwnerEdge()) {
         edge->invalidateEndPoints();
+        edge->setFlag(qx::flags::EdgeShownWhole, 0);
     }
     setFlag(qx::flags::SegmentNewVisible, value);
     return value;

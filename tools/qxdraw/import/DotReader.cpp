@@ -10,6 +10,7 @@
 #include <memory>
 #include <string>
 #include <unordered_map>
+#include <vector>
 
 #include "import/DotLabels.h"
 #include "import/DotScanner.h"
@@ -308,21 +309,34 @@ private:
     /// Clusters nest in clusters; subgraphs that are none only pass on what is in them. A node
     /// belongs to the innermost cluster that names it first.
     void readClusters(Agraph_t* graph, int parent) {
-        for (Agraph_t* sub = agfstsubg(graph); sub != nullptr; sub = agnxtsubg(sub)) {
+        for (Agraph_t* sub : subgraphsOf(graph)) {
             int index = parent;
             if (std::string_view(agnameof(sub)).starts_with("cluster")) {
                 index = static_cast<int>(m_document.graphs.size());
                 m_document.graphs.push_back({graphLabel(sub), parent, -1});
-                for (Agnode_t* node = agfstnode(sub); node != nullptr;
-                     node = agnxtnode(sub, node)) {
-                    int& owner =
-                        m_document
-                            .nodes[static_cast<std::size_t>(m_indexOfNode.at(sequenceOf(node)))]
-                            .graph;
-                    owner = owner == parent ? index : owner;
-                }
+                moveNodes(sub, parent, index);
             }
             readClusters(sub, index);
+        }
+    }
+
+    /// In document order; cgraph itself has them in an order that depends on addresses.
+    static std::vector<Agraph_t*> subgraphsOf(Agraph_t* graph) {
+        std::vector<Agraph_t*> subgraphs;
+        for (Agraph_t* sub = agfstsubg(graph); sub != nullptr; sub = agnxtsubg(sub)) {
+            subgraphs.push_back(sub);
+        }
+        std::sort(subgraphs.begin(), subgraphs.end(),
+                  [](Agraph_t* a, Agraph_t* b) { return sequenceOf(a) < sequenceOf(b); });
+        return subgraphs;
+    }
+
+    void moveNodes(Agraph_t* cluster, int from, int to) {
+        for (Agnode_t* node = agfstnode(cluster); node != nullptr;
+             node = agnxtnode(cluster, node)) {
+            const auto index = static_cast<std::size_t>(m_indexOfNode.at(sequenceOf(node)));
+            int& owner = m_document.nodes[index].graph;
+            owner = owner == from ? to : owner;
         }
     }
 
