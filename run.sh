@@ -9,7 +9,7 @@ cd "$(dirname "$0")"
 
 if [ $# -gt 0 ]; then
     echo "usage: ./run.sh"
-    echo "Builds the tool and draws samples/unix.gv to out/unix.svg and out/unix.png."
+    echo "Builds the tool and draws samples/graphviz-epl/unix.gv to out/unix.svg and out/unix.png."
     case "$1" in -h | --help) exit 0 ;; *) exit 2 ;; esac
 fi
 
@@ -26,9 +26,9 @@ run() {
 }
 
 mkdir -p out
-run info samples/unix.gv
-run draw samples/unix.gv -o out/unix.svg
-run draw samples/unix.gv -o out/unix.png
+run info samples/graphviz-epl/unix.gv
+run draw samples/graphviz-epl/unix.gv -o out/unix.svg
+run draw samples/graphviz-epl/unix.gv -o out/unix.png
 echo
 echo "run: look at out/unix.svg or out/unix.png; more graphs are in samples/, more commands in"
 echo "run: $qxdraw --help"

@@ -45,10 +45,10 @@ QxPNode* lastBend(const QxDEdge& edge) {
 
 EditWorld::EditWorld(std::uint32_t seed) : m_random(seed) {
     QxPointDList triangle;
-    for (const QxPoint& corner : {QxPoint(0, 0), QxPoint(10, 0), QxPoint(5, 10)}) {
+    for (const QxPoint& corner : {QxPoint(-1000, -1000), QxPoint(1000, -1000), QxPoint(0, 1000)}) {
         triangle.appendPoint(corner);
     }
-    m_shapes = {QxShape(), QxShape(QxShapeTypeOval), QxShape(triangle)};
+    m_shapes = {QxShape(), QxShape(QxShapeTypeOval), QxShape::fromOutline(triangle)};
     for (QxFactory* factory : {&m_home, &m_home, &m_home, &m_foreign}) {
         addManager(*factory);
     }
@@ -126,6 +126,18 @@ void EditWorld::agree(const Outcome& outcome) {
     if (outcome.real != outcome.model) {
         m_complaint = outcome.what + (outcome.real ? " was not refused" : " was refused");
     }
+}
+
+/// Anchor graphs and their nodes come often: there most is to be seen.
+ModelGraph& EditWorld::anyGraph() {
+    ModelGraph* anchor = m_random.chance(30) ? m_anchors[&anyManager()] : nullptr;
+    return anchor != nullptr ? *anchor : *m_random.pick(m_model.graphs());
+}
+
+ModelNode& EditWorld::anyNode() {
+    const ModelGraph* anchor = m_random.chance(40) ? m_anchors[&anyManager()] : nullptr;
+    return anchor != nullptr && !anchor->nodes.empty() ? *m_random.pick(anchor->nodes)
+                                                       : *m_random.pick(m_model.nodes());
 }
 
 /// Mostly where the member is, so that not nearly all calls are refused.
@@ -335,7 +347,9 @@ void EditWorld::stepGraph() {
             m_model.emptyGraph(graph);
         }
     } else if (kind < 15) {
-        ModelGraph& from = anyGraph();
+        ModelGraph& from = !graph.isBetween && graph.manager != nullptr && m_random.chance(60)
+                               ? *m_random.pick(graph.manager->graphs)
+                               : anyGraph();
         agree({"transferTopology of a graph", drawn(graph)->transferTopology(drawn(from)) != 0,
                m_model.transfer(graph, from)});
     } else {
@@ -517,9 +531,11 @@ void EditWorld::stepWholeGraph() {
         expectMoved(*graph.nodes[i], std::int64_t{centers[i].x()} + dx,
                     std::int64_t{centers[i].y()} + dy);
     }
-    for (const ModelEdge* edge : graph.edges[static_cast<int>(EdgeState::Connected)]) {
-        for (QxPoint& bend : m_bends[edge->object]) {
-            bend = QxPoint(qx::saturatingAdd(bend.x(), dx), qx::saturatingAdd(bend.y(), dy));
+    for (const auto& edges : graph.edges) {
+        for (const ModelEdge* edge : edges) {
+            for (QxPoint& bend : m_bends[edge->object]) {
+                bend = QxPoint(qx::saturatingAdd(bend.x(), dx), qx::saturatingAdd(bend.y(), dy));
+            }
         }
     }
     if (graph.manager != nullptr && graph.manager->between != nullptr) {

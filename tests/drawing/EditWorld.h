@@ -80,8 +80,8 @@ private:
     // What is done (EditWorld.cpp).
     void note(const std::string& what);
     void agree(const Outcome& outcome);
-    ModelGraph& anyGraph() { return *m_random.pick(m_model.graphs()); }
-    ModelNode& anyNode() { return *m_random.pick(m_model.nodes()); }
+    ModelGraph& anyGraph();
+    ModelNode& anyNode();
     ModelEdge& anyEdge() { return *m_random.pick(m_model.edges()); }
     ModelManager& anyManager() { return *m_random.pick(m_model.managers()); }
     ModelGraph& graphOf(const ModelMember& member);

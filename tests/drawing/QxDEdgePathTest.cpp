@@ -1,6 +1,8 @@
 // Copyright (c) 2026 the qxdraw authors
 // SPDX-License-Identifier: MIT
 
+#include <utility>
+
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
@@ -262,7 +264,15 @@ TEST_F(QxDEdgePath, CopiesAreIndependent) {
     addBends(2);
     bendAt(1)->nameString(L"knee");
     edge->clipTargetSide(0);
+    edge->internalOrthogonalRouting(1);
+    edge->graphObjectStatus(QxStatusMoved);
+    drawing.manager->storeClones(1);
     const Ref<QxDEdge> deep(edge->cloneObject());
+    EXPECT_EQ(edge->pClonedEdge(), deep.get());
+    EXPECT_EQ(deep->pClonedEdge(), nullptr);
+    EXPECT_EQ(deep->internalOrthogonalRouting(), 1);
+    EXPECT_EQ(deep->graphObjectStatus(), QxStatusMoved);
+    drawing.manager->storeClones(0);
     const Ref<QxDEdge> shallow(edge->cloneAttributes());
     EXPECT_THAT(xsOf(shallow.get()), IsEmpty());
     EXPECT_EQ(shallow->clipTargetSide(), 0);
@@ -327,8 +337,8 @@ class EdgeDiscarder : public QxDrawingChangeListener {
 public:
     using QxDrawingChangeListener::drawingChanged;
     void drawingChanged(QxDrawingChangeEventData*) override {
-        if (QxDGraph* graph = edge->pOwnerGraph()) {
-            graph->discardEdge(edge);
+        if (QxDEdge* gone = std::exchange(edge, nullptr)) {
+            gone->pOwnerGraph()->discardEdge(gone);
         }
     }
     QxDEdge* edge = nullptr;
@@ -337,7 +347,13 @@ public:
 TEST_F(QxDEdgePath, AListenerMayDiscardTheEdge) {
     using Edit = void (*)(QxDEdge*);
     const Edit edits[] = {
-        [](QxDEdge* e) { e->addBend(e->pSourceOrPathEdge(), QxPoint(1, 80), 1); },
+        [](QxDEdge* e) {
+            EXPECT_EQ(e->addBend(e->pSourceOrPathEdge(), QxPoint(1, 80), 1), nullptr);
+        },
+        [](QxDEdge* e) {
+            EXPECT_EQ(e->ntAddBend(e->pSourceOrPathEdge(), QxPoint(1, 80)), nullptr);
+        },
+        [](QxDEdge* e) { e->discardBend(QxPathIter(e).pNode()); },
         [](QxDEdge* e) { e->discardAllBends(); },
         [](QxDEdge* e) { e->discardBends(3, 0); },
         [](QxDEdge* e) {
@@ -353,6 +369,90 @@ TEST_F(QxDEdgePath, AListenerMayDiscardTheEdge) {
         edit(discarder.edge);
         EXPECT_EQ(drawing.graph->numberOfAllEdges(), 1);
     }
+}
+
+TEST_F(QxDEdgePath, AListenerToTheBoundsMayDiscardTheEdge) {
+    using Edit = void (*)(QxDEdge*);
+    // Each of them moves the upper bound of the graph, which is at the second bend.
+    const Edit edits[] = {
+        [](QxDEdge* e) {
+            EXPECT_EQ(e->addBend(e->pSourceOrPathEdge(), QxPoint(1, 900), 1), nullptr);
+        },
+        [](QxDEdge* e) { e->discardBend(QxPathIter(e, QxIterBackward).pNode()); },
+        [](QxDEdge* e) { e->discardBends(2, 0); },
+        [](QxDEdge* e) { e->discardAllBends(); },
+        [](QxDEdge* e) {
+            reroute(e, {{1, 80}, {2, 80}});
+        },
+        [](QxDEdge* e) { e->copyEdge(Ref<QxDEdge>(e->cloneAttributes()).get(), 1); },
+        [](QxDEdge* e) { e->duplicateTopology(Ref<QxDEdge>(e->cloneAttributes()).get()); },
+        [](QxDEdge* e) { e->changeEndNodes(e->pTargetNode(), e->pSourceNode()); },
+        [](QxDEdge* e) { e->disconnect(); },
+        [](QxDEdge* e) { e->deactivate(); },
+    };
+    for (const Edit edit : edits) {
+        EdgeDiscarder discarder;
+        QxDNode* end = drawing.addNode(200, 0, 20, 20);
+        discarder.edge = drawing.addEdge(drawing.source, end);
+        reroute(discarder.edge, {{50, 50}, {100, 700}});
+        factory.pEventManager()->addDrawingChangeListener(drawing.graph, &discarder);
+        edit(discarder.edge);
+        factory.pEventManager()->removeDrawingChangeListener(drawing.graph, &discarder);
+        EXPECT_EQ(drawing.graph->numberOfAllEdges(), 1) << "discarded in the middle";
+        drawing.graph->discardNode(end);
+        EXPECT_EQ(drawing.graph->checkInvariants(), 1);
+    }
+}
+
+/// Discards the first edge while the second takes over its path.
+TEST_F(QxDEdgePath, AListenerMayDiscardTheEdgeThatIsCopied) {
+    using Edit = void (*)(QxDEdge*, QxDEdge*);
+    const Edit edits[] = {
+        [](QxDEdge* e, QxDEdge* source) { e->copyEdge(source, 1); },
+        [](QxDEdge* e, QxDEdge* source) { e->duplicateTopology(source); },
+    };
+    for (const Edit edit : edits) {
+        reroute(edge, {{50, 50}, {60, 60}});
+        EdgeDiscarder discarder;
+        discarder.edge = drawing.addEdge(drawing.source, drawing.target);
+        reroute(discarder.edge, {{3, 33}});
+        factory.pEventManager()->addDrawingChangeListener(edge, &discarder);
+        edit(edge, discarder.edge);
+        factory.pEventManager()->removeDrawingChangeListener(edge, &discarder);
+        EXPECT_EQ(drawing.graph->numberOfAllEdges(), 1);
+        expectSound();
+    }
+}
+
+TEST_F(QxDEdgePath, AListenerMayDiscardANewBend) {
+    class BendDiscarder : public QxDrawingChangeListener {
+    public:
+        using QxDrawingChangeListener::drawingChanged;
+        void drawingChanged(QxDrawingChangeEventData*) override { edge->discardAllBends(); }
+        QxDEdge* edge = nullptr;
+    };
+    BendDiscarder discarder;
+    discarder.edge = edge;
+    for (QxGraphObject* heard :
+         {static_cast<QxGraphObject*>(edge), static_cast<QxGraphObject*>(drawing.graph)}) {
+        factory.pEventManager()->addDrawingChangeListener(heard, &discarder);
+        EXPECT_EQ(drawing.addBend(edge, 50, 500), nullptr);
+        factory.pEventManager()->removeDrawingChangeListener(heard, &discarder);
+        EXPECT_EQ(edge->numberOfBends(), 0);
+        expectSound();
+    }
+}
+
+TEST_F(QxDEdgePath, ABendTakesItsListenersWithIt) {
+    Ref<QxPNode> loose(edge->addPNode(QxPoint(1, 1)));
+    edge->removePNode(loose.get());
+    EventRecorder ear;
+    factory.pEventManager()->addDrawingChangeListener(loose.get(), &ear);
+    const QxPNode* place = loose.get();
+    loose = Ref<QxPNode>();
+    EXPECT_EQ(
+        factory.pEventManager()->removeDrawingChangeListener(const_cast<QxPNode*>(place), &ear), 0)
+        << "nothing is left to take away";
 }
 
 TEST_F(QxDEdgePath, ABendReturnsToWhereItWasStored) {
@@ -378,6 +478,11 @@ TEST_F(QxDEdgePath, PartsCanBeTakenOutAndPutBack) {
     segment->copyObject(edge->pSourceOrPathEdge());
     expectSound();
 
+    Ref<QxPEdge> spare(new QxPEdge(&factory));
+    EXPECT_EQ(edge->insertPEdge(spare.get(), drawing.source, drawing.target), nullptr)
+        << "there are a first and a last segment";
+    expectSound();
+
     Ref<QxPNode> loose(edge->addPNode(QxPoint(1, 1)));
     EXPECT_EQ(loose->pOwnerEdge(), edge);
     EXPECT_EQ(segment->canConnect(loose.get()), 1);
@@ -386,6 +491,19 @@ TEST_F(QxDEdgePath, PartsCanBeTakenOutAndPutBack) {
     EXPECT_EQ(edge->removePNode(loose.get()), loose.get());
     EXPECT_EQ(segment->canConnect(loose.get()), 0);
     EXPECT_EQ(loose->isUsable(), 0);
+    expectSound();
+}
+
+TEST_F(QxDEdgePath, AnOpenPathIsNoSoundStateOfAnIdleEdge) {
+    addBends(2);
+    QxPEdge* segment = segmentsOf(edge)[1];
+    edge->disconnect();
+    expectSound();
+    QxPNode* from = bendAt(1);
+    QxPNode* to = bendAt(2);
+    edge->removePEdge(segment);
+    EXPECT_EQ(edge->checkInvariants(), 0);
+    EXPECT_EQ(edge->insertPEdge(segment, from, to), segment);
     expectSound();
 }
 

@@ -59,10 +59,9 @@ TEST_F(QxDGraphManagerTest, ANewAnchorBringsItsBoundsUpToDate) {
     EXPECT_EQ(manager->pQueryIntergraph()->boundsInitialized(), 0);
 }
 
-TEST_F(QxDGraphManagerTest, AnInsertedGraphHasBoundsAgain) {
+TEST_F(QxDGraphManagerTest, AnAnchorThatMovesLeftBehindHasBoundsAgain) {
     const Ref<QxDGraph> loose(factory.qxNewDGraph(&factory, 0));
     QxDNode* node = loose->addNode(0);
-    loose->needsUpdateGraphBounds(0);
     node->ntMoveTo(100, 100);
     manager->discardGraph(graph);
     manager->insertGraph(loose.get());

@@ -53,7 +53,7 @@ TEST_F(QxDNodeGeometry, TheRawMoveFiresOnceAndLeavesTheBoundsAlone) {
 
 TEST_F(QxDNodeGeometry, TheFullMoveKeepsTheBoundsAndIsSilentWithoutAChange) {
     QxDNode* node = place(0, 0, 10, 20);
-    place(50, 0, 10, 10);
+    QxDEdge* edge = graph->addEdge(node, place(50, 0, 10, 10), 0);
     EXPECT_EQ(node->moveTo(0, 0, 1), 1);
     EXPECT_EQ(node->move(0, 0, 0), 1);
     EXPECT_THAT(heardTypes(), IsEmpty());
@@ -61,17 +61,23 @@ TEST_F(QxDNodeGeometry, TheFullMoveKeepsTheBoundsAndIsSilentWithoutAChange) {
     EXPECT_EQ(bounds(), QxRect(-35, -5, 55, 17));
     EXPECT_EQ(node->move(70, 0, 1), 1);
     EXPECT_EQ(bounds(), QxRect(35, -5, 55, 17)) << "bounds shrink, too";
-    EXPECT_THAT(heardTypes(), ElementsAre(NodeMoved, NodeMoved));
+    EXPECT_EQ(edge->isUpdatedVisiblePart(), 1);
+    edge->addBend(edge->pSourceOrPathEdge(), QxPoint(500, 0), 1);
+    node->moveTo(-30, 7, 1);
+    EXPECT_EQ(bounds(), QxRect(-35, -5, 500, 17));
+    EXPECT_THAT(heardTypes(), ElementsAre(NodeMoved, NodeMoved, NodeMoved));
 }
 
-TEST_F(QxDNodeGeometry, ReshapingMovesAndResizesOnlyWhatDiffers) {
+TEST_F(QxDNodeGeometry, ReshapingMovesAndResizesWhenItChangesAnything) {
     QxDNode* node = place(0, 0, 10, 10);
     node->updateForDiagramming(rectAt(0, 0, 10, 10));
     EXPECT_THAT(heardTypes(), IsEmpty());
     node->updateForDiagramming(rectAt(0, 0, 30, 11));
-    EXPECT_THAT(heardTypes(), ElementsAre(NodeResized));
+    EXPECT_THAT(recorder.takeTypes(), ElementsAre(NodeResized, NodeMoved)) << "the center stays";
+    node->updateForDiagramming(rectAt(5, 5, 30, 11));
+    EXPECT_THAT(recorder.takeTypes(), ElementsAre(NodeMoved));
     node->updateForDiagramming(rectAt(9, 4, 6, 7));
-    EXPECT_THAT(heardTypes(), ElementsAre(NodeResized, NodeResized, NodeMoved));
+    EXPECT_THAT(recorder.takeTypes(), ElementsAre(NodeResized, NodeMoved));
     EXPECT_EQ(*node->pIRect(), rectAt(9, 4, 6, 7));
     EXPECT_EQ(bounds(), rectAt(9, 4, 6, 7));
     node->updateForDiagramming(QxRect(10, 10, -10, -10));
@@ -157,6 +163,67 @@ TEST_F(QxDNodeGeometry, ExtremePlacesAndSizesAreClamped) {
     node->updateForDiagramming(rectAt(3, 4, 10, 12));
     EXPECT_EQ(*node->pIRect(), rectAt(3, 4, 10, 12));
     EXPECT_EQ(bounds(), rectAt(3, 4, 10, 12));
+}
+
+TEST_F(QxDNodeGeometry, AMoveToTheEndOfTheRangeKeepsTheSize) {
+    QxDNode* node = place(0, 0, 40, 40);
+    node->moveTo(qx::MaxInt32, 0, 1);
+    EXPECT_EQ(*node->pIRect(), QxRect(qx::MaxInt32 - 40, -20, qx::MaxInt32, 20));
+    EXPECT_EQ(bounds(), *node->pIRect());
+    EXPECT_THAT(recorder.takeTypes(), ElementsAre(NodeMoved));
+    node->moveTo(qx::MaxInt32, 0, 1);
+    EXPECT_THAT(heardTypes(), IsEmpty()) << "it is as near as it can be";
+    node->ntMoveTo(3, qx::MinInt32);
+    EXPECT_EQ(*node->pIRect(), QxRect(-17, qx::MinInt32, 23, qx::MinInt32 + 40));
+    node->moveTo(0, 0, 1);
+    EXPECT_EQ(*node->pIRect(), rectAt(0, 0, 40, 40));
+    EXPECT_EQ(node->originalSize(), QxSize(40, 40));
+
+    const QxRect corner(qx::MaxInt32 - 10, qx::MinInt32, qx::MaxInt32, qx::MinInt32 + 10);
+    node->updateForDiagramming(corner);
+    EXPECT_EQ(*node->pIRect(), corner);
+    node->resize(41, 7, 1);
+    EXPECT_EQ(node->iSize(), QxSize(41, 7));
+    node->updateForDiagramming(corner);
+    QxDNode* copy = place(0, 0, 40, 40);
+    copy->copyAttributes(node);
+    EXPECT_EQ(*copy->pIRect(), corner);
+    node->updateForDiagramming(rectAt(0, 0, 40, 40));
+    EXPECT_EQ(*node->pIRect(), rectAt(0, 0, 40, 40));
+    EXPECT_EQ(*place(qx::MaxInt32 - 5, qx::MinInt32 + 5, 10, 10)->pIRect(), corner);
+}
+
+TEST_F(QxDNodeGeometry, BendsStayInTheBoundsWhileTheEndsMove) {
+    const std::uint32_t seed = qxtest::testSeed(11);
+    SCOPED_TRACE(qxtest::seedTrace(seed));
+    qxtest::TestRandom random(seed);
+    const auto coordinate = [&] { return random.below(400) - 200; };
+    const std::vector<QxDNode*> nodes{place(0, 0, 20, 20), place(90, 0, 20, 20)};
+    QxDEdge* edge = graph->addEdge(nodes[0], nodes[1], 0);
+    for (int i = 0; i < 30; ++i) {
+        edge->addBendAfter(nullptr, QxPoint(coordinate() / 2, coordinate() / 2), 1);
+    }
+    for (int round = 0; round < 200; ++round) {
+        QxDNode* node = random.pick(nodes);
+        switch (random.below(4)) {
+            case 0:
+                node->resize(random.below(300), random.below(300), 1);
+                break;
+            case 1:
+                edge->discardBends(1, random.below(2));
+                edge->addBendAfter(nullptr, QxPoint(coordinate() / 2, coordinate() / 2), 1);
+                break;
+            default:
+                node->moveTo(coordinate(), coordinate(), random.below(2));
+        }
+        QxRect expected;
+        ASSERT_TRUE(qxtest::walkBounds(*graph, expected));
+        ASSERT_EQ(bounds(), expected) << "round " << round;
+        QxPoint seen = edge->ntFromPoint(1);
+        edge->updateVisiblePart();
+        edge->invalidateEndPoints();
+        ASSERT_EQ(seen, edge->ntFromPoint(1)) << "round " << round;
+    }
 }
 
 TEST_F(QxDNodeGeometry, AStoredPlaceIsRestoredOnce) {

@@ -3,6 +3,8 @@
 
 #include <gmock/gmock.h>
 
+#include <utility>
+
 #include "drawing/QxDNodeTestDrawing.h"
 #include "support/TestRandom.h"
 
@@ -35,6 +37,18 @@ public:
     }
     const QxShape* next = nullptr;
     std::vector<QxShapeTypeEnum> seen;
+};
+
+/// Discards a node of the graph at the first change of any.
+class NodeDiscarder : public QxDrawingChangeListener {
+public:
+    using QxDrawingChangeListener::drawingChanged;
+    void drawingChanged(QxDrawingChangeEventData*) override {
+        if (QxDNode* node = std::exchange(victim, nullptr)) {
+            node->pOwnerGraph()->discardNode(node);
+        }
+    }
+    QxDNode* victim = nullptr;
 };
 
 }  // namespace
@@ -142,6 +156,32 @@ TEST_F(QxDNodeShape, AListenerMayChangeTheShapeAgain) {
     factory.pEventManager()->removeAllDrawingChangeListeners(node);
 }
 
+TEST_F(QxDNodeShape, AListenerMayDiscardTheNodeOrTheSourceOfItsCopy) {
+    NodeDiscarder discarder;
+    factory.pEventManager()->addDrawingChangeListener(manager.get(), &discarder,
+                                                      NodeShapeChanged | NodeMoved);
+    QxDNode* node = place(0, 0, 10, 10);
+    discarder.victim = node;
+    node->pShape(&oval, 0);
+    EXPECT_EQ(discarder.victim, nullptr);
+    EXPECT_EQ(graph->numberOfNodes(), 0);
+    EXPECT_EQ(shapesInUse(), 1U) << "only the default";
+
+    QxDNode* source = place(1, 2, 30, 41);
+    source->pShape(&oval, 1);
+    QxDNode* copy = place(50, 50, 10, 10);
+    discarder.victim = source;
+    copy->copyNode(source, 1);
+    EXPECT_EQ(discarder.victim, nullptr);
+    EXPECT_EQ(*copy->pIRect(), QxRect(QxPoint(1, 2), QxSize(30, 41)));
+    EXPECT_EQ(bounds(), *copy->pIRect());
+    EXPECT_EQ(shapesInUse(), 1U);
+    copy->copyNode(copy, 1);
+    copy->copyNode(nullptr, 1);
+    EXPECT_EQ(bounds(), *copy->pIRect());
+    factory.pEventManager()->removeDrawingChangeListener(manager.get(), &discarder);
+}
+
 TEST_F(QxDNodeShape, NoIncidentEdgeStaysMarked) {
     QxDNode* node = place(0, 0, 10, 10);
     QxDEdge* out = graph->addEdge(node, place(50, 0, 10, 10), 0);
@@ -173,6 +213,7 @@ TEST_F(QxDNodeShape, AttributesAreCopiedWithoutTheShape) {
     EXPECT_EQ(copy->pQueryShapeResource(), nullptr);
     EXPECT_EQ(source->pQueryShapeResource()->useCount(), 1);
     EXPECT_EQ(bounds(), *source->pIRect()) << "the copy has left its old place";
+    EXPECT_THAT(heardTypes(), ElementsAre(NodeMoved, NodeResized));
     ASSERT_NE(copy->pRectBeforeMove(), nullptr);
     EXPECT_EQ(*copy->pRectBeforeMove(), *source->pRectBeforeMove());
     ASSERT_NE(copy->pRectBeforeMoveForSelfLoops(), nullptr);

@@ -60,7 +60,7 @@ inline QxShape polygon(std::initializer_list<QxPoint> points) {
     for (const QxPoint& point : points) {
         outline.appendPoint(point);
     }
-    return QxShape(outline);
+    return QxShape::fromOutline(outline);
 }
 
 inline QxShape diamond() {

@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "drawing/DrawingTesting.h"
+#include "qx/drawing/QxPathObjectIters.h"
 
 namespace {
 
@@ -108,6 +109,28 @@ TEST_F(QxDrawingIters, LetARangeForDiscardWhatItVisits) {
     }
     EXPECT_EQ(drawing.graph->numberOfNodes(), 0);
     EXPECT_EQ(drawing.graph->numberOfAllEdges(), 0);
+}
+
+TEST_F(QxDrawingIters, WalkThePathsOfAllConnectedEdges) {
+    QxPNode* second = ba->addBend(ba->pSourceOrPathEdge(), QxPoint(50, 60), 1);
+    QxPNode* first = ba->addBend(ba->pSourceOrPathEdge(), QxPoint(60, 50), 1);
+    QxPNode* last = ca->addBend(ca->pSourceOrPathEdge(), QxPoint(-50, 50), 1);
+    disconnected->connect();
+    disconnected->addBend(disconnected->pSourceOrPathEdge(), QxPoint(1, 1), 1);
+    disconnected->disconnect();
+    std::vector<QxPNode*> bends;
+    for (QxPNodeIter it(drawing.graph); it; ++it) {
+        bends.push_back(it.pNode());
+    }
+    EXPECT_THAT(bends, ElementsAre(first, second, last));
+    std::vector<QxPEdge*> segments;
+    for (QxPEdgeIter it(drawing.graph, QxIterBackward); it; ++it) {
+        segments.push_back(it.pEdge());
+    }
+    EXPECT_EQ(segments.size(), 7U);
+    EXPECT_EQ(segments.front(), ca->pSourceOrPathEdge());
+    EXPECT_EQ(segments.back(), ab->pTargetOrPathEdge());
+    EXPECT_FALSE(static_cast<bool>(QxPNodeIter(nullptr)));
 }
 
 }  // namespace

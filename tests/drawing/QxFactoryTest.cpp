@@ -128,7 +128,7 @@ TEST(QxFactory, ConvenienceValuesTakeTheirArgumentsInTheirOwnOrder) {
     const std::unique_ptr<QxShape> oval(factory.newShape(QxShapeTypeOval));
     EXPECT_EQ(oval->type(), QxShapeTypeOval);
     const std::unique_ptr<QxPointDList> points(factory.newPointList());
-    for (const QxPoint& corner : {QxPoint(0, 0), QxPoint(10, 0), QxPoint(5, 10)}) {
+    for (const QxPoint& corner : {QxPoint(-1000, -1000), QxPoint(1000, -1000), QxPoint(0, 1000)}) {
         points->appendPoint(corner);
     }
     const std::unique_ptr<QxShape> triangle(factory.newCustomShape(*points));

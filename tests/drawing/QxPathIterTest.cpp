@@ -122,6 +122,8 @@ TEST_F(QxPathIters, AnEdgeOfAGraphOutsideTheAnchorHasNoVisiblePoints) {
     QxDNode* b = other->addNodeWithCoordinates(50, 0, 10, 10, 1, 0);
     QxDEdge* unseen = other->addEdge(a, b, 0);
     EXPECT_THAT(visiblePointsOf(unseen), IsEmpty());
+    QxDEdge* between = drawing.manager->addEdge(drawing.source, a, 0);
+    EXPECT_THAT(visiblePointsOf(between), IsEmpty());
 }
 
 }  // namespace

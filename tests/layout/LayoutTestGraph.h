@@ -3,12 +3,18 @@
 
 #pragma once
 
+#include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <random>
+#include <utility>
 #include <vector>
 
 #include "qx/drawing/QxDrawingIters.h"
 #include "qx/drawing/QxFactory.h"
+#include "qx/events/QxDEventManager.h"
+#include "qx/events/QxDrawingChangeEventData.h"
+#include "qx/events/QxDrawingChangeListener.h"
 
 /// A drawing of one graph, to be laid out.
 class LayoutTestGraph {
@@ -38,6 +44,13 @@ public:
         }
     }
 
+    void discardNode(QxDNode* node) {
+        std::erase(m_nodes, node);
+        m_graph->discardNode(node);
+    }
+
+    QxDGraphManager* manager() const { return m_manager; }
+    QxDEventManager& events() { return *m_factory.pEventManager(); }
     QxDGraph* graph() const { return m_graph; }
     const std::vector<QxDNode*>& nodes() const { return m_nodes; }
     std::vector<QxPoint> centers() const {
@@ -53,4 +66,23 @@ private:
     QxDGraphManager* m_manager;
     QxDGraph* m_graph;
     std::vector<QxDNode*> m_nodes;
+};
+
+/// Does something at the first move of a node.
+class OnFirstMove : public QxDrawingChangeListener {
+public:
+    OnFirstMove(LayoutTestGraph& drawing, std::function<void(const QxGNode*)> action)
+        : m_action(std::move(action)) {
+        drawing.events().addDrawingChangeListener(drawing.manager(), this, NodeMoved);
+    }
+    using QxDrawingChangeListener::drawingChanged;
+    void drawingChanged(QxDrawingChangeEventData* data) override {
+        if (const auto action = std::exchange(m_action, nullptr)) {
+            action(data->pSourceNode());
+        }
+    }
+    bool hasActed() const { return m_action == nullptr; }
+
+private:
+    std::function<void(const QxGNode*)> m_action;
 };

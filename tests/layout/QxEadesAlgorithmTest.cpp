@@ -8,9 +8,11 @@
 #include <algorithm>
 #include <cmath>
 #include <limits>
+#include <stdexcept>
 
 #include "layout/LayoutTestGraph.h"
 #include "qx/drawing/QxPNode.h"
+#include "qx/layout/QxSpringEmbedderInfo.h"
 
 namespace {
 
@@ -228,6 +230,94 @@ TEST(QxEadesAlgorithm, NodesAtOnePlaceStayTogether) {
     QxEadesAlgorithm(drawing.graph(), nullptr, &nodes, 50, 0, 0).run();
     EXPECT_EQ(drawing.nodes()[0]->iCenter(), QxPoint(10, 10));
     EXPECT_EQ(drawing.nodes()[1]->iCenter(), QxPoint(10, 10));
+}
+
+TEST(QxEadesAlgorithm, NodesDiscardedByAListenerNeitherMoveNorPush) {
+    LayoutTestGraph drawing;
+    for (int i = 0; i < 4; ++i) {
+        drawing.addNode(30 * i, 0);
+    }
+    drawing.addEdge(drawing.nodes()[0], drawing.nodes()[1]);
+    drawing.addEdge(drawing.nodes()[2], drawing.nodes()[3]);
+    QxGNodeDList constrained = listOf({drawing.nodes()[0]});
+    QxGNodeDList unconstrained =
+        listOf({drawing.nodes()[1], drawing.nodes()[2], drawing.nodes()[3]});
+    const QxDNode* const survivor = drawing.nodes()[1];
+    int discarded = 0;
+    const OnFirstMove listener(drawing, [&](const QxGNode* moved) {
+        ASSERT_EQ(moved, survivor);
+        for (const std::size_t doomed : {3U, 2U, 0U}) {
+            drawing.discardNode(drawing.nodes()[doomed]);
+            ++discarded;
+        }
+    });
+    QxEadesAlgorithm algorithm(drawing.graph(), &constrained, &unconstrained, 60, 0, 0);
+    CountedRounds first(drawing, &constrained, &unconstrained, 60, 1);
+    first.run();
+    EXPECT_EQ(discarded, 3);
+    ASSERT_EQ(drawing.graph()->numberOfNodes(), 1);
+    // Alone, the node stays where the first round left it.
+    const QxPoint left = survivor->iCenter();
+    QxGNodeDList alone = listOf({drawing.nodes()[0]});
+    QxEadesAlgorithm(drawing.graph(), nullptr, &alone, 60, 0, 0).run();
+    EXPECT_EQ(survivor->iCenter(), left);
+}
+
+/// The rounds after the one in which nodes went must not meet them either.
+TEST(QxEadesAlgorithm, ARunGoesOnWithoutTheNodesThatAreGone) {
+    std::vector<QxPoint> ends;
+    for (const int threads : {1, 2}) {
+        LayoutTestGraph drawing;
+        std::mt19937 random(11);
+        drawing.addRandomTree(random, 40, 500);
+        QxGNodeDList all = listOf(drawing.nodes());
+        const OnFirstMove listener(drawing, [&](const QxGNode*) {
+            while (drawing.nodes().size() > 1) {
+                drawing.discardNode(drawing.nodes().back());
+            }
+        });
+        CountedRounds algorithm(drawing, nullptr, &all, 50, 31);
+        algorithm.numberOfThreads(threads);
+        algorithm.run();
+        EXPECT_TRUE(listener.hasActed());
+        EXPECT_EQ(algorithm.computed, 40 + 30) << "40 nodes in the first round, one in the others";
+        ends.push_back(drawing.nodes()[0]->iCenter());
+    }
+    EXPECT_EQ(ends[0], ends[1]);
+}
+
+/// Throws out of a round, and asks about a node afterwards, when there is no round any more.
+class Interrupted : public QxEadesAlgorithm {
+public:
+    using QxEadesAlgorithm::QxEadesAlgorithm;
+    QxSize pushOn(QxGNode* node) {
+        m_throws = false;
+        computeForces(node);
+        return pSpringEmbedderInfo(node)->displacement();
+    }
+
+protected:
+    void computeForces(QxGNode* node) override {
+        QxEadesAlgorithm::computeForces(node);
+        if (m_throws) {
+            throw std::runtime_error("interrupted");
+        }
+    }
+
+private:
+    bool m_throws = true;
+};
+
+TEST(QxEadesAlgorithm, ARoundThatThrowsIsForgotten) {
+    LayoutTestGraph drawing;
+    drawing.addNode(0, 0);
+    drawing.addNode(100, 0);
+    QxGNodeDList nodes = listOf(drawing.nodes());
+    Interrupted algorithm(drawing.graph(), nullptr, &nodes, 60, 0, 0);
+    EXPECT_THROW(algorithm.run(), std::runtime_error);
+    drawing.nodes()[0]->moveTo(QxPoint(100, -70), 1);
+    // The pushes of the round, sideways, are gone with it.
+    EXPECT_EQ(algorithm.pushOn(drawing.nodes()[0]), QxSize(0, -28));
 }
 
 /// Nothing overflows; what is pushed at the end of the range stops there.

@@ -124,6 +124,30 @@ TEST(QxForceScan, MovedDrawingsAreScannedAlike) {
     }
 }
 
+/// A listener may discard any node at any move: of the drawing to the origin or of one node.
+TEST(QxForceScan, NodesDiscardedByAListenerAreSkipped) {
+    for (const std::int32_t offset : {0, 500}) {
+        for (const std::size_t doomed : {1U, 2U, 3U}) {
+            SCOPED_TRACE(testing::Message() << "offset " << offset << " node " << doomed);
+            LayoutTestGraph drawing;
+            for (int i = 0; i < 4; ++i) {
+                drawing.addNode(20 + 10 * i + offset, 20 + offset);
+            }
+            const OnFirstMove listener(
+                drawing, [&](const QxGNode*) { drawing.discardNode(drawing.nodes()[doomed]); });
+            QxForceScan(drawing.graph()).run();
+            EXPECT_TRUE(listener.hasActed());
+            ASSERT_EQ(drawing.graph()->numberOfNodes(), 3);
+            for (std::size_t i = 0; i < 3; ++i) {
+                for (std::size_t j = 0; j < i; ++j) {
+                    const QxRect rect = rectOf(drawing.nodes()[i]);
+                    EXPECT_EQ(rect.intersectsRect(rectOf(drawing.nodes()[j])), 0);
+                }
+            }
+        }
+    }
+}
+
 TEST(QxForceScan, EmptyGraphsAndExtremeDrawingsAreHarmless) {
     QxForceScan(nullptr).run();
     LayoutTestGraph drawing;

@@ -46,8 +46,13 @@ CLI::App* addDrawCommand(CLI::App& app, qxdraw::DrawOptions& options) {
         ->check(CLI::Range(1.0, 10000.0));
     command->add_flag("--keep-overlaps", options.keepOverlaps,
                       "Leave nodes that overlap after the spring embedder where they are");
+    command->add_flag("--bends", options.showBends,
+                      "Show how edges run: bends as dots, hollow where the edge is hidden, and "
+                      "hidden parts as dashed lines up to the centers of the nodes");
     command->add_flag("-q,--quiet", options.quiet, "No warnings, notes or progress");
-    command->footer("Example:\n  qxdraw draw samples/graphviz-epl/unix.gv -o unix.svg");
+    command->footer(
+        "Examples:\n  qxdraw draw samples/graphviz-epl/unix.gv -o unix.svg\n"
+        "  qxdraw draw samples/mixed.gml --bends -o mixed.png");
     return command;
 }
 

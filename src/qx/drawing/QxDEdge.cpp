@@ -16,6 +16,21 @@
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/util/QxDebugStream.h"
 
+namespace {
+
+/// Calls `act` with every segment and bend of the edge, in their order.
+template <class Act>
+void eachPart(const QxDEdge& edge, const Act& act) {
+    for (QxDisconnectedPathIter it(&edge); it; ++it) {
+        act(*it.pEdge());
+        if (it.pNode() != nullptr) {
+            act(*it.pNode());
+        }
+    }
+}
+
+}  // namespace
+
 QxDEdge::QxDEdge(QxOwnedObject* owner, int, QxFactory*) : QxGEdge(owner) {
     setFlag(qx::flags::EdgeClipSource | qx::flags::EdgeClipTarget, 1);
 }
@@ -35,49 +50,25 @@ QxDEdge::~QxDEdge() {
 }
 
 int QxDEdge::userFieldsInUse() const {
-    if (QxGEdge::userFieldsInUse() != 0) {
-        return 1;
-    }
-    for (QxDisconnectedPathIter it(this); it; ++it) {
-        if (it.pEdge()->userFieldsInUse() != 0 ||
-            (it.pNode() != nullptr && it.pNode()->userFieldsInUse() != 0)) {
-            return 1;
-        }
-    }
-    return 0;
+    int used = QxGEdge::userFieldsInUse();
+    eachPart(*this, [&](const QxGraphObject& part) { used |= part.userFieldsInUse(); });
+    return used;
 }
 
 void QxDEdge::nullUserFields() {
     QxGEdge::nullUserFields();
-    for (QxDisconnectedPathIter it(this); it; ++it) {
-        it.pEdge()->nullUserFields();
-        if (it.pNode() != nullptr) {
-            it.pNode()->nullUserFields();
-        }
-    }
+    eachPart(*this, [](QxGraphObject& part) { part.nullUserFields(); });
 }
 
 int QxDEdge::internalUserFieldsInUse() const {
-    if (QxGEdge::internalUserFieldsInUse() != 0) {
-        return 1;
-    }
-    for (QxDisconnectedPathIter it(this); it; ++it) {
-        if (it.pEdge()->internalUserFieldsInUse() != 0 ||
-            (it.pNode() != nullptr && it.pNode()->internalUserFieldsInUse() != 0)) {
-            return 1;
-        }
-    }
-    return 0;
+    int used = QxGEdge::internalUserFieldsInUse();
+    eachPart(*this, [&](const QxGraphObject& part) { used |= part.internalUserFieldsInUse(); });
+    return used;
 }
 
 void QxDEdge::nullInternalUserFields() {
     QxGEdge::nullInternalUserFields();
-    for (QxDisconnectedPathIter it(this); it; ++it) {
-        it.pEdge()->nullInternalUserFields();
-        if (it.pNode() != nullptr) {
-            it.pNode()->nullInternalUserFields();
-        }
-    }
+    eachPart(*this, [](QxGraphObject& part) { part.nullInternalUserFields(); });
 }
 
 std::size_t QxDEdge::sizeOf() const {
@@ -90,6 +81,10 @@ int QxDEdge::levelNumber() const {
 
 int QxDEdge::checkInvariants() const {
     if (QxGEdge::checkInvariants() == 0 || (isActive() && checkPath() == 0)) {
+        return 0;
+    }
+    if (!isPathWhole()) {
+        qxDebugStream() << "drawing edge: the path does not lead from end to end\n";
         return 0;
     }
     for (QxDisconnectedPathIter it(this); it; ++it) {
@@ -122,12 +117,7 @@ void QxDEdge::innerDebugOutput(int depth) const {
 }
 
 void QxDEdge::debugOutputPath(int depth) const {
-    for (QxDisconnectedPathIter it(this); it; ++it) {
-        it.pEdge()->innerDebugOutput(depth);
-        if (it.pNode() != nullptr) {
-            it.pNode()->innerDebugOutput(depth);
-        }
-    }
+    eachPart(*this, [&](const auto& part) { part.innerDebugOutput(depth); });
 }
 
 QxDNode* QxDEdge::pSourceNode() const {

@@ -42,8 +42,6 @@ public:
     int levelNumber() const override;
     void actOnDiscard() override;
     void innerDebugOutput(int depth) const override;
-    /// Describes the bends and segments in their order.
-    virtual void debugOutputPath(int depth) const;
     QxDEdge* cloneObject() const { return static_cast<QxDEdge*>(vCloneObject()); }
     QxDEdge* cloneAttributes() const { return static_cast<QxDEdge*>(vCloneAttributes()); }
     /// @}
@@ -51,10 +49,14 @@ public:
     /// @name Connection (drawing/QxDEdgeConnection.cpp)
     /// @{
     int disconnect() override;
+    /// The path follows the state of the edge: its bends count for graph bounds only while the
+    /// edge is connected and active. `activate` is 1 for every edge, `deactivate` 0 for a
+    /// disconnected one.
     int activate() override;
     int deactivate() override;
     int changeSourceNodeWithoutConnect(QxNode* node) override;
     int changeTargetNodeWithoutConnect(QxNode* node) override;
+    /// Exchanges the ends and the order of the bends, which stay in place. 0 without two ends.
     int reverse() override;
     void nullEndNodes() override;
     /// Removes what the edge contains: its bends.
@@ -87,7 +89,11 @@ public:
     /// @{
 
     /// Splits a segment of this edge at `point`; returns the new bend, which lies between the two
-    /// halves. Null, and no change, for a segment of another edge or an edge that is not connected.
+    /// halves. Null, and no change, for a segment of another edge or an edge that is not connected;
+    /// null, too, when a listener has taken the bend away again.
+    ///
+    /// Graph bounds are brought up to date first, then `BendAdded` is fired. As with every
+    /// operation here, listeners may do anything, even discard the edge.
     virtual QxPNode* addBend(QxPEdge* segment, const QxPoint& point, int inOwnGraph);
     /// The same on the segment after `bend` (null: on the first).
     virtual QxPNode* addBendAfter(QxPNode* bend, const QxPoint& point, int inOwnGraph);
@@ -96,19 +102,26 @@ public:
     /// Removes and destroys a bend; the segment that entered it stays. 0 when it is not this
     /// edge's.
     virtual int discardBend(QxPNode* bend);
+    /// Whether segments are drawn as curves: 0, for subclasses to change.
+    virtual int isCurvedEdge() const;
+    /// Describes the bends and segments in their order.
+    virtual void debugOutputPath(int depth) const;
     /// Removes the first (`fromSource` nonzero) or last n bends, or all when there are fewer.
     void discardBends(std::int32_t n, int fromSource);
+    /// Removes every bend; the first segment stays and runs from source to target. For an edge in
+    /// any state.
     void discardAllBends();
     /// -1 when the edge is not connected. Linear in the number of bends.
     std::int32_t numberOfBends() const;
+    /// 0 for an edge that is not connected, whatever its path.
     int hasBends() const;
     /// Position from the source, counted from 1; 0 for null, the number of segments for one that is
     /// not on the path.
     std::int32_t indexOfPathEdge(const QxPEdge* segment) const;
     /// Appends the bends from source to target.
     void buildPathNodeList(QxPNodeDList& list) const;
-    /// Append the points of the path, ends included (in owner-graph coordinates; the ends are
-    /// clipped when the edge has a visible part).
+    /// Append the points of the path from source to target: the unclipped ends and, between them,
+    /// the bends, in owner-graph coordinates.
     void buildPointList(QxPointDList& list) const;
     void buildEdgePointList(QxPointDList& list) const { buildPointList(list); }
     /// Replaces all bends by these points, in order. 0 without an owner graph or when the edge is
@@ -116,21 +129,32 @@ public:
     int reroute(const QxPointDList& points, int inOwnGraph);
     /// Removes the bends next to an end that lie inside that end's node.
     void discardOverlappedBendsForClipping(int source, int target);
-    virtual int isCurvedEdge() const;
     /// @}
 
     /// @name Path objects (drawing/QxDEdgePath.cpp)
     /// The steps that the bend operations are made of. They may leave the path open in between; it
     /// has to be closed again before anything else is done with the edge.
     /// @{
+    /// A new bend at the point, joined to no segment yet.
     QxPNode* addPNode(const QxPoint& point);
+    /// Takes over a bend that is in no path; returns it. Null for null or a bend of some edge.
     QxPNode* insertPNode(QxPNode* node);
-    /// Detaches a bend from the edge; the caller owns what is returned.
+    /// Detaches a bend from its segments and the edge; the caller owns what is returned. Null for
+    /// null or a bend of another edge.
     QxPNode* removePNode(QxPNode* node);
+    /// Detaches and destroys a bend; nothing happens to one that is not this edge's.
     void discardPNode(QxPNode* node);
+    /// A new segment between bends or end nodes of this edge; null where insertPEdge refuses.
     QxPEdge* addPEdge(QxNode* from, QxNode* to);
+    /// Takes over a segment that is in no path; returns it. One that starts at a node becomes the
+    /// first, one that ends at a node the last segment. Null, and no change, for null, a segment of
+    /// some edge, an end that is neither an end node nor a bend of this edge with room for another
+    /// segment, and when the edge has another first (last) segment.
     QxPEdge* insertPEdge(QxPEdge* segment, QxNode* from, QxNode* to);
+    /// Detaches a segment from its ends and the edge; the caller owns what is returned. Null for
+    /// null or a segment of another edge.
     QxPEdge* removePEdge(QxPEdge* segment);
+    /// Detaches and destroys a segment; nothing happens to one that is not this edge's.
     void discardPEdge(QxPEdge* segment);
     /// 1 when the edge is connected and its path is sound; says what is wrong otherwise.
     int checkPath() const;
@@ -147,9 +171,13 @@ public:
                          std::int32_t* distance) const override;
     void pointOnEdge(QxPoint* point, std::int16_t perMil) const override;
     int ntIntersectsRect(const QxRect* rect, int clipped) const override;
+    /// The rectangle of the ends and bends, for any user.
     int getUserBoundingRect(QxRect& rect, int inOwnGraph) const override;
+    /// The rectangle of the unclipped ends and all bends, in owner-graph coordinates.
     void ntBoundingRectWithPathNodes(QxRect& rect) const;
     void ntBoundingRectWithPathNodesAndLabels(QxRect& rect) const;
+    /// The same, `inOwnGraph` 0: in those of the anchor graph. 0, and no change, for an edge that
+    /// is not visible there.
     int getBoundingRectWithPathNodes(QxRect& rect, int inOwnGraph) const;
     int getBoundingRectWithPathNodesAndLabels(QxRect& rect, int inOwnGraph) const;
     /// @}
@@ -176,15 +204,23 @@ public:
     /// The first (last) segment of the visible part as computed last; null when there is none.
     QxPEdge* pFromClippingEdge() const;
     QxPEdge* pToClippingEdge() const;
+    /// Compute the visible part into the "new" flags of the path objects; the second also on a path
+    /// that is not connected. The current flags stay.
     void updateNewVisiblePart();
     void updateNewVisiblePartDisconnected();
+    /// Computes the visible part into both flags of the path objects, in any state of the edge.
     void updateVisiblePart();
+    /// Compute the visible part, take it over and report what shows and what has ceased to.
     void updateVisiblePartAfterGeometryChanges(QxGeometricUpdateInfo* info);
     void updateVisiblePartAfterInsert(QxGeometricUpdateInfo* info);
+    /// Whether anything shows, as computed last. Setting this or one of the next two flags returns
+    /// the argument and forgets the clipped end points.
     int hasVisiblePart() const { return hasFlag(qx::flags::EdgeHasVisiblePart); }
     int hasVisiblePart(int value);
+    /// Whether the visible part as computed last still holds.
     int isUpdatedVisiblePart() const { return hasFlag(qx::flags::EdgeVisiblePartUpdated); }
     int isUpdatedVisiblePart(int value);
+    /// Whether reports may use a visible part that is only partly up to date.
     int usePartiallyUpdated() const { return hasFlag(qx::flags::EdgePartiallyUpdated); }
     int usePartiallyUpdated(int value);
     /// Forgets the clipped end points.
@@ -195,17 +231,22 @@ public:
     /// @}
 
     /// @name State
+    /// Setters return the argument and change nothing else.
     /// @{
+
+    /// Whether the edge stands for others that are hidden.
     int isMetaEdge() const { return hasFlag(qx::flags::EdgeMeta); }
     int setMetaEdge(int value) {
         setFlag(qx::flags::EdgeMeta, value);
         return value;
     }
+    /// Whether the edge belongs to a bundle of edges between the same nodes.
     int multiEdge() const { return hasFlag(qx::flags::EdgeMulti); }
     int multiEdge(int value) {
         setFlag(qx::flags::EdgeMulti, value);
         return value;
     }
+    /// Whether the path is to run along the axes.
     int internalOrthogonalRouting() const { return hasFlag(qx::flags::EdgeOrthogonal); }
     int internalOrthogonalRouting(int value) {
         setFlag(qx::flags::EdgeOrthogonal, value);
@@ -215,6 +256,7 @@ public:
     QxGraphObjectStatusEnum graphObjectStatus(QxGraphObjectStatusEnum value) {
         return m_status = value;
     }
+    /// The copy of this edge while a graph is copied, when its manager stores clones; else null.
     QxDEdge* pClonedEdge() const { return m_clonedEdge; }
     QxDEdge* pClonedEdge(QxDEdge* edge) { return m_clonedEdge = edge; }
     /// @}
@@ -244,7 +286,6 @@ protected:
     QxObject* vCloneAttributes() const override;
 
 private:
-    friend class QxDGraph;
     friend class QxDGraph;
     friend class QxPEdge;
     friend class QxPNode;
@@ -291,6 +332,8 @@ private:
     void detachPNode(QxPNode* node);
     void detachPEdge(QxPEdge* segment);
     bool followsEdge(const QxGraphMember& part) const;
+    /// Whether there is no path, or one chain leads from its first to its last segment.
+    bool isPathWhole() const;
     int changeEnd(QxNode* node, bool atSource);
     void duplicatePath(const QxDEdge& source);
     void copyDiagramming(const QxDEdge& source);

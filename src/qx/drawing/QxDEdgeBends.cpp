@@ -5,33 +5,30 @@
 //
 // Adding or removing one bend costs the same whatever the length of the path: the segments next to
 // it report, the path is not walked, and the visible part is only marked outdated. Events follow
-// the change; listeners may do anything then, so nothing is done to the edge after them.
+// the change; listeners may do anything then, so the edge is held, and what is told afterwards is
+// only what is still true.
 
 #include <algorithm>
 
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxPathIter.h"
+#include "qx/drawing/internal/Bend.h"
 #include "qx/drawing/internal/EdgeEnd.h"
 #include "qx/drawing/internal/GeometryBracket.h"
 #include "qx/drawing/internal/KeepAlive.h"
 #include "qx/events/internal/FireDrawingChange.h"
 
+using qx::internal::isBend;
+using qx::internal::KeepAlive;
 using qx::internal::replaceEdge;
-
-namespace {
-
-bool isBend(const QxNode* node) {
-    return (node->flagWord() & qx::flags::PathObject) != 0;
-}
-
-}  // namespace
 
 QxPNode* QxDEdge::addBend(QxPEdge* segment, const QxPoint& point, int inOwnGraph) {
     QxDGraph* graph = pOwnerGraph();
     if (graph == nullptr || segment == nullptr || segment->pOwnerEdge() != this) {
         return nullptr;
     }
+    const KeepAlive alive(*this);
     QxPoint place = point;
     if (inOwnGraph == 0) {
         graph->inverseExpandedTransformPoint(place);
@@ -39,14 +36,16 @@ QxPNode* QxDEdge::addBend(QxPEdge* segment, const QxPoint& point, int inOwnGraph
     QxGeometricUpdateInfo record(graph, 0, 1);
     segment->actBeforeRemove(&record, 1);
     QxPNode* bend = splitSegment(segment, place);
-    if (bend != nullptr) {
-        bend->actAfterInsert(&record, 1, 1);
-    } else {
+    if (bend == nullptr) {
         segment->actAfterInsert(&record, 1);
+        record.enableAndRestoreState();
+        return nullptr;
     }
+    const KeepAlive bendAlive(*bend);
+    bend->actAfterInsert(&record, 1, 1);
     record.enableAndRestoreState();
     tellBendAdded(bend);
-    return bend;
+    return bend->pOwnerEdge() == this ? bend : nullptr;
 }
 
 QxPNode* QxDEdge::addBendAfter(QxPNode* bend, const QxPoint& point, int inOwnGraph) {
@@ -59,9 +58,14 @@ QxPNode* QxDEdge::addBendAfter(QxPNode* bend, const QxPoint& point, int inOwnGra
 }
 
 QxPNode* QxDEdge::ntAddBend(QxPEdge* segment, const QxPoint& point) {
+    const KeepAlive alive(*this);
     QxPNode* bend = splitSegment(segment, point);
+    if (bend == nullptr) {
+        return nullptr;
+    }
+    const KeepAlive bendAlive(*bend);
     tellBendAdded(bend);
-    return bend;
+    return bend->pOwnerEdge() == this ? bend : nullptr;
 }
 
 QxPNode* QxDEdge::splitSegment(QxPEdge* segment, const QxPoint& point) {
@@ -79,7 +83,7 @@ QxPNode* QxDEdge::splitSegment(QxPEdge* segment, const QxPoint& point) {
 }
 
 void QxDEdge::tellBendAdded(QxPNode* bend) {
-    if (bend != nullptr) {
+    if (bend->pOwnerEdge() == this) {
         qx::internal::fireDrawingChange(
             *this, BendAdded, [&] { return new QxDrawingChangeEventData(bend, nullptr, this); });
     }
@@ -89,6 +93,7 @@ int QxDEdge::discardBend(QxPNode* bend) {
     if (!canMergeAt(bend)) {
         return 0;
     }
+    const KeepAlive alive(*this);
     QxGeometricUpdateInfo record(pOwnerGraph(), 0, 1);
     bend->actBeforeRemove(&record, 1, 1);
     mergeSegmentsAt(bend)->actAfterInsert(&record, 1);
@@ -117,18 +122,15 @@ QxPEdge* QxDEdge::mergeSegmentsAt(QxPNode* bend) {
 }
 
 void QxDEdge::discardBends(std::int32_t n, int fromSource) {
+    const KeepAlive alive(*this);
     std::vector<QxPNode*> bends;
-    for (QxPathNodeIter it(this); it; ++it) {
+    for (QxPathIter it(this, fromSource != 0 ? QxIterForward : QxIterBackward);
+         n > 0 && it.pNode() != nullptr; ++it, --n) {
+        it.pNode()->vAddRef();
         bends.push_back(it.pNode());
     }
-    const auto surplus = static_cast<std::int64_t>(bends.size()) - std::max(n, 0);
-    if (surplus > 0) {
-        const auto first = fromSource != 0 ? bends.end() - surplus : bends.begin();
-        bends.erase(first, first + surplus);
-    }
-    const qx::internal::KeepAlive alive(*this);
-    for (QxPNode* bend : bends) {
-        bend->vAddRef();
+    if (fromSource == 0) {
+        std::reverse(bends.begin(), bends.end());
     }
     for (QxPNode* bend : bends) {
         discardBend(bend);  // refused when a listener was faster
@@ -140,6 +142,7 @@ void QxDEdge::discardAllBends() {
     if (m_sourcePathEdge == m_targetPathEdge) {
         return;
     }
+    const KeepAlive alive(*this);
     std::vector<QxPNode*> bends;
     replaceEdge(*this, [&] { bends = straighten(); });
     discardDetached(bends);
@@ -169,6 +172,7 @@ int QxDEdge::reroute(const QxPointDList& points, int inOwnGraph) {
     if (graph == nullptr || !isActive()) {
         return 0;
     }
+    const KeepAlive alive(*this);
     std::vector<QxPNode*> oldBends;
     std::vector<QxPNode*> newBends;
     replaceEdge(*this, [&] {
@@ -184,24 +188,22 @@ int QxDEdge::reroute(const QxPointDList& points, int inOwnGraph) {
             }
         }
     });
-    const qx::internal::KeepAlive alive(*this);
     discardDetached(oldBends);
     for (QxPNode* bend : newBends) {
-        if (bend->pOwnerEdge() == this) {
-            tellBendAdded(bend);
-        }
+        tellBendAdded(bend);
         bend->vRelease();
     }
     return 1;
 }
 
 void QxDEdge::discardOverlappedBendsForClipping(int source, int target) {
+    const KeepAlive alive(*this);
     std::vector<QxPNode*> bends;
-    const auto discardHiddenAt = [&](bool atSource) {
-        const qx::internal::EdgeEnd end(*this, atSource);
-        while (QxPNode* bend =
-                   QxPathIter(this, atSource ? QxIterForward : QxIterBackward).pNode()) {
-            if (!end || !end.contains(bend->iCenter()) || !canMergeAt(bend)) {
+    const int inOwnGraph = intergraphEdge() != 0 ? 0 : 1;
+    const auto discardWithin = [&](const QxDNode* node, QxIterDirectionEnum direction) {
+        while (QxPNode* bend = QxPathIter(this, direction).pNode()) {
+            if (!qx::internal::nodeContains(*node, bend->iCenter(), inOwnGraph) ||
+                !canMergeAt(bend)) {
                 return;
             }
             mergeSegmentsAt(bend);
@@ -210,10 +212,10 @@ void QxDEdge::discardOverlappedBendsForClipping(int source, int target) {
     };
     replaceEdge(*this, [&] {
         if (source != 0) {
-            discardHiddenAt(true);
+            discardWithin(pSourceNode(), QxIterForward);
         }
         if (target != 0) {
-            discardHiddenAt(false);
+            discardWithin(pTargetNode(), QxIterBackward);
         }
     });
     discardDetached(bends);
@@ -251,11 +253,11 @@ void QxDEdge::buildPathNodeList(QxPNodeDList& list) const {
 }
 
 void QxDEdge::buildPointList(QxPointDList& list) const {
-    list.appendPoint(ntFromPoint(1));
+    list.appendPoint(ntFromPoint(0));
     for (QxDisconnectedPathIter it(this); it && it.pNode() != nullptr; ++it) {
         list.appendPoint(it.pNode()->iCenter());
     }
-    list.appendPoint(ntToPoint(1));
+    list.appendPoint(ntToPoint(0));
 }
 
 int QxDEdge::isCurvedEdge() const {

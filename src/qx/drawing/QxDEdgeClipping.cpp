@@ -49,11 +49,17 @@ bool keepsDirection(std::int32_t from, std::int32_t to, std::int32_t start, std:
 }  // namespace
 
 int QxDEdge::changeClipping(std::uint32_t bit, int value) {
-    if (hasFlag(bit) != (value != 0 ? 1 : 0)) {
-        qx::internal::replaceEdge(*this, [&] {
-            setFlag(bit, value);
-            actOnEndObjectChange();
-        });
+    if (hasFlag(bit) == (value != 0 ? 1 : 0)) {
+        return value;
+    }
+    const auto change = [&] {
+        setFlag(bit, value);
+        actOnEndObjectChange();
+    };
+    if (intergraphEdge() != 0) {
+        qx::internal::replaceEdge(*this, change);
+    } else {
+        change();  // what a graph covers does not depend on where its edges are cut off
     }
     return value;
 }
@@ -87,17 +93,17 @@ QxPEdge* QxDEdge::findClipPathEdge(int fromSource, int clip) const {
         return fromSource != 0 ? m_sourcePathEdge : m_targetPathEdge;
     }
     const EdgeEnd end(*this, fromSource != 0);
-    const EdgeEnd otherEnd(*this, fromSource == 0);
-    if (!end || !otherEnd) {
+    if (!end) {
         return nullptr;
     }
-    for (QxDisconnectedPathIter it(this, fromSource != 0 ? QxIterForward : QxIterBackward); it;
-         ++it) {
-        if (!end.contains(it.pNode() != nullptr ? it.pNode()->iCenter() : otherEnd.center())) {
+    QxDisconnectedPathIter it(this, fromSource != 0 ? QxIterForward : QxIterBackward);
+    for (; it && it.pNode() != nullptr; ++it) {
+        if (!end.contains(it.pNode()->iCenter())) {
             return it.pEdge();
         }
     }
-    return nullptr;
+    const EdgeEnd otherEnd(*this, fromSource == 0);
+    return otherEnd && !end.contains(otherEnd.center()) ? it.pEdge() : nullptr;
 }
 
 int QxDEdge::getVisiblePart(QxPEdge*& first, QxPEdge*& last, int forceSource,
@@ -300,9 +306,11 @@ int QxDEdge::usePartiallyUpdated(int value) {
 void QxDEdge::readClipPoint(QxPoint& point, const QxPEdge& segment, bool atSource) const {
     ClipPoint& cached = atSource ? m_fromClip : m_toClip;
     if (!cached.isKnown) {
-        QxPoint from = atSource ? segment.ntFromPoint(0) : segment.ntToPoint(0);
-        EdgeEnd(*this, atSource)
-            .clip(from, atSource ? segment.ntToPoint(0) : segment.ntFromPoint(0));
+        QxPoint from;
+        QxPoint toward;
+        segment.readEnd(from, 0, atSource);
+        segment.readEnd(toward, 0, !atSource);
+        EdgeEnd(*this, atSource).clip(from, toward);
         cached = {from.x(), from.y(), true};
     }
     point.moveTo(cached.x, cached.y);

@@ -12,6 +12,7 @@
 #include "qx/drawing/internal/GeometryBracket.h"
 #include "qx/drawing/internal/KeepAlive.h"
 
+using qx::internal::KeepAlive;
 using qx::internal::replaceEdge;
 
 int QxDEdge::vConnect() {
@@ -109,8 +110,12 @@ void QxDEdge::emptyTopology() {
 }
 
 void QxDEdge::duplicateTopology(QxEdge* source) {
-    if (source != nullptr && source != this && source->levelNumber() == levelNumber()) {
-        const qx::internal::KeepAlive alive(*this);
+    if (source == nullptr || source == this) {
+        return;
+    }
+    const KeepAlive alive(*this);
+    const KeepAlive sourceAlive(*source);
+    if (source->levelNumber() == levelNumber()) {
         discardAllBends();
         replaceEdge(*this, [&] { duplicatePath(*static_cast<QxDEdge*>(source)); });
     }
@@ -123,7 +128,8 @@ void QxDEdge::copyEdge(const QxEdge* source, int deep) {
         return;
     }
     const auto& drawn = *static_cast<const QxDEdge*>(source);
-    const qx::internal::KeepAlive alive(*this);
+    const KeepAlive alive(*this);
+    const KeepAlive sourceAlive(const_cast<QxDEdge&>(drawn));  // counting is no change
     if (deep != 0) {
         discardAllBends();
     }

@@ -1,28 +1,14 @@
 // Copyright (c) 2026 the qxdraw authors
 // SPDX-License-Identifier: MIT
 
-// Lengths, positions and extents of paths. Sums are kept in 64 bits and clamped at the end: a
-// single segment may be longer than a coordinate can say.
+// Lengths, positions and extents of paths. Sums are kept in 64 bits and clamped at the end.
 
-#include <cmath>
 #include <cstdint>
 #include <limits>
 
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxPathIter.h"
-
-namespace {
-
-std::int64_t lengthOf(const QxPEdge& segment) {
-    const QxPoint from = segment.ntFromPoint(1);
-    const QxPoint to = segment.ntToPoint(1);
-    const double dx = static_cast<double>(from.x()) - to.x();
-    const double dy = static_cast<double>(from.y()) - to.y();
-    return static_cast<std::int64_t>(std::sqrt(dx * dx + dy * dy));
-}
-
-}  // namespace
 
 std::int32_t QxDEdge::ntEdgeLength() const {
     refreshVisiblePart();
@@ -73,7 +59,7 @@ void QxDEdge::pointOnEdge(QxPoint* point, std::int16_t perMil) const {
     refreshVisiblePart();
     std::int64_t total = 0;
     for (QxDisconnectedPathIter it(this); it; ++it) {
-        total += lengthOf(*it.pEdge());
+        total += it.pEdge()->ntEdgeLength();
     }
     const std::int64_t wanted = total * perMil / 1000;
     const QxPEdge* segment = m_sourcePathEdge;
@@ -81,7 +67,7 @@ void QxDEdge::pointOnEdge(QxPoint* point, std::int16_t perMil) const {
     std::int64_t sum = 0;
     for (QxDisconnectedPathIter it(this); it && sum < wanted; ++it) {
         segment = it.pEdge();
-        length = lengthOf(*segment);
+        length = segment->ntEdgeLength();
         sum += length;
     }
     const std::int64_t offset = sum < wanted ? 0 : length - (sum - wanted);

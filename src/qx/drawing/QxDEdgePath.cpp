@@ -12,15 +12,14 @@
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxPathIter.h"
+#include "qx/drawing/internal/Bend.h"
 #include "qx/drawing/internal/KeepAlive.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/util/QxDebugStream.h"
 
-namespace {
+using qx::internal::isBend;
 
-bool isBend(const QxNode* node) {
-    return node != nullptr && (node->flagWord() & qx::flags::PathObject) != 0;
-}
+namespace {
 
 int complain(const char* what) {
     qxDebugStream() << "edge path: " << what << '\n';
@@ -234,6 +233,10 @@ QxPEdge* QxDEdge::insertPEdge(QxPEdge* segment, QxNode* from, QxNode* to) {
     if (segment == nullptr || segment->m_ownerEdge != nullptr || !canJoin(from) || !canJoin(to)) {
         return nullptr;
     }
+    if ((!isBend(from) && m_sourcePathEdge != nullptr) ||
+        (!isBend(to) && m_targetPathEdge != nullptr)) {
+        return nullptr;
+    }
     link(segment, from, to);
     return segment;
 }
@@ -283,6 +286,14 @@ void QxDEdge::updatePathOwnership() {
             it.pNode()->actOnChangeOwner(pOwner(), ownerValid());
         }
     }
+}
+
+bool QxDEdge::isPathWhole() const {
+    const QxPEdge* last = nullptr;
+    for (QxDisconnectedPathIter it(this); it; ++it) {
+        last = it.pEdge();
+    }
+    return last == m_targetPathEdge;
 }
 
 int QxDEdge::checkPath() const {

@@ -9,7 +9,9 @@
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxPNode.h"
+#include "qx/drawing/QxPathIter.h"
 #include "qx/drawing/internal/ExtentTree.h"
+#include "qx/drawing/internal/KeepAlive.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/util/QxDebugStream.h"
@@ -95,6 +97,22 @@ int QxDGraph::checkInvariants() const {
     return 1;
 }
 
+void QxDGraph::debugOutputPathNodes(int depth) const {
+    for (const QxDEdge* edge : each<QxDEdge>(*pEdgeList())) {
+        for (QxPathNodeIter bend(edge); bend; ++bend) {
+            bend.pNode()->innerDebugOutput(depth);
+        }
+    }
+}
+
+void QxDGraph::debugOutputPathEdges(int depth) const {
+    for (const QxDEdge* edge : each<QxDEdge>(*pEdgeList())) {
+        for (QxPathEdgeIter segment(edge); segment; ++segment) {
+            segment.pEdge()->innerDebugOutput(depth);
+        }
+    }
+}
+
 int QxDGraph::vNeedsGeometricUpdate() const {
     return needsUpdateGraphBounds();
 }
@@ -132,6 +150,11 @@ int QxDGraph::hasEdgeLabels() const {
 }
 
 void QxDGraph::copyGraph(const QxGraph* source, int deep) {
+    if (source == nullptr || source == this) {
+        return;
+    }
+    const qx::internal::KeepAlive alive(*this);
+    setFlag(LabelStates, 0);
     if (levelNumber() != source->levelNumber()) {
         QxGraph::copyGraph(source, deep);
         return;
@@ -157,7 +180,6 @@ void QxDGraph::copyGraph(const QxGraph* source, int deep) {
     m_minSize = other->m_minSize;
     m_multiEdgeSpacing = other->m_multiEdgeSpacing;
     m_transform = other->m_transform;
-    setFlag(LabelStates, 0);
     QxGraph::copyGraph(source, deep);
     copyDiagramming(other);
     if (keepsBetween != 0) {
@@ -178,6 +200,7 @@ void QxDGraph::copyDiagramming(const QxDGraph* source) {
 }
 
 void QxDGraph::internalDuplicateTopology(QxGraph* source, int disconnected, int deactivated) {
+    const qx::internal::KeepAlive alive(*this);
     const int keeps = hasFlag(qx::flags::GraphNeedsBounds);
     disableGraphBounds(1, 1);
     QxGraph::internalDuplicateTopology(source, disconnected, deactivated);

@@ -55,6 +55,11 @@ public:
     void actOnDeactivateEdge(QxEdge* edge) override;
     void actOnDiscard() override;
     void innerDebugOutput(int depth) const override;
+    virtual void debugOutputPathNodes(int depth) const;
+    virtual void debugOutputPathEdges(int depth) const;
+    /// When the reading ends, the bounds are computed.
+    int fileReadRunning(int value) override;
+    using QxGraph::fileReadRunning;
     void copyGraph(const QxGraph* source, int deep) override;
     void internalDuplicateTopology(QxGraph* source, int disconnected, int deactivated) override;
     /// @}
@@ -119,6 +124,7 @@ public:
     void ntBoundingRectWithIntergraphEdges(QxRect& rect) const {
         ntUpdatedBoundingRectWithIntergraphEdges(rect);
     }
+    /// The same in the asked-for coordinates; returns the visibility.
     int getBoundingRect(QxRect& rect, int inOwnGraph) const;
     const QxRect* pBoundingRect() const { return &m_bounds; }
     int boundsInitialized() const { return hasFlag(qx::flags::GraphBoundsInitialized); }
@@ -127,9 +133,16 @@ public:
     int needsUpdateGraphBounds(int value);
     /// Switches the upkeep of the bounds off, or on after computing them. Returns `disable`.
     int disableGraphBounds(int disable, int fit);
+    /// The steps by which an update record brings the bounds up to date: what has come, gone, or
+    /// moved from one rectangle to another.
     void updateGraphBoundsOnInsert(const QxRect& rect);
     void updateGraphBoundsOnRemove(const QxRect& rect);
     void updateGraphBoundsOnMoveResize(const QxRect& oldRect, const QxRect& newRect);
+    /// Move one side of `rect` inward to where the contents end now; 1 when it moved, else 0.
+    int updateGraphBoundsLeftSide(QxRect& rect) const;
+    int updateGraphBoundsRightSide(QxRect& rect) const;
+    int updateGraphBoundsTopSide(QxRect& rect) const;
+    int updateGraphBoundsBottomSide(QxRect& rect) const;
     /// What the bounds would be after such a move, without storing them.
     void getGraphBoundsOnMoveResize(const QxRect& oldRect, const QxRect& newRect,
                                     QxRect& rect) const;
@@ -172,6 +185,7 @@ public:
     std::int16_t nestedViewRightProportionalSpacing(std::int16_t value);
     std::int16_t nestedViewTopProportionalSpacing(std::int16_t value);
     std::int16_t nestedViewBottomProportionalSpacing(std::int16_t value);
+    /// The stored spacings; they belong to the graph.
     const QxSpacing* pLeftMarginSpacing() const { return &m_leftMargin; }
     const QxSpacing* pRightMarginSpacing() const { return &m_rightMargin; }
     const QxSpacing* pBottomMarginSpacing() const { return &m_bottomMargin; }
@@ -180,6 +194,7 @@ public:
     const QxSpacing* pNestedViewRightSpacing() const { return &m_nestedViewRight; }
     const QxSpacing* pNestedViewTopSpacing() const { return &m_nestedViewTop; }
     const QxSpacing* pNestedViewBottomSpacing() const { return &m_nestedViewBottom; }
+    /// The least size of the margin bounding rectangle, (0, 0) at first.
     void getMinSizeOfMarginBoundingRect(QxSize& size) const { size = m_minSize; }
     void setMinSizeOfMarginBoundingRect(const QxSize& size) { m_minSize = size; }
     std::int32_t minWidthOfMarginBoundingRect() const { return m_minSize.width(); }
@@ -188,6 +203,7 @@ public:
     std::int32_t minHeightOfMarginBoundingRect(std::int32_t value);
     /// The bounds with margins around them, at least of the minimum size.
     void ntMarginBoundingRect(QxRect& rect) const;
+    /// The same in the asked-for coordinates; returns the visibility.
     int getMarginBoundingRect(QxRect& rect, int inOwnGraph) const;
     void fireMarginsChangedEvent();
     /// @}
@@ -200,7 +216,9 @@ public:
     /// The graph that holds that node; null when there is none.
     QxDGraph* pNestedWithinGraph() const;
     int nested() const { return pNestedWithinNode() != nullptr ? 1 : 0; }
+    /// The node whose child graph this is, expanded or not; null when there is none.
     QxDNode* pParentNode() const;
+    /// The anchor graph of the manager, and whether this is it.
     QxDGraph* pAnchorGraph() const;
     int isAnchorGraph() const;
     /// Map from this graph's coordinates into those of `graph`, which lies around it. 1 when it was
@@ -228,6 +246,8 @@ public:
     /// common ancestor. 0, and (0, 1, 0, 1), when there is none.
     int getTransformCoef(const QxDGraph* graph, double& offsetX, double& scaleX, double& offsetY,
                          double& scaleY) const;
+    /// Map from this graph's coordinates into those of `graph`; 0, and no change, when there is no
+    /// common ancestor.
     int transformToGraphPoint(const QxDGraph* graph, QxPoint& point) const;
     int transformToGraphRect(const QxDGraph* graph, QxRect& rect) const;
     const QxTransform* pTransform() const { return &m_transform; }
@@ -237,6 +257,8 @@ public:
     void updateTransformForDiagramming() { updateTransform(); }
     /// The view area of a nested graph, in the coordinates of the graph around it.
     QxRect ntViewRectInNodeCoordSystem() const;
+    /// What a view of the graph shows: the margin bounding rectangle; for a nested graph that is
+    /// not the anchor graph, the view area of its node. getViewRect returns the visibility.
     int getViewRect(QxRect& rect, int inOwnGraph) const;
     QxRect ntViewRect() const;
     /// @}
@@ -266,14 +288,21 @@ public:
 
     /// @name Switches of the spatial index (drawing/QxDGraphSwitches.cpp)
     /// @{
+    /// The index; null: a graph starts without one.
     QxQTree* pQuadTree() const { return m_quadTree; }
+    /// Whether an index may be used: not while a file or document is read.
     int useQuadTree() const;
+    /// Whether queries use the index; nothing without one.
     void useQuadTree(int value);
     int canUseQuadTree() const;
+    /// Whether changes keep the index up to date; 0 without one.
     int needsUpdateQuadTree() const;
+    /// Drops the index, or (0) brings it back with all visible parts up to date.
     void disableQuadTree(int disable);
+    /// Suspends the upkeep of the index; the getter answers 1 without one.
     void disableQuadTreeUpdates(int disable);
     int disableQuadTreeUpdates() const;
+    /// Whether changes of geometry pass the index by; 1 without one.
     int isIgnoredGeometryChanges() const;
     void ignoreGeometryChanges(int ignore);
     /// Kept for symmetry: entries are refreshed one by one, there is nothing to mark.
@@ -282,6 +311,7 @@ public:
 
     /// @name State
     /// @{
+    /// What is known of labels in the graph; hasNodeLabels() and its kin ask it.
     QxTriStateEnum hasNodeLabelsState() const { return labelState(qx::flags::GraphNodeLabels); }
     QxTriStateEnum hasNodeLabelsState(QxTriStateEnum s) {
         return labelState(qx::flags::GraphNodeLabels, s);
@@ -296,30 +326,33 @@ public:
     QxTriStateEnum hasConnectorLabelsState(QxTriStateEnum s) {
         return labelState(qx::flags::GraphConnectorLabels, s);
     }
+    /// Whether edges of the graph ask for axis-parallel segments.
     int orthogonalRouting() const { return hasFlag(qx::flags::GraphOrthogonal); }
     int orthogonalRouting(int value) {
         setFlag(qx::flags::GraphOrthogonal, value);
         return value;
     }
+    /// The distance between parallel edges of a bundle, in world units; 8 at first.
     std::int32_t diagrammingMultiEdgeSpacing() const { return m_multiEdgeSpacing; }
     std::int32_t diagrammingMultiEdgeSpacing(std::int32_t value) {
         return m_multiEdgeSpacing = value;
     }
+    /// What the running change has done to the graph.
     QxGraphObjectStatusEnum graphObjectStatus() const { return m_status; }
     QxGraphObjectStatusEnum graphObjectStatus(QxGraphObjectStatusEnum value) {
         return m_status = value;
     }
+    /// Edges collected by the running change; the list belongs to the graph, the edges do not.
     QxDEdgeDList* pAffectedEdgeList() { return &m_affectedEdges; }
+    /// A record that a longer change keeps at the graph; not owned.
     QxGeometricUpdateInfo* pGeometricUpdateInfo() const { return m_updateInfo; }
     QxGeometricUpdateInfo* pGeometricUpdateInfo(QxGeometricUpdateInfo* info) {
         return m_updateInfo = info;
     }
+    /// The copy made of this graph while its manager stored clones; not owned.
     QxDGraph* pClonedGraph() const { return m_clonedGraph; }
     QxDGraph* pClonedGraph(QxDGraph* graph) { return m_clonedGraph = graph; }
     /// @}
-
-    /// What nodes and bends cover; they report here themselves, whatever the switches say.
-    qx::internal::ExtentTree& extents() const { return *m_extents; }
 
 protected:
     QxNode* vNewNode(int type) override;
@@ -338,7 +371,9 @@ protected:
 
 private:
     friend class QxDGraphManager;
+    friend class QxDNode;
     friend class QxGeometricUpdateInfo;
+    friend class QxPNode;
 
     static constexpr std::uint32_t LabelStates =
         3 *
@@ -352,16 +387,16 @@ private:
     /// A record has found the bounds suspended: if that is because a listener edits the graph in
     /// the middle of another change, what that change collects does not tell the whole story.
     void noteEditByListener();
-    /// Whether that has happened since the last call.
-    bool takeEditByListener() {
-        const bool edited = m_editedByListener;
-        m_editedByListener = false;
-        return edited;
-    }
-    void reportPathEdge(QxEdge* edge, int isThere);
+    /// Whether that has happened since the bounds were suspended.
+    bool wasEditedByListener() const { return m_editedByListener; }
+    /// What nodes and bends cover; they report here themselves, whatever the switches say.
+    qx::internal::ExtentTree& extents() const { return *m_extents; }
+    using SegmentHook = void (QxPEdge::*)(QxGeometricUpdateInfo*, int);
+    /// Lets a segment report to a record of its own; false when `edge` is no segment.
+    bool reportPathEdge(QxEdge* edge, SegmentHook hook);
     std::int32_t setConstant(QxSpacing& spacing, std::int32_t value);
     std::int16_t setProportional(QxSpacing& spacing, std::int16_t value);
-    int updateOneSide(const QxRect& removed);
+    void moveBounds(std::int32_t dx, std::int32_t dy);
     int edgeBounds(QxRect& rect, int labels) const;
     QxRect viewAreaOf(const QxRect& box) const;
     int overlapsFromGraphLists(const QxRect& region, int nodes, int pathNodes, int pathEdges) const;

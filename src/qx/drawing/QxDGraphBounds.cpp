@@ -15,6 +15,7 @@
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/internal/ExtentTree.h"
+#include "qx/drawing/internal/KeepAlive.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 
@@ -180,15 +181,24 @@ int QxDGraph::needsUpdateGraphBounds() const {
 
 int QxDGraph::needsUpdateGraphBounds(int value) {
     setFlag(qx::flags::GraphNeedsBounds, value);
+    m_editedByListener = false;
     return value;
+}
+
+int QxDGraph::fileReadRunning(int value) {
+    const int running = QxGraph::fileReadRunning(value);
+    refreshGraphBounds();
+    return running;
 }
 
 int QxDGraph::disableGraphBounds(int disable, int fit) {
     if (disable != 0) {
         needsUpdateGraphBounds(0);
     } else if (hasFlag(qx::flags::GraphNeedsBounds) == 0) {
-        calculateGraphBounds(fit);
+        // Switched on first: a listener that is told of the new bounds may edit the graph.
+        const qx::internal::KeepAlive alive(*this);
         needsUpdateGraphBounds(1);
+        calculateGraphBounds(fit);
     }
     return disable;
 }
@@ -206,42 +216,64 @@ void QxDGraph::updateGraphBoundsOnInsert(const QxRect& rect) {
 }
 
 void QxDGraph::updateGraphBoundsOnRemove(const QxRect& rect) {
+    const Touching touches(rect, m_bounds);
+    if (touches.count() == 0) {
+        return;
+    }
     QxRect left;
-    const int anything =
-        isIntergraph() != 0 ? calculateGraphBounds(left) : static_cast<int>(!m_extents->isEmpty());
-    if (anything == 0) {
+    if (calculateGraphBounds(left) == 0) {
         setFlag(qx::flags::GraphBoundsInitialized, 0);
         QxRect none = m_bounds;
         none.resize(0, 0);
         vUpdateBoundingRect(none, 1);
-        return;
-    }
-    const int sides = Touching(rect, m_bounds).count();
-    if (sides == 1) {
-        updateOneSide(rect);
-    } else if (sides > 1) {
+    } else if (touches.count() > 1) {
         calculateGraphBounds(0);
+    } else {
+        QxRect shrunk = m_bounds;
+        const int moved = touches.left    ? updateGraphBoundsLeftSide(shrunk)
+                          : touches.right ? updateGraphBoundsRightSide(shrunk)
+                          : touches.top   ? updateGraphBoundsTopSide(shrunk)
+                                          : updateGraphBoundsBottomSide(shrunk);
+        if (moved != 0) {
+            vUpdateBoundingRect(shrunk, 0);
+        }
     }
 }
 
-int QxDGraph::updateOneSide(const QxRect& removed) {
+int QxDGraph::updateGraphBoundsLeftSide(QxRect& rect) const {
     QxRect all;
-    calculateGraphBounds(all);
-    QxRect shrunk = m_bounds;
-    const Touching touches(removed, m_bounds);
-    if (touches.left && all.left() > m_bounds.left()) {
-        shrunk.setLeftRight(all.left(), m_bounds.right());
-    } else if (touches.right && all.right() < m_bounds.right()) {
-        shrunk.setLeftRight(m_bounds.left(), all.right());
-    } else if (touches.top && all.top() < m_bounds.top()) {
-        shrunk.setBottomTop(m_bounds.bottom(), all.top());
-    } else if (touches.bottom && all.bottom() > m_bounds.bottom()) {
-        shrunk.setBottomTop(all.bottom(), m_bounds.top());
-    } else {
-        return 0;
+    const bool inward = calculateGraphBounds(all) != 0 && all.left() > rect.left();
+    if (inward) {
+        rect.setLeftRight(all.left(), rect.right());
     }
-    vUpdateBoundingRect(shrunk, 0);
-    return 1;
+    return inward ? 1 : 0;
+}
+
+int QxDGraph::updateGraphBoundsRightSide(QxRect& rect) const {
+    QxRect all;
+    const bool inward = calculateGraphBounds(all) != 0 && all.right() < rect.right();
+    if (inward) {
+        rect.setLeftRight(rect.left(), all.right());
+    }
+    return inward ? 1 : 0;
+}
+
+int QxDGraph::updateGraphBoundsTopSide(QxRect& rect) const {
+    QxRect all;
+    const bool inward = calculateGraphBounds(all) != 0 && all.top() < rect.top();
+    if (inward) {
+        rect.setBottomTop(rect.bottom(), all.top());
+    }
+    return inward ? 1 : 0;
+}
+
+int QxDGraph::updateGraphBoundsBottomSide(QxRect& rect) const {
+    QxRect all;
+    const bool inward = calculateGraphBounds(all) != 0 && all.bottom() > rect.bottom();
+    if (inward) {
+        rect.setBottomTop(all.bottom(), rect.top());
+    }
+    return inward ? 1 : 0;
 }
 
 void QxDGraph::getGraphBoundsOnMoveResize(const QxRect& oldRect, const QxRect& newRect,

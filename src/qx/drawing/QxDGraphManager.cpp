@@ -8,12 +8,15 @@
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxFactory.h"
+#include "qx/drawing/internal/HeldObjects.h"
+#include "qx/drawing/internal/KeepAlive.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/graph/QxChildGraphForest.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/util/QxDebugStream.h"
 
 using qx::internal::each;
+using qx::internal::HeldObjects;
 
 QxDGraphManager::QxDGraphManager(QxOwnedObject* owner, int, QxFactory*) : QxGraphManager(owner) {
     initSwitches();
@@ -101,11 +104,14 @@ QxGraph* QxDGraphManager::vNewIntergraph(int type) {
 QxGraph* QxDGraphManager::vInsertGraph(QxGraph* graph) {
     auto* inserted = static_cast<QxDGraph*>(QxGraphManager::vInsertGraph(graph));
     if (inserted != nullptr) {
-        // Outside a manager raw moves may have left the bounds behind.
-        inserted->disableGraphBounds(1, 0);
-        inserted->disableGraphBounds(0, 0);
+        const qx::internal::KeepAlive alive(*inserted);
         if (numberOfGraphs() == 1) {
             showAnchor(inserted);
+        }
+        if (inserted->pOwnerGraphManager() == this) {
+            // Outside a manager raw moves may have left the bounds behind.
+            inserted->disableGraphBounds(1, 0);
+            inserted->disableGraphBounds(0, 0);
         }
     }
     return inserted;
@@ -122,12 +128,19 @@ QxGraph* QxDGraphManager::vRemoveGraph(QxGraph* graph) {
 }
 
 void QxDGraphManager::showAnchor(QxDGraph* graph) {
+    QxDGraph* const old = m_anchor;
     m_anchor = graph;
-    for (QxDGraph* shown : {graph, pQueryIntergraph()}) {
-        if (shown != nullptr && shown->needsUpdateGraphBounds() != 0) {
-            shown->calculateGraphBounds(0);
+    if (QxDGraph* between = pQueryIntergraph()) {
+        if (graph != nullptr) {
+            between->vUpdateTransform(*graph->pTransform());
         }
+        between->refreshGraphBounds();
     }
+    if (graph != nullptr) {
+        graph->refreshGraphBounds();
+    }
+    qx::internal::fireDrawingChange(*this, AnchorGraphChanged,
+                                    [&] { return new QxDrawingChangeEventData(this, old, graph); });
 }
 
 int QxDGraphManager::vDiscardGraph(QxGraph* graph) {
@@ -171,8 +184,15 @@ void QxDGraphManager::copyGraphManager(const QxGraphManager* source, int deep) {
 void QxDGraphManager::internalDuplicateTopology(QxGraphManager* source) {
     QxGraphManager::internalDuplicateTopology(source);
     if (source != nullptr && source != this && levelNumber() == source->levelNumber()) {
-        for (QxDGraph* graph : each<QxDGraph>(*pGraphList())) {
+        const QxDListCell* original = source->pGraphList()->pFirstCell();
+        for (QxDGraph* graph : HeldObjects<QxDGraph>(pGraphList())) {
             graph->calculateGraphBounds(0);
+            // Insertion has switched the upkeep on; a duplicate keeps it as its source does.
+            if (original != nullptr) {
+                const auto* twin = static_cast<const QxDGraph*>(original->pObject());
+                graph->needsUpdateGraphBounds(twin->needsUpdateGraphBounds());
+                original = original->pNextCell();
+            }
         }
     }
 }

@@ -43,8 +43,10 @@ public:
     int transferTopology(QxDGraphManager* manager);
     QxDGraph* pFirstGraph() const;
     QxDGraph* pLastGraph() const;
+    /// The graph of the edges between graphs, made on the first request (pQuery...: null before).
     QxDGraph* pIntergraph();
     QxDGraph* pQueryIntergraph() const;
+    /// The graph at the top of the visible nesting; null while there are no graphs.
     QxDGraph* pAnchorGraph() const { return m_anchor; }
     /// The graph that would take the anchor's place; null when there is none.
     QxDGraph* pFindNewAnchorGraph() const;
@@ -56,25 +58,30 @@ public:
 
     /// Computes the bounds of all visible graphs anew, inner graphs first.
     void calculateGraphBounds();
+    /// Suspends, or resumes, the upkeep of the spatial index of every graph.
     void disableQuadTreeUpdates(int disable);
-    void updateQuadTrees();
     /// Forgets the copies that the anchor graph, the intergraph and their contents remember.
     void nullClonedObjectFields();
 
     /// @name Switches; a setter returns its argument
     /// @{
+    /// Whether parallel stand-ins for hidden edges are merged into one; on at first.
     int compressMetaEdges() const { return hasFlag(qx::flags::ManagerCompressMetaEdges); }
     int compressMetaEdges(int v) { return change(qx::flags::ManagerCompressMetaEdges, v); }
+    /// Whether edges inside a folded group are stood for by self-loops; on at first.
     int reflexiveMetaEdgeReplacement() const { return hasFlag(qx::flags::ManagerReplaceReflexive); }
     int reflexiveMetaEdgeReplacement(int v) {
         return change(qx::flags::ManagerReplaceReflexive, v);
     }
+    /// Whether such stand-ins attach to nodes rather than to connectors; on at first.
     int ignoreConnectorsForMetaEdges() const { return hasFlag(qx::flags::ManagerIgnoreConnectors); }
     int ignoreConnectorsForMetaEdges(int v) {
         return change(qx::flags::ManagerIgnoreConnectors, v);
     }
+    /// Whether a move is being carried through the drawing right now.
     int isUpdatingAffectedGraphs() const { return hasFlag(qx::flags::ManagerUpdatingAffected); }
     int isUpdatingAffectedGraphs(int v) { return change(qx::flags::ManagerUpdatingAffected, v); }
+    /// Whether an interactive host is in charge of the drawing; off at first.
     int controlStarted() const { return hasFlag(qx::flags::ManagerControlStarted); }
     int controlStarted(int v) { return change(qx::flags::ManagerControlStarted, v); }
     /// Whether copies are remembered by their sources.

@@ -7,29 +7,53 @@
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxPNode.h"
-#include "qx/drawing/QxPathIter.h"
+#include "qx/drawing/internal/HeldObjects.h"
+#include "qx/drawing/internal/KeepAlive.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 
 using qx::internal::each;
+using qx::internal::HeldObjects;
+using qx::internal::KeepAlive;
 
 void QxDGraph::ntMove(std::int32_t dx, std::int32_t dy, int hooks) {
     if (dx == 0 && dy == 0) {
         return;
     }
-    for (QxDNode* node : each<QxDNode>(*pNodeList())) {
+    const KeepAlive alive(*this);
+    for (QxDNode* node : HeldObjects<QxDNode>(pNodeList())) {
+        if (node->pOwnerGraph() != this) {
+            continue;  // a listener has taken it out meanwhile
+        }
         const QxPoint oldCenter = node->iCenter();
         node->ntMove(dx, dy);
         if (hooks != 0) {
             node->actOnMoveTo(oldCenter);
         }
     }
-    for (QxDEdge* edge : each<QxDEdge>(*pEdgeList())) {
-        for (QxPathNodeIter bend(edge); bend; ++bend) {
-            bend.pNode()->ntMove(dx, dy);
+    QxEdgeDList edges;
+    buildAllEdgeList(&edges);
+    for (const QxDEdge* edge : HeldObjects<QxDEdge>(&edges)) {
+        QxPNodeDList bends;
+        edge->buildPathNodeList(bends);
+        for (QxPNode* bend : HeldObjects<QxPNode>(&bends)) {
+            if (bend->pOwnerEdge() == edge && edge->pOwnerGraph() == this) {
+                bend->ntMove(dx, dy);
+            }
         }
     }
-    calculateGraphBounds(0);
+    moveBounds(dx, dy);
     yield();
+}
+
+void QxDGraph::moveBounds(std::int32_t dx, std::int32_t dy) {
+    if (needsUpdateGraphBounds() != 0) {
+        // What was cut off at the ends of the coordinate range has not moved with the rest.
+        calculateGraphBounds(0);
+        return;
+    }
+    QxRect moved = m_bounds;
+    moved.moveTo(qx::saturatingAdd(moved.x(), dx), qx::saturatingAdd(moved.y(), dy));
+    vUpdateBoundingRect(moved, 0);
 }
 
 void QxDGraph::ntMoveTo(std::int32_t x, std::int32_t y) {

@@ -82,71 +82,91 @@ QxEdge* QxDGraph::vRemoveEdge(QxEdge* edge) {
     return edge;
 }
 
-void QxDGraph::reportPathEdge(QxEdge* edge, int isThere) {
+bool QxDGraph::reportPathEdge(QxEdge* edge, SegmentHook hook) {
+    if (edge->isPathEdge() == 0) {
+        return false;
+    }
     auto* segment = static_cast<QxPEdge*>(edge);
     const QxDEdge* whole = segment->pOwnerEdge();
-    if (whole == nullptr || whole->deactivated() != 0 || whole->liesWithinItsEnds()) {
-        return;
+    if (whole != nullptr && whole->deactivated() == 0 && !whole->liesWithinItsEnds()) {
+        QxGeometricUpdateInfo record(this, 0, 1);
+        (segment->*hook)(&record, 1);
+        record.enableAndRestoreState();
     }
-    QxGeometricUpdateInfo record(this, 0, 1);
-    if (isThere != 0) {
-        segment->actAfterInsert(&record, 1);
-    } else {
-        segment->actBeforeRemove(&record, 1);
-    }
-    record.enableAndRestoreState();
+    return true;
 }
 
 void QxDGraph::actOnConnectEdge(QxEdge* edge) {
-    if (edge->isPathEdge() != 0) {
-        reportPathEdge(edge, 1);
-    } else {
+    if (!reportPathEdge(edge, &QxPEdge::actAfterInsert)) {
         QxGraph::actOnConnectEdge(edge);
     }
 }
 
 void QxDGraph::actOnDisconnectEdge(QxEdge* edge) {
-    if (edge->isPathEdge() != 0) {
-        reportPathEdge(edge, 0);
-    } else {
+    if (!reportPathEdge(edge, &QxPEdge::actBeforeRemove)) {
         QxGraph::actOnDisconnectEdge(edge);
     }
 }
 
 void QxDGraph::actOnActivateEdge(QxEdge* edge) {
-    if (edge->isPathEdge() != 0) {
-        reportPathEdge(edge, 1);
-    } else {
+    if (!reportPathEdge(edge, &QxPEdge::actAfterInsert)) {
         QxGraph::actOnActivateEdge(edge);
     }
 }
 
 void QxDGraph::actOnDeactivateEdge(QxEdge* edge) {
-    if (edge->isPathEdge() != 0) {
-        reportPathEdge(edge, 0);
-    } else {
+    if (!reportPathEdge(edge, &QxPEdge::actBeforeRemove)) {
         QxGraph::actOnDeactivateEdge(edge);
     }
 }
 
 namespace {
 
-/// Lets every listed object report to the record of the graph that owns it. `hook` is called with
-/// the object and that record.
-template <class T, class Hook>
-void reportToOwnersRecord(const QxDGraph* graph, const QxDList* list, QxGeometricUpdateInfo* own,
-                          QxGeometricUpdateInfo* between, const Hook& hook) {
+using Info = QxGeometricUpdateInfo;
+
+/// How the four kinds of objects report at one moment of a change.
+struct ManyObjectsHooks {
+    void (QxDNode::*node)(Info*, Info*, int, int, int, int);
+    void (QxPNode::*bend)(Info*, int, int);
+    void (QxDEdge::*edge)(Info*, int, int);
+    void (QxPEdge::*segment)(Info*, int);
+};
+
+/// Calls `report` with every listed object and the record of the graph that owns it.
+template <class T, class Report>
+void reportToOwnersRecord(const QxDGraph* graph, const QxDList* list, Info* own, Info* between,
+                          const Report& report) {
     if (list == nullptr) {
         return;
     }
     for (T* object : each<T>(*list)) {
-        if (object->pOwnerGraph() == graph) {
-            hook(object, own);
-        } else if (between != nullptr && object->pOwnerGraph() != nullptr &&
-                   object->pOwnerGraph() == between->pGraph()) {
-            hook(object, between);
+        const QxDGraph* owner = object->pOwnerGraph();
+        if (owner == graph) {
+            report(object, own);
+        } else if (owner != nullptr && between != nullptr && owner == between->pGraph()) {
+            report(object, between);
         }
     }
+}
+
+void reportManyObjects(const QxDGraph* graph, const ManyObjectsHooks& hooks, Info* own,
+                       Info* between, const QxDNodeDList* nodes, const QxPNodeDList* bends,
+                       const QxDEdgeDList* edges, const QxPEdgeDList* segments) {
+    reportToOwnersRecord<QxDNode>(graph, nodes, own, nullptr, [&](QxDNode* node, Info*) {
+        (node->*hooks.node)(own, between, 1, 1, 1, 1);
+    });
+    if (own->needsRecursiveUpdate() == 0) {
+        return;
+    }
+    reportToOwnersRecord<QxPNode>(graph, bends, own, between, [&](QxPNode* bend, Info* info) {
+        (bend->*hooks.bend)(info, 0, 0);
+    });
+    reportToOwnersRecord<QxDEdge>(graph, edges, own, between, [&](QxDEdge* edge, Info* info) {
+        (edge->*hooks.edge)(info, 1, 1);
+    });
+    reportToOwnersRecord<QxPEdge>(graph, segments, own, between, [&](QxPEdge* segment, Info* info) {
+        (segment->*hooks.segment)(info, 0);
+    });
 }
 
 }  // namespace
@@ -156,22 +176,10 @@ void QxDGraph::actAfterInsert(QxGeometricUpdateInfo* own, QxGeometricUpdateInfo*
                               const QxDEdgeDList* edges, const QxPEdgeDList* pathEdges,
                               const QxNodeLabelDList*, const QxConnectorLabelDList*,
                               const QxEdgeLabelDList*) {
-    const auto node = [&](QxDNode* n, QxGeometricUpdateInfo*) {
-        n->actAfterInsert(own, intergraph, 1, 1, 1, 1);
-    };
-    reportToOwnersRecord<QxDNode>(this, nodes, own, nullptr, node);
-    if (own->needsRecursiveUpdate() == 0) {
-        return;
-    }
-    reportToOwnersRecord<QxPNode>(
-        this, pathNodes, own, intergraph,
-        [](QxPNode* bend, QxGeometricUpdateInfo* info) { bend->actAfterInsert(info, 0, 0); });
-    reportToOwnersRecord<QxDEdge>(
-        this, edges, own, intergraph,
-        [](QxDEdge* edge, QxGeometricUpdateInfo* info) { edge->actAfterInsert(info, 1, 1); });
-    reportToOwnersRecord<QxPEdge>(
-        this, pathEdges, own, intergraph,
-        [](QxPEdge* segment, QxGeometricUpdateInfo* info) { segment->actAfterInsert(info, 0); });
+    reportManyObjects(this,
+                      {&QxDNode::actAfterInsert, &QxPNode::actAfterInsert, &QxDEdge::actAfterInsert,
+                       &QxPEdge::actAfterInsert},
+                      own, intergraph, nodes, pathNodes, edges, pathEdges);
 }
 
 void QxDGraph::actBeforeRemove(QxGeometricUpdateInfo* own, QxGeometricUpdateInfo* intergraph,
@@ -179,22 +187,10 @@ void QxDGraph::actBeforeRemove(QxGeometricUpdateInfo* own, QxGeometricUpdateInfo
                                const QxDEdgeDList* edges, const QxPEdgeDList* pathEdges,
                                const QxNodeLabelDList*, const QxConnectorLabelDList*,
                                const QxEdgeLabelDList*) {
-    const auto node = [&](QxDNode* n, QxGeometricUpdateInfo*) {
-        n->actBeforeRemove(own, intergraph, 1, 1, 1, 1);
-    };
-    reportToOwnersRecord<QxDNode>(this, nodes, own, nullptr, node);
-    if (own->needsRecursiveUpdate() == 0) {
-        return;
-    }
-    reportToOwnersRecord<QxPNode>(
-        this, pathNodes, own, intergraph,
-        [](QxPNode* bend, QxGeometricUpdateInfo* info) { bend->actBeforeRemove(info, 0, 0); });
-    reportToOwnersRecord<QxDEdge>(
-        this, edges, own, intergraph,
-        [](QxDEdge* edge, QxGeometricUpdateInfo* info) { edge->actBeforeRemove(info, 1, 1); });
-    reportToOwnersRecord<QxPEdge>(
-        this, pathEdges, own, intergraph,
-        [](QxPEdge* segment, QxGeometricUpdateInfo* info) { segment->actBeforeRemove(info, 0); });
+    reportManyObjects(this,
+                      {&QxDNode::actBeforeRemove, &QxPNode::actBeforeRemove,
+                       &QxDEdge::actBeforeRemove, &QxPEdge::actBeforeRemove},
+                      own, intergraph, nodes, pathNodes, edges, pathEdges);
 }
 
 int QxDGraph::vTransferTopology(QxGraph* graph) {
@@ -278,8 +274,8 @@ QxDNode* QxDGraph::addNodeWithCoordinates(const QxPoint& center, const QxSize& s
         inverseExpandedTransformPoint(place);
         inverseExpandedTransformSize(extent);
     }
-    node->ntMoveTo(place);
     node->ntResizeAdjustConnectors(extent);
+    node->ntMoveTo(place);
     if (vInsertNode(node) == nullptr) {
         node->vRelease();
         return nullptr;

@@ -42,18 +42,19 @@ struct Coefficients {
     }
 };
 
-/// The graphs from `graph` outward, each nested in the next; ends before `last`, or at the top.
-std::vector<const QxDGraph*> graphsUpTo(const QxDGraph* graph, const QxDGraph* last) {
-    std::vector<const QxDGraph*> way;
-    for (; graph != nullptr && graph != last; graph = graph->pNestedWithinGraph()) {
-        way.push_back(graph);
+/// The graphs from `graph` outward whose transforms lead toward `last`, and whether they reach it.
+struct Way {
+    Way(const QxDGraph* graph, const QxDGraph* last) {
+        while (graph != last && graph != nullptr && graph->pNestedWithinGraph() != nullptr) {
+            steps.push_back(graph);
+            graph = graph->pNestedWithinGraph();
+        }
+        reached = graph == last ? 1 : 0;
     }
-    return way;
-}
 
-bool reaches(const std::vector<const QxDGraph*>& way, const QxDGraph* from, const QxDGraph* graph) {
-    return way.empty() ? from == graph : way.back()->pNestedWithinGraph() == graph;
-}
+    std::vector<const QxDGraph*> steps;
+    int reached;
+};
 
 }  // namespace
 
@@ -82,14 +83,12 @@ int QxDGraph::isAnchorGraph() const {
 
 int QxDGraph::expandedTransformPoint(const QxDGraph* graph, QxPoint& point) const {
     QxDTuple p = exact(point);
-    const std::vector<const QxDGraph*> way = graphsUpTo(this, graph);
-    for (const QxDGraph* g : way) {
-        if (g->nested() != 0) {
-            g->m_transform.transformPoint(p, p);
-        }
+    const Way way(this, graph);
+    for (const QxDGraph* g : way.steps) {
+        g->m_transform.transformPoint(p, p);
     }
     point = rounded(p);
-    return reaches(way, this, graph) ? 1 : 0;
+    return way.reached;
 }
 
 int QxDGraph::expandedTransformRect(const QxDGraph* graph, QxRect& rect) const {
@@ -103,27 +102,23 @@ int QxDGraph::expandedTransformRect(const QxDGraph* graph, QxRect& rect) const {
 
 int QxDGraph::expandedTransformSize(const QxDGraph* graph, QxSize& size) const {
     QxDTuple s(1.0 * size.width(), 1.0 * size.height());
-    const std::vector<const QxDGraph*> way = graphsUpTo(this, graph);
-    for (const QxDGraph* g : way) {
-        if (g->nested() != 0) {
-            g->m_transform.transformSize(s, s);
-        }
+    const Way way(this, graph);
+    for (const QxDGraph* g : way.steps) {
+        g->m_transform.transformSize(s, s);
     }
     const QxPoint result = rounded(s);
     size.resize(result.x(), result.y());
-    return reaches(way, this, graph) ? 1 : 0;
+    return way.reached;
 }
 
 int QxDGraph::inverseExpandedTransformPoint(const QxDGraph* graph, QxPoint& point) const {
     QxDTuple p = exact(point);
-    const std::vector<const QxDGraph*> way = graphsUpTo(this, graph);
-    for (auto g = way.rbegin(); g != way.rend(); ++g) {
-        if ((*g)->nested() != 0) {
-            (*g)->m_transform.inverseTransformPoint(p, p);
-        }
+    const Way way(this, graph);
+    for (auto g = way.steps.rbegin(); g != way.steps.rend(); ++g) {
+        (*g)->m_transform.inverseTransformPoint(p, p);
     }
     point = rounded(p);
-    return reaches(way, this, graph) ? 1 : 0;
+    return way.reached;
 }
 
 int QxDGraph::inverseExpandedTransformRect(const QxDGraph* graph, QxRect& rect) const {
@@ -137,15 +132,13 @@ int QxDGraph::inverseExpandedTransformRect(const QxDGraph* graph, QxRect& rect) 
 
 int QxDGraph::inverseExpandedTransformSize(const QxDGraph* graph, QxSize& size) const {
     QxDTuple s(1.0 * size.width(), 1.0 * size.height());
-    const std::vector<const QxDGraph*> way = graphsUpTo(this, graph);
-    for (auto g = way.rbegin(); g != way.rend(); ++g) {
-        if ((*g)->nested() != 0) {
-            (*g)->m_transform.inverseTransformSize(s, s);
-        }
+    const Way way(this, graph);
+    for (auto g = way.steps.rbegin(); g != way.steps.rend(); ++g) {
+        (*g)->m_transform.inverseTransformSize(s, s);
     }
     const QxPoint result = rounded(s);
     size.resize(result.x(), result.y());
-    return reaches(way, this, graph) ? 1 : 0;
+    return way.reached;
 }
 
 namespace {
@@ -190,12 +183,10 @@ int QxDGraph::inverseExpandedTransformSize(QxSize& size) const {
 
 namespace {
 
-Coefficients climb(const std::vector<const QxDGraph*>& way) {
+Coefficients climb(const Way& way) {
     Coefficients c;
-    for (const QxDGraph* g : way) {
-        if (g->nested() != 0) {
-            c.follow(*g->pTransform());
-        }
+    for (const QxDGraph* g : way.steps) {
+        c.follow(*g->pTransform());
     }
     return c;
 }
@@ -211,17 +202,17 @@ void give(const Coefficients& c, double& offsetX, double& scaleX, double& offset
 
 int QxDGraph::getExpandedTransformCoef(const QxDGraph* graph, double& offsetX, double& scaleX,
                                        double& offsetY, double& scaleY) const {
-    const std::vector<const QxDGraph*> way = graphsUpTo(this, graph);
+    const Way way(this, graph);
     give(climb(way), offsetX, scaleX, offsetY, scaleY);
-    return reaches(way, this, graph) ? 1 : 0;
+    return way.reached;
 }
 
 int QxDGraph::getInverseExpandedTransformCoef(const QxDGraph* graph, double& offsetX,
                                               double& scaleX, double& offsetY,
                                               double& scaleY) const {
-    const std::vector<const QxDGraph*> way = graphsUpTo(this, graph);
+    const Way way(this, graph);
     give(climb(way).inverse(), offsetX, scaleX, offsetY, scaleY);
-    return reaches(way, this, graph) ? 1 : 0;
+    return way.reached;
 }
 
 int QxDGraph::getTransformCoef(const QxDGraph* graph, double& offsetX, double& scaleX,
@@ -234,12 +225,15 @@ int QxDGraph::getTransformCoef(const QxDGraph* graph, double& offsetX, double& s
     if (graph == nullptr || manager == nullptr || graph->pOwnerGraphManager() != manager) {
         return 0;
     }
-    const QxDGraph* common = manager->pNearestCommonAncestorGraph(this, graph);
+    // The intergraph shares the anchor graph's coordinates.
+    const QxDGraph* here = isIntergraph() != 0 ? manager->pAnchorGraph() : this;
+    const QxDGraph* there = graph->isIntergraph() != 0 ? manager->pAnchorGraph() : graph;
+    const QxDGraph* common = manager->pNearestCommonAncestorGraph(here, there);
     if (common == nullptr) {
         return 0;
     }
-    Coefficients c = climb(graphsUpTo(graph, common));
-    const Coefficients down = climb(graphsUpTo(this, common)).inverse();
+    Coefficients c = climb(Way(there, common));
+    const Coefficients down = climb(Way(here, common)).inverse();
     c.offsetX = c.offsetX * down.scaleX + down.offsetX;
     c.offsetY = c.offsetY * down.scaleY + down.offsetY;
     c.scaleX *= down.scaleX;

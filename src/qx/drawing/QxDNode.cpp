@@ -95,6 +95,10 @@ void QxDNode::actOnChangeOwner(QxOwnedObject* owner, int valid) {
 }
 
 void QxDNode::copyNode(const QxNode* source, int deep) {
+    if (source == nullptr || source == this) {
+        return;
+    }
+    const qx::internal::KeepAlive alive(const_cast<QxNode&>(*source));
     const bool isDrawn = levelNumber() == source->levelNumber();
     qx::internal::replaceNode(*this, [&] {
         const QxPoint oldCenter = iCenter();
@@ -104,7 +108,7 @@ void QxDNode::copyNode(const QxNode* source, int deep) {
         }
         QxGNode::copyNode(source, deep);
         if (isDrawn && deep != 0) {
-            // Only the scratch fields of the source are written, and cleared again.
+            // Of the source this clears the scratch fields, and registers a private shape.
             duplicateTopology(const_cast<QxNode*>(source));
         }
         actOnMoveTo(oldCenter);
@@ -125,6 +129,9 @@ void QxDNode::copyDiagrammingNode(const QxDNode& source) {
     pRectBeforeMoveForSelfLoops(saved != nullptr ? new QxRect(*saved) : nullptr);
     vMoveTo(source.iCenter());
     vResizeAdjustConnectors(source.iSize());
+    if (!(m_rect == source.m_rect)) {
+        vMoveTo(source.iCenter());  // near the ends of the coordinate range the old size stuck out
+    }
     discardShapeResource();
 }
 
@@ -188,12 +195,13 @@ void QxDNode::ntBoundingRectWithSubObjects(QxRect& rect, int, int, int) const {
 
 int QxDNode::getBoundingRectWithSubObjects(QxRect& rect, int labels, int connectors,
                                            int connectorLabels, int inOwnGraph) const {
-    if (inOwnGraph == 0 && isVisible() == 0) {
+    const QxDGraph* graph = pOwnerGraph();
+    if (inOwnGraph == 0 && (graph == nullptr || isVisible() == 0)) {
         return 0;
     }
     ntBoundingRectWithSubObjects(rect, labels, connectors, connectorLabels);
     if (inOwnGraph == 0) {
-        pOwnerGraph()->expandedTransformRect(rect);
+        graph->expandedTransformRect(rect);
     }
     return 1;
 }
@@ -224,8 +232,23 @@ void QxDNode::invalidateIncidentEdgeEndPoints() {
 struct QxDNode::Phase {
     void (QxGeometricUpdateInfo::*collect)(const QxGraphObject*, const QxRect&);
     void (QxDEdge::*reportEdge)(QxGeometricUpdateInfo*, int, int);
-    bool isBefore;
+    /// Which edges of the node's own graph have something to do at this moment.
+    enum { Bent, Straight, None } edges;
+
+    static const Phase BeforeRemove;
+    static const Phase AfterInsert;
+    static const Phase BeforeChange;
+    static const Phase AfterChange;
 };
+
+const QxDNode::Phase QxDNode::Phase::BeforeRemove{&QxGeometricUpdateInfo::updateBeforeRemove,
+                                                  &QxDEdge::actBeforeRemove, Bent};
+const QxDNode::Phase QxDNode::Phase::AfterInsert{&QxGeometricUpdateInfo::updateAfterInsert,
+                                                 &QxDEdge::actAfterInsert, Straight};
+const QxDNode::Phase QxDNode::Phase::BeforeChange{
+    &QxGeometricUpdateInfo::updateBeforeGeometryChanges, &QxDEdge::actBeforeGeometryChanges, None};
+const QxDNode::Phase QxDNode::Phase::AfterChange{&QxGeometricUpdateInfo::updateAfterGeometryChanges,
+                                                 &QxDEdge::actAfterGeometryChanges, Straight};
 
 void QxDNode::report(const Phase& phase, QxGeometricUpdateInfo* own,
                      QxGeometricUpdateInfo* intergraph, int labels, int connectorLabels,
@@ -239,14 +262,22 @@ void QxDNode::report(const Phase& phase, QxGeometricUpdateInfo* own,
     QxRect rect;
     ntBoundingRectWithSubObjects(rect, labels, connectors, connectorLabels);
     (own->*phase.collect)(this, rect);
-    if (edges == 0) {
-        return;
+    if (edges != 0) {
+        reportEdges(phase, own, intergraph);
     }
+}
+
+void QxDNode::reportEdges(const Phase& phase, QxGeometricUpdateInfo* own,
+                          QxGeometricUpdateInfo* intergraph) const {
+    const QxDGraph* graph = own->pGraph();
     for (const QxEdgeDList* list : {pInEdgeList(), pOutEdgeList()}) {
         for (QxDEdge* edge : each<QxDEdge>(*list)) {
             if (edge->pOwnerGraph() == graph) {
-                // A straight edge lies within the rectangles of its ends.
-                if (!phase.isBefore || edge->hasBends() != 0) {
+                // The ends lie within nodes, and bends stand in the graph's extents on their own.
+                // They go when the node goes, for the edge is disconnected; a mere change leaves
+                // them alone. A straight edge brings its visible part up to date, which costs
+                // nothing; on one with bends that waits until it is asked for.
+                if (phase.edges == (edge->hasBends() != 0 ? Phase::Bent : Phase::Straight)) {
                     (edge->*phase.reportEdge)(own, 1, 1);
                 }
             } else if (intergraph != nullptr && edge->pOwnerGraph() == intergraph->pGraph()) {
@@ -256,33 +287,32 @@ void QxDNode::report(const Phase& phase, QxGeometricUpdateInfo* own,
     }
 }
 
+void QxDNode::emptyTopology() {
+    qx::internal::UpdateRecords records(pOwnerGraph());
+    reportEdges(Phase::BeforeRemove, &records.own, &records.intergraph);
+    QxGNode::emptyTopology();
+    reportEdges(Phase::AfterInsert, &records.own, &records.intergraph);
+}
+
 void QxDNode::actBeforeRemove(QxGeometricUpdateInfo* own, QxGeometricUpdateInfo* intergraph,
                               int labels, int connectorLabels, int connectors, int edges) {
-    static constexpr Phase BeforeRemove{&QxGeometricUpdateInfo::updateBeforeRemove,
-                                        &QxDEdge::actBeforeRemove, true};
-    report(BeforeRemove, own, intergraph, labels, connectorLabels, connectors, edges);
+    report(Phase::BeforeRemove, own, intergraph, labels, connectorLabels, connectors, edges);
 }
 
 void QxDNode::actAfterInsert(QxGeometricUpdateInfo* own, QxGeometricUpdateInfo* intergraph,
                              int labels, int connectorLabels, int connectors, int edges) {
-    static constexpr Phase AfterInsert{&QxGeometricUpdateInfo::updateAfterInsert,
-                                       &QxDEdge::actAfterInsert, false};
-    report(AfterInsert, own, intergraph, labels, connectorLabels, connectors, edges);
+    report(Phase::AfterInsert, own, intergraph, labels, connectorLabels, connectors, edges);
 }
 
 void QxDNode::actBeforeGeometryChanges(QxGeometricUpdateInfo* own,
                                        QxGeometricUpdateInfo* intergraph, int labels,
                                        int connectorLabels, int connectors, int edges) {
-    static constexpr Phase BeforeChange{&QxGeometricUpdateInfo::updateBeforeGeometryChanges,
-                                        &QxDEdge::actBeforeGeometryChanges, true};
-    report(BeforeChange, own, intergraph, labels, connectorLabels, connectors, edges);
+    report(Phase::BeforeChange, own, intergraph, labels, connectorLabels, connectors, edges);
 }
 
 void QxDNode::actAfterGeometryChanges(QxGeometricUpdateInfo* own, QxGeometricUpdateInfo* intergraph,
                                       int labels, int connectorLabels, int connectors, int edges) {
-    static constexpr Phase AfterChange{&QxGeometricUpdateInfo::updateAfterGeometryChanges,
-                                       &QxDEdge::actAfterGeometryChanges, false};
-    report(AfterChange, own, intergraph, labels, connectorLabels, connectors, edges);
+    report(Phase::AfterChange, own, intergraph, labels, connectorLabels, connectors, edges);
 }
 
 void QxDNode::vActBeforeGeometryChanges(QxGeometricUpdateInfo* own,

@@ -33,11 +33,13 @@ public:
     std::size_t sizeOf() const override;
     int checkInvariants() const override;
     int levelNumber() const override;
+    /// Removes what the node contains; its incident edges stay.
+    void emptyTopology() override;
     void internalDuplicateTopology(QxNode* source) override;
     void innerDebugOutput(int depth) const override;
     void actOnDiscard() override;
     /// Takes over place, size and clipping of `source`, and with `deep` nonzero its shape; without,
-    /// the node shows the default shape afterwards.
+    /// the node shows the default shape afterwards. Nothing happens for null and the node itself.
     void copyNode(const QxNode* source, int deep) override;
     QxDNode* cloneObject() const { return static_cast<QxDNode*>(vCloneObject()); }
     QxDNode* cloneAttributes() const { return static_cast<QxDNode*>(vCloneAttributes()); }
@@ -57,10 +59,16 @@ public:
     /// @}
 
     /// @name Moving (drawing/QxDNodeMoving.cpp)
+    /// A move keeps the size: near the ends of the coordinate range the node stays inside it, and
+    /// its center short of the one asked for.
     /// @{
+
+    /// Moves the node by the raw move to the center that storeMovedNode saved, and forgets that
+    /// place; its size stays. Nothing happens when none is saved.
     void restoreMovedNode() override;
-    /// Makes the bounding rectangle equal to `rect`, repairing everything attached. Nothing
-    /// happens, and nothing is fired, when it is equal already.
+    /// Makes the bounding rectangle equal to `rect`, repairing everything attached. Fires
+    /// NodeMoved, after NodeResized when the size differs. Nothing happens, and nothing is fired,
+    /// when it is equal already.
     void updateForDiagramming(const QxRect& rect);
     /// @}
 
@@ -82,6 +90,8 @@ public:
     void internalResize(std::int32_t width, std::int32_t height) {
         internalResize(QxSize(width, height));
     }
+    /// A hook for layouts to undo what they did to the node; does nothing.
+    virtual void postLayoutReset();
     /// The size last set other than by reading a file; a setter returns its argument.
     std::int32_t originalWidth() const { return m_originalWidth; }
     std::int32_t originalHeight() const { return m_originalHeight; }
@@ -118,7 +128,9 @@ public:
     void updateShapeResource(QxShapeResource* resource);
     /// Drops the node's reference; the node shows the default again.
     void discardShapeResource();
+    /// Told of the shape that pChangeShape is about to give the node; does nothing.
     void actBeforeChangeShape(const QxShape* shape);
+    /// Told that pChangeShape gave the node its shape, outside of reading; does nothing.
     void actAfterChangeShape();
     /// @}
 
@@ -149,11 +161,17 @@ public:
     /// @}
 
     /// @name Extents with what hangs on the node
+    /// The flags ask for the node labels, the connectors and their labels. Nodes carry none of
+    /// these yet, so that the extent is the bounding rectangle.
     /// @{
+
+    /// In owner-graph coordinates.
     void ntBoundingRectWithSubObjects(QxRect& rect, int labels, int connectors,
                                       int connectorLabels) const;
+    /// In the asked-for coordinates. 0, and no change, for anchor coordinates of an invisible node.
     int getBoundingRectWithSubObjects(QxRect& rect, int labels, int connectors, int connectorLabels,
                                       int inOwnGraph) const;
+    /// The same with the connectors only.
     int getBoundingRectWithConnectors(QxRect& rect, int inOwnGraph) const;
     /// @}
 
@@ -162,14 +180,17 @@ public:
 
     /// Whether edges are clipped here even when they do not ask for it.
     int forceClipping() const { return hasFlag(qx::flags::NodeForceClipping); }
+    /// A change outdates the clip points of the incident edges. Returns the value.
     int forceClipping(int value);
     int isFolderNode() const { return hasFlag(qx::flags::NodeFolder); }
+    /// Only keeps the mark; returns the value.
     int setFolderNode(int value) {
         setFlag(qx::flags::NodeFolder, value);
         return value;
     }
-    /// Whether the node shows a nested graph. Nesting is not there yet: 0.
+    /// Whether the node shows a nested graph.
     int expanded() const { return 0; }
+    /// What the tracking of affected objects notes about the node; the setter returns its argument.
     QxGraphObjectStatusEnum graphObjectStatus() const { return m_status; }
     QxGraphObjectStatusEnum graphObjectStatus(QxGraphObjectStatusEnum value) {
         return m_status = value;
@@ -183,7 +204,9 @@ public:
     /// @}
 
     /// @name Reports to the update records
-    /// The flags ask for the node labels, connector labels, connectors and incident edges, too.
+    /// The flags ask for the node labels, connector labels, connectors and incident edges, too. The
+    /// bends of edges within the node's graph are not reported: the graph keeps their extents, and
+    /// no change of the node moves them.
     /// @{
     void actBeforeRemove(QxGeometricUpdateInfo* own, QxGeometricUpdateInfo* intergraph, int labels,
                          int connectorLabels, int connectors, int edges);
@@ -223,6 +246,8 @@ private:
     void refreshExtent();
     void report(const Phase& phase, QxGeometricUpdateInfo* own, QxGeometricUpdateInfo* intergraph,
                 int labels, int connectorLabels, int connectors, int edges) const;
+    void reportEdges(const Phase& phase, QxGeometricUpdateInfo* own,
+                     QxGeometricUpdateInfo* intergraph) const;
     void copyDiagrammingNode(const QxDNode& source);
     void shareShapeOf(QxDNode& source);
     void giveShape(const QxShape* shape);

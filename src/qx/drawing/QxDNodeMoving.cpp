@@ -9,7 +9,10 @@
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/internal/GeometryBracket.h"
+#include "qx/drawing/internal/ShiftedRect.h"
 #include "qx/events/internal/FireDrawingChange.h"
+
+using qx::internal::shiftedRect;
 
 namespace {
 
@@ -33,33 +36,25 @@ void QxDNode::placeRect(const QxRect& rect) {
 
 void QxDNode::vMoveTo(const QxPoint& center) {
     const QxRect oldRect = m_rect;
-    QxRect rect = m_rect;
-    rect.moveTo(center);
-    placeRect(rect);
+    placeRect(shiftedRect(center, iSize()));
     fireBoundsChange(*this, NodeMoved, oldRect);
 }
 
 void QxDNode::updateForDiagramming(const QxRect& rect) {
-    const QxPoint center = rect.center();
-    const QxSize size = usableSize(rect.size());
-    if (center == iCenter() && size == iSize()) {
+    const QxRect target = shiftedRect(rect.center(), usableSize(rect.size()));
+    if (target == m_rect) {
         return;
     }
     qx::internal::changeNodeGeometry(*this, [&] {
-        if (!(size == iSize())) {
-            vResizeAdjustConnectors(size);
+        if (!(target.size() == iSize())) {
+            vResizeAdjustConnectors(target.size());
         }
-        if (!(center == iCenter())) {
-            vMoveTo(center);
-        }
+        vMoveTo(target.center());
     });
 }
 
 void QxDNode::restoreMovedNode() {
-    if (const QxRect* saved = pRectBeforeMove()) {
-        vMoveTo(saved->center());
-        pRectBeforeMove(nullptr);
-    }
+    moveBack();
 }
 
 int QxDNode::resize(const QxSize& size, int inOwnGraph) {
@@ -68,10 +63,11 @@ int QxDNode::resize(const QxSize& size, int inOwnGraph) {
     }
     QxSize newSize = size;
     if (inOwnGraph == 0) {
-        if (isVisible() == 0) {
+        const QxDGraph* graph = pOwnerGraph();
+        if (graph == nullptr || isVisible() == 0) {
             return 0;
         }
-        pOwnerGraph()->inverseExpandedTransformSize(newSize);
+        graph->inverseExpandedTransformSize(newSize);
     }
     newSize = usableSize(newSize);
     const QxSize oldSize = iSize();
@@ -103,11 +99,11 @@ void QxDNode::internalResize(const QxSize& size) {
         return;
     }
     const QxRect oldRect = m_rect;
-    QxRect rect = m_rect;
-    rect.resize(newSize);
-    placeRect(rect);
+    placeRect(shiftedRect(iCenter(), newSize));
     fireBoundsChange(*this, NodeResized, oldRect);
 }
+
+void QxDNode::postLayoutReset() {}
 
 void QxDNode::actOnResize(const QxSize&) {}
 

@@ -73,10 +73,11 @@ QxSideEnum sideAtOffset(std::int32_t x, std::int32_t y, const QxRect& halves) {
 int QxDNode::within(const QxPoint& point, int inOwnGraph) const {
     QxPoint own = point;
     if (inOwnGraph == 0) {
-        if (isVisible() == 0) {
+        const QxDGraph* graph = pOwnerGraph();
+        if (graph == nullptr || isVisible() == 0) {
             return 0;
         }
-        pOwnerGraph()->inverseExpandedTransformPoint(own);
+        graph->inverseExpandedTransformPoint(own);
     }
     if (m_rect.within(own) == 0) {
         return 0;
@@ -86,8 +87,8 @@ int QxDNode::within(const QxPoint& point, int inOwnGraph) const {
 }
 
 int QxDNode::intersectsSegment(QxPoint& from, const QxPoint& to, int inOwnGraph) const {
-    QxRect rect;
-    if (getBoundingRect(rect, inOwnGraph) == 0) {
+    QxRect rect = m_rect;
+    if (inOwnGraph == 0 && getBoundingRect(rect, 0) == 0) {
         return 0;
     }
     if (const QxShape* outline = outlineWithinRect(*this)) {

@@ -96,6 +96,7 @@ const QxShape* QxDNode::pShape(const QxShape* shape, int quietly) {
     if (pShape() == nullptr || expanded() != 0 || showsShape(shape)) {
         return pShape();
     }
+    const qx::internal::KeepAlive alive(*this);
     if (quietly != 0) {
         giveShape(shape);
         return pShape();

@@ -3,7 +3,7 @@
 
 #pragma once
 
-#include "qx/foundation/util/QxNounDLists.h"
+#include "qx/drawing/QxDrawingNouns.h"
 
 class QxConnector;
 class QxConnectorLabel;

@@ -7,9 +7,9 @@
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxDNode.h"
+#include "qx/drawing/QxDrawingNouns.h"
 #include "qx/drawing/QxPEdge.h"
 #include "qx/drawing/QxPNode.h"
-#include "qx/foundation/util/QxTypedIter.h"
 
 /// Iterators over lists of drawing objects (`...DListIter`) and over what graphs, nodes and
 /// managers hold. Each starts from its list or owner and a direction, or a starting cell, and is

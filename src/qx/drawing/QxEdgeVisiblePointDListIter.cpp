@@ -13,8 +13,7 @@ void QxEdgeVisiblePointDListIter::init(QxDEdge* edge, int inOwnGraph,
     *this = QxEdgeVisiblePointDListIter();
     m_direction = direction;
     const QxDGraph* graph = edge != nullptr ? edge->pOwnerGraph() : nullptr;
-    if (graph == nullptr || edge->isVisible() == 0 ||
-        (graph->isVisible() == 0 && edge->intergraphEdge() == 0)) {
+    if (graph == nullptr || edge->isVisible() == 0 || graph->isVisible() == 0) {
         return;
     }
     if (edge->isUpdatedVisiblePart() == 0) {

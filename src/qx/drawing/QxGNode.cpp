@@ -8,6 +8,7 @@
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxPNode.h"
 #include "qx/drawing/internal/KeepAlive.h"
+#include "qx/drawing/internal/ShiftedRect.h"
 
 QxGNode::~QxGNode() {
     delete m_rectBeforeMove;
@@ -40,14 +41,15 @@ void QxGNode::copyNode(const QxNode* source, int deep) {
     QxNode::copyNode(source, deep);
 }
 
-void QxGNode::duplicateTopology(QxNode* source) {
-    if (source != nullptr && source != this) {
-        internalDuplicateTopology(source);
-        source->nullInternalUserFields();
+void QxGNode::restoreMovedNode() {}
+
+void QxGNode::moveBack() {
+    if (m_rectBeforeMove != nullptr) {
+        const QxPoint center = m_rectBeforeMove->center();
+        pRectBeforeMove(nullptr);
+        vMoveTo(center);
     }
 }
-
-void QxGNode::restoreMovedNode() {}
 
 int QxGNode::getUserBoundingRect(QxRect& rect, int inOwnGraph) const {
     return getBoundingRect(rect, inOwnGraph);
@@ -57,37 +59,39 @@ void QxGNode::vMoveTo(const QxPoint&) {}
 
 void QxGNode::actOnMoveTo(const QxPoint&) {}
 
-int QxGNode::getCenter(QxPoint& center, int inOwnGraph) const {
-    if (inOwnGraph == 0 && isVisible() == 0) {
+namespace {
+
+/// Takes a value from the node's own coordinates into the asked-for ones; 0 when it is to be in
+/// anchor coordinates and the node is invisible.
+template <class Value>
+int inAskedCoordinates(const QxGNode& node, Value& value, int inOwnGraph,
+                       int (QxDGraph::*toAnchor)(Value&) const) {
+    if (inOwnGraph != 0) {
+        return 1;
+    }
+    const QxDGraph* graph = node.pOwnerGraph();
+    if (graph == nullptr || node.isVisible() == 0) {
         return 0;
     }
-    iCenter(center);
-    if (inOwnGraph == 0) {
-        pOwnerGraph()->expandedTransformPoint(center);
-    }
+    (graph->*toAnchor)(value);
     return 1;
+}
+
+}  // namespace
+
+int QxGNode::getCenter(QxPoint& center, int inOwnGraph) const {
+    iCenter(center);
+    return inAskedCoordinates(*this, center, inOwnGraph, &QxDGraph::expandedTransformPoint);
 }
 
 int QxGNode::getSize(QxSize& size, int inOwnGraph) const {
-    if (inOwnGraph == 0 && isVisible() == 0) {
-        return 0;
-    }
     iSize(size);
-    if (inOwnGraph == 0) {
-        pOwnerGraph()->expandedTransformSize(size);
-    }
-    return 1;
+    return inAskedCoordinates(*this, size, inOwnGraph, &QxDGraph::expandedTransformSize);
 }
 
 int QxGNode::getBoundingRect(QxRect& rect, int inOwnGraph) const {
-    if (inOwnGraph == 0 && isVisible() == 0) {
-        return 0;
-    }
     ntBoundingRect(rect);
-    if (inOwnGraph == 0) {
-        pOwnerGraph()->expandedTransformRect(rect);
-    }
-    return 1;
+    return inAskedCoordinates(*this, rect, inOwnGraph, &QxDGraph::expandedTransformRect);
 }
 
 int QxGNode::moveTo(const QxPoint& center, int inOwnGraph) {
@@ -110,9 +114,7 @@ int QxGNode::moveTo(const QxPoint& center, int inOwnGraph) {
     } else if (isPathNode() != 0) {
         static_cast<QxPNode*>(this)->updateForDiagramming(place);
     } else {
-        QxRect rect;
-        ntBoundingRect(rect);
-        rect.moveTo(place);
+        const QxRect rect = qx::internal::shiftedRect(place, iSize());
         static_cast<QxDNode*>(this)->updateForDiagramming(rect);
     }
     return 1;

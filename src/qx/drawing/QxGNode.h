@@ -15,8 +15,8 @@ class QxGeometricUpdateInfo;
 ///
 /// Operations named `nt...` and `i...` use the coordinates of the owner graph. The others take a
 /// coordinate flag: nonzero for the owner graph's coordinates, 0 for those of the anchor graph,
-/// which an application sees; then the node must be visible, or they return 0 and change nothing.
-/// World units; y grows upward.
+/// which an application sees; then the node must be visible, or they return 0 and change nothing of
+/// the node (a query leaves the value in own coordinates in its output). World units; y upward.
 class QX_API QxGNode : public QxNode {
 public:
     explicit QxGNode(QxOwnedObject* owner) : QxNode(owner) {}
@@ -24,7 +24,6 @@ public:
 
     int vIsVisible() const override;
     void copyNode(const QxNode* source, int deep) override;
-    void duplicateTopology(QxNode* source) override;
     std::size_t sizeOf() const override;
 
     /// Moves back to where storeMovedNode saw the node, and forgets that place.
@@ -38,6 +37,7 @@ protected:
                                           QxGeometricUpdateInfo* intergraph) = 0;
 
 public:
+    /// The rectangle that a user would point at: the bounding rectangle.
     virtual int getUserBoundingRect(QxRect& rect, int inOwnGraph) const;
 
 protected:
@@ -95,8 +95,9 @@ public:
     /// @{
 
     /// Moves the node so that its center lies at `center`, and repairs what is attached: incident
-    /// edges are clipped anew, graph bounds grow or shrink. Returns 1, also when the node is there
-    /// already (nothing is fired then).
+    /// edges are clipped anew, graph bounds grow or shrink. Fires NodeMoved, or PathNodeMoved for a
+    /// bend. Returns 1, also when the node is there already (nothing is fired then).
+    /// O(degree + log n).
     int moveTo(const QxPoint& center, int inOwnGraph);
     int moveTo(std::int32_t x, std::int32_t y, int inOwnGraph) {
         return moveTo(QxPoint(x, y), inOwnGraph);
@@ -114,7 +115,7 @@ public:
     /// @}
 
     /// @name The place before a move
-    /// The saved rectangle belongs to the node.
+    /// The saved rectangle belongs to the node; a new one replaces and frees the former.
     /// @{
     void storeMovedNode();
     const QxRect* pRectBeforeMove() const { return m_rectBeforeMove; }
@@ -125,6 +126,10 @@ public:
     /// Whether the node lies in a graph of hidden objects.
     int hidden() const;
     QxDGraph* pOwnerGraph() const;
+
+protected:
+    /// Moves back to the center of the saved rectangle, if there is one, and forgets it.
+    void moveBack();
 
 private:
     const QxRect* m_rectBeforeMove = nullptr;

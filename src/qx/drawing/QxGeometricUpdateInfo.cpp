@@ -41,11 +41,12 @@ void QxGeometricUpdateInfo::storeStateAndDisable(int) {
 }
 
 void QxGeometricUpdateInfo::enableAndRestoreState() {
-    if (!m_needsUpdateGraphBounds || m_isDragging) {
+    if (m_graph == nullptr || !m_needsUpdateGraphBounds || m_isDragging) {
         return;
     }
+    const bool edited = m_graph->wasEditedByListener();
     m_graph->needsUpdateGraphBounds(1);
-    if (m_graph->takeEditByListener()) {
+    if (edited) {
         m_graph->calculateGraphBounds(0);
     } else if (m_hasOldBoundingRect && m_hasNewBoundingRect) {
         m_graph->updateGraphBoundsOnMoveResize(m_oldBoundingRect, m_newBoundingRect);

@@ -9,17 +9,12 @@
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxGeometricUpdateInfo.h"
 #include "qx/drawing/QxPNode.h"
+#include "qx/drawing/internal/Bend.h"
 #include "qx/drawing/internal/EdgeEnd.h"
 #include "qx/drawing/internal/PathOwner.h"
 #include "qx/foundation/util/QxDebugStream.h"
 
-namespace {
-
-bool isBend(const QxNode* node) {
-    return node != nullptr && (node->flagWord() & qx::flags::PathObject) != 0;
-}
-
-}  // namespace
+using qx::internal::isBend;
 
 /// One of the four moments at which a segment reports: where its rectangle goes, and how a straight
 /// owner edge brings its visible part up to date afterwards (null: it is before the change).
@@ -107,15 +102,9 @@ int QxPEdge::canConnect(const QxNode* node) const {
 }
 
 void QxPEdge::copyEdge(const QxEdge* source, int deep) {
-    QxDEdge* edge = pOwnerEdge();
-    QxNode* from = QxEdge::pSourceNode();
-    QxNode* to = QxEdge::pTargetNode();
-    if (edge != nullptr) {
-        edge->removePEdge(this);
-    }
     QxGEdge::copyEdge(source, deep);
-    if (edge != nullptr) {
-        edge->insertPEdge(this, from, to);
+    if (QxDEdge* edge = pOwnerEdge()) {
+        edge->actOnEndObjectChange();
     }
 }
 
@@ -141,22 +130,9 @@ int QxPEdge::changeTargetNodeWithoutConnect(QxNode* node) {
 }
 
 void QxPEdge::setEnds(QxNode* source, QxNode* target) {
-    if (source == nullptr || target == nullptr) {
-        const int isConnected = connected();
-        nullEndNodes();
-        setFlag(qx::flags::EdgeConnected, isConnected);
-    }
-    // The lists of the bends hold the path together in every state, that of a detached edge too;
-    // the graph layer enters a segment there only while its owner is valid.
-    const int isValid = ownerValid();
-    ownerValid(1);
-    if (source != nullptr) {
-        QxGEdge::changeSourceNodeWithoutConnect(source);
-    }
-    if (target != nullptr) {
-        QxGEdge::changeTargetNodeWithoutConnect(target);
-    }
-    ownerValid(isValid);
+    // The lists of the bends hold the path together in every state, that of a detached edge too,
+    // and that of an edge between graphs whose node is on its way from one graph to another.
+    placeEnds(source, target);
 }
 
 void QxPEdge::readEnd(QxPoint& point, int clipped, bool atSource) const {
@@ -202,15 +178,15 @@ QxPoint QxPEdge::ntToPoint(int clipped) const {
 }
 
 int QxPEdge::getSourcePoint(QxPoint& point, int inOwnGraph) const {
-    ntFromPoint(point, 0);
-    if (const QxDGraph* graph = inOwnGraph == 0 ? pOwnerGraph() : nullptr) {
-        graph->expandedTransformPoint(point);
-    }
-    return 1;
+    return getEnd(point, inOwnGraph, true);
 }
 
 int QxPEdge::getTargetPoint(QxPoint& point, int inOwnGraph) const {
-    ntToPoint(point, 0);
+    return getEnd(point, inOwnGraph, false);
+}
+
+int QxPEdge::getEnd(QxPoint& point, int inOwnGraph, bool atSource) const {
+    readEnd(point, 0, atSource);
     if (const QxDGraph* graph = inOwnGraph == 0 ? pOwnerGraph() : nullptr) {
         graph->expandedTransformPoint(point);
     }

@@ -28,8 +28,13 @@ public:
     QxEdge* pOriginalEdge() override;
     const QxEdge* pOriginalEdge() const override;
     void innerDebugOutput(int depth) const override;
+    /// Whether the segment may have this end: a bend that joins fewer than three segments or, for
+    /// the first and last segment, an end node of the edge. In no path, what any edge may have.
     int canEnd(const QxNode* node) const override;
+    /// Whether the segment may be connected there: just while its edge is, and to no bend of
+    /// another edge.
     int canConnect(const QxNode* node) const override;
+    /// Takes over the attributes; the segment keeps its ends and its place in the path.
     void copyEdge(const QxEdge* source, int deep) override;
     /// The rectangle of the unclipped ends.
     int getUserBoundingRect(QxRect& rect, int inOwnGraph) const override;
@@ -45,8 +50,13 @@ public:
 
     /// The edge whose segment this is; null while it is in no path.
     QxDEdge* pOwnerEdge() const { return ownerValid() != 0 ? m_ownerEdge : nullptr; }
+    /// The same for a segment whose edge is in no graph at the moment, too.
     QxDEdge* pUnverifiedOwnerEdge() const { return m_ownerEdge; }
+    /// Whether the segment counts for drawing: not set aside, and in the visible part or that part
+    /// not computed.
     int isUsable() const;
+    /// Whether the segment is in the visible part as taken over last, and as computed last. Setters
+    /// return the argument.
     int inVisiblePart() const { return hasFlag(qx::flags::SegmentVisible); }
     int inVisiblePart(int value);
     int inNewVisiblePart() const { return hasFlag(qx::flags::SegmentNewVisible); }
@@ -56,6 +66,7 @@ public:
     int getTargetPoint(QxPoint& point, int inOwnGraph) const;
     /// Whether the clipped ends differ in both coordinates.
     int isSlope() const;
+    /// The direction from the clipped start to the clipped end.
     QxDirectionEnum direction() const;
 
     /// @name Reports to an update record; with `recurse` a straight owner edge also brings its
@@ -75,6 +86,7 @@ private:
     template <class Change>
     int changeEndInRecord(const Change& change);
     void readEnd(QxPoint& point, int clipped, bool atSource) const;
+    int getEnd(QxPoint& point, int inOwnGraph, bool atSource) const;
     /// Sets both ends without a word to the graph; null leaves an end open. The segment keeps its
     /// state.
     void setEnds(QxNode* source, QxNode* target);

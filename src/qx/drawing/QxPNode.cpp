@@ -10,6 +10,7 @@
 #include "qx/drawing/QxGeometricUpdateInfo.h"
 #include "qx/drawing/QxPEdge.h"
 #include "qx/drawing/internal/ExtentTree.h"
+#include "qx/drawing/internal/GeometryBracket.h"
 #include "qx/drawing/internal/PathOwner.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/util/QxDebugStream.h"
@@ -32,6 +33,8 @@ QxPNode::~QxPNode() {
         edge->detachPNode(this);
     }
     detachEdges();
+    // The next object in this place must not inherit what listens here.
+    qx::internal::endEventSource(*this);
 }
 
 QxObject* QxPNode::pParentEventSource() const {
@@ -88,10 +91,7 @@ void QxPNode::copyNode(const QxNode* source, int deep) {
 }
 
 void QxPNode::restoreMovedNode() {
-    if (const QxRect* before = pRectBeforeMove()) {
-        vMoveTo(before->center());
-        pRectBeforeMove(nullptr);
-    }
+    moveBack();
 }
 
 void QxPNode::vMoveTo(const QxPoint& center) {
@@ -112,11 +112,7 @@ void QxPNode::vMoveTo(const QxPoint& center) {
 }
 
 void QxPNode::updateForDiagramming(const QxPoint& center) {
-    QxGeometricUpdateInfo record(pOwnerGraph(), 0, 1);
-    actBeforeGeometryChanges(&record, 1, 1);
-    vMoveTo(center);
-    actAfterGeometryChanges(&record, 1, 1);
-    record.enableAndRestoreState();
+    qx::internal::changeBendGeometry(*this, [&] { vMoveTo(center); });
 }
 
 int QxPNode::isUsable() const {

@@ -38,10 +38,13 @@ public:
 
     /// The edge whose bend this is; null while it is in no path.
     QxDEdge* pOwnerEdge() const { return ownerValid() != 0 ? m_ownerEdge : nullptr; }
+    /// The same for a bend whose edge is in no graph at the moment, too.
     QxDEdge* pUnverifiedOwnerEdge() const { return m_ownerEdge; }
     /// Whether the bend counts for drawing: not set aside, and in the visible part or that part
     /// not computed.
     int isUsable() const;
+    /// Whether the bend lies in the visible part as taken over last, and as computed last. Setters
+    /// return the argument.
     int inVisiblePart() const { return hasFlag(qx::flags::BendVisible); }
     int inVisiblePart(int value);
     int inNewVisiblePart() const { return hasFlag(qx::flags::BendNewVisible); }

@@ -4,13 +4,12 @@
 #include "qx/drawing/QxPathIter.h"
 
 #include "qx/drawing/QxDEdge.h"
+#include "qx/drawing/internal/Bend.h"
 
 namespace {
 
 QxPNode* bendAt(QxNode* node) {
-    return node != nullptr && (node->flagWord() & qx::flags::PathObject) != 0
-               ? static_cast<QxPNode*>(node)
-               : nullptr;
+    return qx::internal::isBend(node) ? static_cast<QxPNode*>(node) : nullptr;
 }
 
 QxPEdge* endSegment(const QxDEdge* edge, QxIterDirectionEnum direction) {

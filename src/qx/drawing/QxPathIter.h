@@ -31,7 +31,9 @@ public:
 
     explicit operator bool() const noexcept { return m_edge != nullptr; }
     explicit operator int() const noexcept { return m_edge != nullptr ? 1 : 0; }
+    /// The current segment; null when the walk is over.
     QxPEdge* pEdge() const noexcept { return m_edge; }
+    /// The bend at its far end; null at the last segment.
     QxPNode* pNode() const noexcept { return m_node; }
 
 private:
@@ -77,6 +79,7 @@ public:
                                     QxIterDirectionEnum direction = QxIterForward) {
         init(edge, direction);
     }
+    /// Starts anew; null is walked like an edge without a path.
     void init(const QxDEdge* edge, QxIterDirectionEnum direction = QxIterForward);
 
     QxDisconnectedPathIter& operator++();

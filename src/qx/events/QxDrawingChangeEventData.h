@@ -10,14 +10,12 @@
 #include "qx/foundation/geometry/QxRect.h"
 #include "qx/foundation/util/QxSingleEventData.h"
 
-class QxConnector;
 class QxDEdge;
 class QxDGraph;
 class QxDGraphManager;
 class QxDNode;
 class QxGNode;
 class QxGraphObject;
-class QxLabel;
 class QxShape;
 
 /// What has changed, and its values before and after. Which fields are meaningful depends on the
@@ -27,7 +25,9 @@ class QxShape;
 /// the drawing, which are not owned.
 class QX_API QxDrawingChangeEventData : public QxSingleEventData {
 public:
+    /// Says no more than which object changed.
     explicit QxDrawingChangeEventData(QxGraphObject* source);
+    /// What stood there before and after: an owner, an anchor graph or an end; null for nothing.
     QxDrawingChangeEventData(QxGraphObject* source, QxGraphObject* oldObject,
                              QxGraphObject* newObject);
     /// Copies the rectangles; null stores none.
@@ -61,8 +61,6 @@ public:
     QxDEdge* pSourceEdge() const;
     QxDGraph* pSourceGraph() const;
     QxDGraphManager* pSourceGraphManager() const;
-    QxLabel* pSourceLabel() const;
-    QxConnector* pSourceConnector() const;
     /// @}
 
     /// @name Moves and resizes
@@ -89,7 +87,6 @@ public:
     QxDGraph* pOldOwnerGraph() const;
     QxDNode* pOldOwnerNode() const;
     QxDEdge* pOldOwnerEdge() const;
-    QxConnector* pOldOwnerConnector() const;
     /// @}
 
     /// @name Insertions: the new owner, when it is of that kind
@@ -97,12 +94,8 @@ public:
     QxDGraph* pNewOwnerGraph() const;
     QxDNode* pNewOwnerNode() const;
     QxDEdge* pNewOwnerEdge() const;
-    QxConnector* pNewOwnerConnector() const;
     /// @}
 
-    /// The connectors of the edge end before and after EdgeConnectorChanged.
-    QxConnector* pOldEndConnector() const;
-    QxConnector* pNewEndConnector() const;
     /// The anchor graphs before and after AnchorGraphChanged.
     QxDGraph* pOldAnchorGraph() const;
     QxDGraph* pNewAnchorGraph() const;

@@ -37,10 +37,21 @@ constexpr std::int32_t LastRound = 30;
 constexpr double CoolingRounds = 28.0;
 constexpr double SmallestStep = 1.41;
 
-qx::internal::CenterArrays centersOf(const QxGNodeDList* nodes) {
+/// The nodes of the list that have not left their graph.
+std::vector<QxGNode*> presentNodes(const QxGNodeDList* list) {
+    std::vector<QxGNode*> nodes;
+    for (QxGNodeDListIter it(list, QxIterForward); it; ++it) {
+        if (it.pNode()->ownerValid() != 0) {
+            nodes.push_back(it.pNode());
+        }
+    }
+    return nodes;
+}
+
+qx::internal::CenterArrays centersOf(const std::vector<QxGNode*>& nodes) {
     qx::internal::CenterArrays centers;
-    for (QxGNodeDListIter it(nodes, QxIterForward); it; ++it) {
-        centers.add(it.pNode()->iX(), it.pNode()->iY());
+    for (const QxGNode* node : nodes) {
+        centers.add(node->iX(), node->iY());
     }
     return centers;
 }
@@ -62,7 +73,7 @@ struct QxEadesAlgorithm::Force {
 struct QxEadesAlgorithm::Round {
     std::vector<QxGNode*> nodes;
     std::size_t turn = 0;
-    std::optional<qx::internal::ForceArrays> pushes;
+    std::optional<qx::internal::ForceArrays> pushes = std::nullopt;
 };
 
 QxEadesAlgorithm::QxEadesAlgorithm(QxDGraph* graph, QxGNodeDList* constrainedNodes,
@@ -79,18 +90,25 @@ int QxEadesAlgorithm::terminationCondition() {
 }
 
 void QxEadesAlgorithm::optimize() {
-    Round round;
-    for (QxGNodeDListIter it(pUnconstrainedNodeList(), QxIterForward); it; ++it) {
-        round.nodes.push_back(it.pNode());
-    }
+    Round round{presentNodes(pUnconstrainedNodeList())};
+    computeRound(round);
+    keepConstraints(round);
+    moveNodes(round);
+    m_numberOfRounds = qx::saturatingAdd(m_numberOfRounds, 1);
+}
+
+void QxEadesAlgorithm::computeRound(Round& round) {
+    // An override of computeForces may throw; what was the round of an outer run is so again.
+    struct Restored {
+        ~Restored() { place = former; }
+        Round*& place;
+        Round* const former;
+    };
+    const Restored restored{m_round, m_round};
     m_round = &round;
     for (; round.turn < round.nodes.size(); ++round.turn) {
         computeForces(round.nodes[round.turn]);
     }
-    m_round = nullptr;
-    keepConstraints(round);
-    moveNodes(round);
-    m_numberOfRounds = qx::saturatingAdd(m_numberOfRounds, 1);
 }
 
 void QxEadesAlgorithm::keepConstraints(const Round& round) {
@@ -106,6 +124,9 @@ void QxEadesAlgorithm::keepConstraints(const Round& round) {
 
 void QxEadesAlgorithm::moveNodes(const Round& round) {
     for (QxGNode* node : round.nodes) {
+        if (node->ownerValid() == 0) {
+            continue;  // a listener to the move of another has taken it out
+        }
         const QxSize move = pSpringEmbedderInfo(node)->displacement();
         if (move.width() != 0 || move.height() != 0) {
             node->ntMoveTo(node->iCenter() + QxPoint(move.width(), move.height()));
@@ -138,7 +159,7 @@ QxEadesAlgorithm::Force QxEadesAlgorithm::repulsionOn(const QxGNode* node) {
     if (m_round != nullptr && m_round->nodes[m_round->turn] == node) {
         if (!m_round->pushes) {
             m_round->pushes = qx::internal::repulsion(
-                centersOf(pUnconstrainedNodeList()), centersOf(pConstrainedNodeList()),
+                centersOf(m_round->nodes), centersOf(presentNodes(pConstrainedNodeList())),
                 desiredEdgeLength(), {.threads = numberOfThreads()});
         }
         return {m_round->pushes->x[m_round->turn], m_round->pushes->y[m_round->turn]};
@@ -151,8 +172,8 @@ QxEadesAlgorithm::Force QxEadesAlgorithm::repulsionOn(const QxGNode* node) {
 
 void QxEadesAlgorithm::addPushes(Force& force, const QxPoint& center,
                                  const QxGNodeDList* others) const {
-    for (QxGNodeDListIter it(others, QxIterForward); it; ++it) {
-        QxPoint difference = center - it.pNode()->iCenter();
+    for (const QxGNode* other : presentNodes(others)) {
+        QxPoint difference = center - other->iCenter();
         const std::int32_t n = difference.norm();
         if (n != 0) {
             force.add(difference *= qx::internal::repulsionScale(desiredEdgeLength(), n));

@@ -49,6 +49,7 @@ private:
     Force repulsionOn(const QxGNode* node);
     Force attractionOf(const QxGNode* node) const;
     void addPushes(Force& force, const QxPoint& center, const QxGNodeDList* others) const;
+    void computeRound(Round& round);
     void keepConstraints(const Round& round);
     void moveNodes(const Round& round);
 

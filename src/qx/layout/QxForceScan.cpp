@@ -24,42 +24,21 @@
 #include "qx/layout/QxForceScan.h"
 
 #include <algorithm>
-#include <vector>
 
-#include "qx/drawing/QxDrawingIters.h"
+#include "qx/drawing/QxDNode.h"
+#include "qx/drawing/internal/HeldObjects.h"
 #include "qx/layout/QxForceScanSort.h"
 #include "qx/layout/internal/QxPlacedRects.h"
 
 namespace {
 
 /// The graph's nodes in scan order, kept alive while listeners to their moves edit the drawing.
-class ScanOrder {
-public:
-    explicit ScanOrder(const QxDGraph* graph) {
-        QxDNodeDList nodes;
-        for (QxDNodeIter it(graph, QxIterForward); it; ++it) {
-            nodes.appendNode(it.pNode());
-        }
-        QxForceScanSort().quickSort(&nodes, 0);
-        for (QxDNodeDListIter it(&nodes, QxIterForward); it; ++it) {
-            it.pNode()->vAddRef();
-            m_nodes.push_back(it.pNode());
-        }
-    }
-    ScanOrder(const ScanOrder&) = delete;
-    ScanOrder& operator=(const ScanOrder&) = delete;
-    ~ScanOrder() {
-        for (QxDNode* node : m_nodes) {
-            node->vRelease();
-        }
-    }
-
-    auto begin() const { return m_nodes.begin(); }
-    auto end() const { return m_nodes.end(); }
-
-private:
-    std::vector<QxDNode*> m_nodes;
-};
+qx::internal::HeldObjects<QxDNode> scanOrder(const QxDGraph* graph) {
+    QxDList nodes;
+    nodes.copyAppendList(graph->pNodeList());
+    QxForceScanSort().quickSort(&nodes, 0);
+    return qx::internal::HeldObjects<QxDNode>(&nodes);
+}
 
 qx::internal::Extent extentOf(const QxDNode* node) {
     QxRect rect;
@@ -74,7 +53,7 @@ std::int32_t pushed(std::int32_t center, std::int32_t before, std::int32_t after
 
 void removeOverlaps(const QxDGraph* graph) {
     qx::internal::PlacedRects placed;
-    for (QxDNode* node : ScanOrder(graph)) {
+    for (QxDNode* node : scanOrder(graph)) {
         if (node->pOwnerGraph() != graph) {
             continue;
         }
@@ -91,12 +70,6 @@ void removeOverlaps(const QxDGraph* graph) {
 }
 
 }  // namespace
-
-QxForceScan::QxForceScan(QxDGraph* graph) : QxGraphAlgorithm(graph) {}
-
-QxDGraph* QxForceScan::pGraph() const {
-    return static_cast<QxDGraph*>(QxGraphAlgorithm::pGraph());
-}
 
 void QxForceScan::algorithmBody() {
     QxDGraph* const graph = pGraph();

@@ -3,22 +3,19 @@
 
 #pragma once
 
-#include "qx/foundation/graph/QxGraphAlgorithm.h"
-
-class QxDGraph;
+#include "qx/layout/QxDGraphAlgorithm.h"
 
 /// Removes overlaps between the nodes of one drawing graph: nodes are pushed right or up, with a
 /// gap of 12 units to what they overlapped; the drawing stays as it is otherwise.
 ///
-/// A node that is pushed moves once, to its final place. Deterministic. O(n^2) for n nodes that
-/// lie close together, with a small constant; less where the drawing extends.
-class QX_API QxForceScan : public QxGraphAlgorithm {
+/// A node that is pushed moves once, to its final place. Listeners to the moves may take nodes out
+/// of the graph or discard them. Deterministic. O(n^2) for n nodes that lie close together, with a
+/// small constant; less where the drawing extends.
+class QX_API QxForceScan : public QxDGraphAlgorithm {
 public:
-    /// The graph is not owned; null makes runs without effect.
-    explicit QxForceScan(QxDGraph* graph);
-
-    QxDGraph* pGraph() const;
+    using QxDGraphAlgorithm::QxDGraphAlgorithm;
 
 protected:
+    /// Moves the drawing to the origin, removes the overlaps and moves it back.
     void algorithmBody() override;
 };

@@ -20,7 +20,3 @@ std::int32_t keyOf(const QxDListCell* cell) {
 int QxForceScanSort::virtualCompare(const QxDListCell* first, const QxDListCell* second) {
     return qx::saturatingSub(keyOf(first), keyOf(second));
 }
-
-void QxForceScanSort::virtualDebugOutputElement(const QxDListCell* cell) {
-    cell->pObject()->debugOutput(0);
-}

@@ -10,5 +10,4 @@
 class QX_API QxForceScanSort : public QxDListSort {
 protected:
     int virtualCompare(const QxDListCell* first, const QxDListCell* second) override;
-    void virtualDebugOutputElement(const QxDListCell* cell) override;
 };

@@ -3,20 +3,22 @@
 
 #include "qx/layout/QxSpringEmbedderAlgorithm.h"
 
-#include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxGNode.h"
+#include "qx/drawing/internal/HeldObjects.h"
 #include "qx/layout/QxSpringEmbedderInfo.h"
 
 QxSpringEmbedderAlgorithm::QxSpringEmbedderAlgorithm(QxDGraph* graph,
                                                      QxGNodeDList* constrainedNodes,
                                                      QxGNodeDList* unconstrainedNodes,
                                                      std::int32_t desiredEdgeLength)
-    : QxGraphAlgorithm(graph),
+    : QxDGraphAlgorithm(graph),
       m_constrainedNodes(constrainedNodes),
       m_unconstrainedNodes(unconstrainedNodes),
       m_desiredEdgeLength(desiredEdgeLength) {}
 
 void QxSpringEmbedderAlgorithm::algorithmBody() {
+    const qx::internal::HeldObjects<QxGNode> constrained(m_constrainedNodes);
+    const qx::internal::HeldObjects<QxGNode> unconstrained(m_unconstrainedNodes);
     while (terminationCondition() == 0) {
         optimize();
     }
@@ -24,10 +26,6 @@ void QxSpringEmbedderAlgorithm::algorithmBody() {
     if (QxDGraph* graph = pGraph()) {
         graph->refreshGraphBounds();
     }
-}
-
-QxDGraph* QxSpringEmbedderAlgorithm::pGraph() const {
-    return static_cast<QxDGraph*>(QxGraphAlgorithm::pGraph());
 }
 
 QxGraphAlgInfo* QxSpringEmbedderAlgorithm::newGraphAlgNodeInfo() {

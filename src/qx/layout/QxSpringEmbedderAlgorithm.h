@@ -5,9 +5,8 @@
 
 #include <cstdint>
 
-#include "qx/foundation/graph/QxGraphAlgorithm.h"
+#include "qx/layout/QxDGraphAlgorithm.h"
 
-class QxDGraph;
 class QxGNode;
 class QxGNodeDList;
 class QxSpringEmbedderInfo;
@@ -15,14 +14,16 @@ class QxSpringEmbedderInfo;
 /// The frame of force-directed placements: which nodes move, which only exert forces, and the
 /// rounds of the run. By itself it makes no round; subclasses say what one does and when to stop.
 ///
-/// The lists are not owned and may be null, which is like empty. They and the nodes in them must
-/// stay as they are while the algorithm runs.
-class QX_API QxSpringEmbedderAlgorithm : public QxGraphAlgorithm {
+/// The lists are not owned and may be null, which is like empty. They must stay as they are while
+/// the algorithm runs. Their nodes need not: a listener may take them out of their graph or discard
+/// them. They live until the run ends, but neither move nor exert forces any more.
+class QX_API QxSpringEmbedderAlgorithm : public QxDGraphAlgorithm {
 public:
+    /// `constrainedNodes` stay and `unconstrainedNodes` move; `desiredEdgeLength` is in world
+    /// units.
     QxSpringEmbedderAlgorithm(QxDGraph* graph, QxGNodeDList* constrainedNodes,
                               QxGNodeDList* unconstrainedNodes, std::int32_t desiredEdgeLength);
 
-    QxDGraph* pGraph() const;
     /// The length, in world units, that edges should come near to.
     std::int32_t desiredEdgeLength() const { return m_desiredEdgeLength; }
     std::int32_t desiredEdgeLength(std::int32_t value) { return m_desiredEdgeLength = value; }

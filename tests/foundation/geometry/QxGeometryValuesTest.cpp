@@ -147,6 +147,8 @@ TEST(QxSpacing, OuterSizeLeavesExactlyTheInnerExtent) {
     EXPECT_EQ(QxSpacing::calculateOuterSize({20, 0}, {30, 0}, 100), 150);
     EXPECT_EQ(QxSpacing::calculateOuterSize({0, 500}, {0, 500}, 100), 200);
     EXPECT_EQ(QxSpacing::calculateOuterSize({qx::MaxInt32, 0}, {1, 0}, 5), qx::MaxInt32);
+    EXPECT_EQ(QxSpacing::calculateOuterSize({}, {}, qx::MinInt32), qx::MinInt32);
+    EXPECT_EQ(QxSpacing::calculateOuterSize({10, 0}, {5, 0}, qx::MinInt32), qx::MinInt32 + 15);
 }
 
 TEST(QxTransform, ScalesAroundTheOriginsAndTruncates) {

@@ -90,6 +90,11 @@ TEST(QxRect, UnionGrowsOnlyWhenNeeded) {
     EXPECT_EQ(rect.updateBounds(&outside), 1);
     EXPECT_EQ(rect, QxRect(-5, 0, 10, 20));
     EXPECT_EQ(QxRect(QxPoint(3, 9), QxPoint(-1, 2)), QxRect(-1, 2, 3, 9));
+    for (const QxRect& empty : {QxRect(90, 0, 80, 9), QxRect(0, 90, 9, 80)}) {
+        EXPECT_EQ(rect.updateBounds(&empty), 0);
+        rect |= empty;
+        EXPECT_EQ(rect, QxRect(-5, 0, 10, 20));
+    }
 }
 
 TEST(QxRect, TouchingRectanglesIntersectButEmptyOnesDoNot) {

@@ -14,12 +14,16 @@
 
 namespace {
 
-QxShape polygon(std::initializer_list<QxPoint> points) {
+QxPointDList outlineOf(std::initializer_list<QxPoint> points) {
     QxPointDList outline;
     for (const QxPoint& point : points) {
         outline.appendPoint(point);
     }
-    return QxShape(outline);
+    return outline;
+}
+
+QxShape polygon(std::initializer_list<QxPoint> points) {
+    return QxShape::fromOutline(outlineOf(points));
 }
 
 QxShape diamond() {
@@ -33,6 +37,10 @@ QxShape angle() {
 QxShape ragged() {
     return polygon({{0, 0}, {10, 7}, {20, 0}, {20, 0}, {20, 20}, {20, 12}, {10, 16}, {0, 20}});
 }
+/// An outline that leaves some of the frame free on every side.
+QxShape inset() {
+    return QxShape(outlineOf({{-600, -500}, {800, -700}, {300, 900}}));
+}
 
 struct NamedShape {
     std::string_view name;
@@ -40,11 +48,9 @@ struct NamedShape {
 };
 
 std::vector<NamedShape> shapes() {
-    return {{"rectangle", QxShape()},
-            {"oval", QxShape(QxShapeTypeOval)},
-            {"diamond", diamond()},
-            {"angle", angle()},
-            {"ragged", ragged()}};
+    return {{"rectangle", QxShape()}, {"oval", QxShape(QxShapeTypeOval)},
+            {"diamond", diamond()},   {"angle", angle()},
+            {"ragged", ragged()},     {"inset", inset()}};
 }
 
 /// Densely spaced points of the outline placed in a rectangle; independent of the tested code but
@@ -217,8 +223,8 @@ TEST(QxShape, NoCoordinateOrSizeIsTooLargeOrTooSmall) {
                 if (named.shape.intersectsSegment(result, from, to, center, size) != 0) {
                     ASSERT_EQ(rect.within(result), 1);
                     ASSERT_EQ(named.shape.onBoundary(result, center, size), 1);
-                } else if (from == center && rect.within(to) == 0 && size.width() > 2 &&
-                           size.height() > 2) {
+                } else if (from == center && named.shape.within(from, center, size) != 0 &&
+                           rect.within(to) == 0 && size.width() > 2 && size.height() > 2) {
                     ADD_FAILURE() << "a segment left the shape without crossing its outline";
                 }
                 if (named.shape.nearestPoint(result, from, center, size) != 0) {
@@ -275,6 +281,31 @@ TEST(QxShape, OutlinesFillTheFrameAndSurviveARoundTrip) {
     EXPECT_EQ(shape.isRectangular(), 0);
 }
 
+TEST(QxShape, OutlinesInsideTheFrameStayAsGiven) {
+    const QxPointDList given = outlineOf({{-600, -500}, {800, -700}, {300, 900}});
+    const QxShape shape(given);
+    QxPointDList outline;
+    shape.getOutline(outline);
+    EXPECT_EQ(outline.count(), 3);
+    EXPECT_EQ(*outline.pFirstPoint(), QxPoint(-600, -500));
+    EXPECT_EQ(*outline.pLastPoint(), QxPoint(300, 900));
+    EXPECT_TRUE(QxShape(outline) == shape);
+    EXPECT_EQ(shape.isRectangular(), 0);
+    // The bounding rectangle of a node is the frame's, not the outline's.
+    EXPECT_EQ(shape.within(QxPoint(-95, 0), QxPoint(), QxSize(200, 200)), 0);
+    QxPoint crossing;
+    EXPECT_EQ(shape.intersectsSegment(crossing, {30, 100}, {30, 0}, QxSize(200, 200)), 1);
+    EXPECT_EQ(crossing, QxPoint(30, 90));
+    // Stretched, it is the shape that a larger copy of it makes, which reaches beyond the frame.
+    const QxShape stretched = QxShape::fromOutline(given);
+    EXPECT_FALSE(stretched == shape);
+    const QxShape large(outlineOf({{-6000, -5000}, {8000, -7000}, {3000, 9000}}));
+    EXPECT_TRUE(large == stretched);
+    EXPECT_EQ(QxShape(outlineOf({{-1000, -1000}, {1000, -1000}, {1000, 1000}, {-1000, 1000}}))
+                  .isRectangular(),
+              1);
+}
+
 TEST(QxShape, InnerRectanglesLieInsideAndFitTheirContents) {
     for (const NamedShape& named : shapes()) {
         SCOPED_TRACE(named.name);
@@ -308,7 +339,7 @@ TEST(QxShape, RoomAcrossALineIsTheChordThroughTheCenter) {
     const QxPoint above(10, 500);
     for (const NamedShape& named : shapes()) {
         SCOPED_TRACE(named.name);
-        const bool isCut = named.name == "ragged" || named.name == "angle";
+        const bool isCut = named.name == "ragged" || named.name == "angle" || named.name == "inset";
         if (!isCut) {
             EXPECT_NEAR(named.shape.maxAvailableDiagonalLengthAtShape(center, right, size), 40,
                         1e-9);

@@ -474,6 +474,26 @@ TEST_F(EventBatch, ListenersThatLeaveMissWhatWaits) {
     EXPECT_THAT(heard, ElementsAre("a[12]", "c[2]"));
 }
 
+TEST_F(EventBatch, ListenersRemovedAfterTheDiscardOfTheSourceMissWhatWaits) {
+    auto* source = new Part(&whole);
+    add(*source, a);
+    add(*source, b, Red);
+    add(*source, c, Red, 6);
+    manager.openBatch();
+    fire(*source, Red);
+    fire(*source, Red, 6);
+    fire(*source, Green);
+    manager.eventSourceDiscarded(source);
+    EXPECT_EQ(remove(*source, a, Green), 1);
+    EXPECT_EQ(remove(*source, a, Green), 0);
+    EXPECT_EQ(remove(*source, b, Blue), 0);
+    EXPECT_EQ(manager.removeAllListeners(source, -1, 6), 1);
+    EXPECT_EQ(manager.removeAllListeners(source, -1, 6), 0);
+    source->vRelease();
+    manager.closeBatch();
+    EXPECT_THAT(heard, ElementsAre("a[1]", "b[1]"));
+}
+
 TEST_F(EventBatch, ListenersMayOpenBatchesWhileOneIsTold) {
     add(part, a, Red);
     add(part, b, Red | Green);

@@ -5,8 +5,7 @@
 
 #include <vector>
 
-#include "qx/foundation/util/QxNounDLists.h"
-#include "qx/foundation/util/QxTypedIter.h"
+#include "qx/drawing/QxDrawingNouns.h"
 
 namespace utiltest {
 

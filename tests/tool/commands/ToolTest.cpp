@@ -173,6 +173,31 @@ TEST(Tool, LeavesPlacesAloneUnlessALayoutIsAskedFor) {
     EXPECT_NE(draw("--layout spring"), draw("--layout spring --edge-length 300"));
 }
 
+TEST(Tool, ShowsBendsAndHiddenPartsOverTheSamePicture) {
+    const TemporaryFolder folder;
+    const auto draw = [&](const std::string& name, const std::string& options) {
+        const Outcome result =
+            runOn("draw -q " + options, dataPath(name), "-o " + quoted(folder / "a.svg"));
+        EXPECT_EQ(result.exitCode, 0) << result.err;
+        return contentOf(folder / "a.svg");
+    };
+    const auto added = [&](const std::string& name, const std::string& options) {
+        const std::string plain = draw(name, options);
+        const std::string detailed = draw(name, options + " --bends");
+        EXPECT_EQ(count(plain, "<circle") + count(plain, "dasharray"), 0U) << name;
+        const std::size_t start = plain.find("</svg>");
+        EXPECT_EQ(detailed.substr(0, start), plain.substr(0, start)) << name;
+        return detailed.substr(start);
+    };
+    const std::string mixed = added("made/mixed.gml", "");
+    EXPECT_EQ(count(mixed, "<circle"), 3U) << "one from the file, two of the loop";
+    EXPECT_EQ(count(mixed, "<path"), 8U) << "both ends of four edges";
+    EXPECT_EQ(count(mixed, "stroke-dasharray"), 1U);
+    EXPECT_EQ(count(added("made/mixed.gml", "--layout spring"), "<circle"), 4U)
+        << "the bend of the file is gone, the two parallel edges have one each";
+    EXPECT_EQ(count(added("facts/karate.gml", ""), "<circle"), 0U) << "straight edges only";
+}
+
 TEST(Tool, SaysThatNestedGraphsAreDrawnFlat) {
     const TemporaryFolder folder;
     const std::string output = "-o " + quoted(folder / "a.svg");
@@ -245,15 +270,23 @@ TEST(Tool, HelpsWithExamplesThatWork) {
     for (const char* command : {"info", "draw"}) {
         const Outcome help = run(std::string(command) + " --help");
         EXPECT_EQ(help.exitCode, 0);
-        const std::string start = "Example:\n  qxdraw ";
-        const std::size_t at = help.out.find(start);
+        const std::size_t at = help.out.find("\nExample");
         ASSERT_NE(at, std::string::npos) << help.out;
-        const std::string example = help.out.substr(at + start.size());
         const TemporaryFolder folder;
         fs::create_directory_symlink(fs::canonical(dataPath("../../samples")), folder / "samples");
-        const std::string shell = "cd " + quoted(folder / ".") + " && " + quoted(QXDRAW_TOOL) +
-                                  " " + example.substr(0, example.find('\n')) + " >/dev/null";
-        EXPECT_EQ(std::system(shell.c_str()), 0) << shell;
+        const std::string start = "  qxdraw ";
+        int examples = 0;
+        std::istringstream lines(help.out.substr(at));
+        for (std::string line; std::getline(lines, line);) {
+            if (line.starts_with(start)) {
+                const std::string shell = "cd " + quoted(folder / ".") + " && " +
+                                          quoted(QXDRAW_TOOL) + " " + line.substr(start.size()) +
+                                          " >/dev/null";
+                EXPECT_EQ(std::system(shell.c_str()), 0) << shell;
+                ++examples;
+            }
+        }
+        EXPECT_GE(examples, 1);
     }
 }
 

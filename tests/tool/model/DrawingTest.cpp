@@ -96,6 +96,35 @@ TEST(SceneBuilder, MakesRoomForLabelsBeyondTheBounds) {
     EXPECT_GT(scene.width(), 100);
 }
 
+TEST(SceneBuilder, AddsBendsAndWhatOutlinesHideOfEdges) {
+    GraphDocument document = placedDocument(R"(digraph {
+        a [shape=box pos="0,0" width=1 height=0.5 label=""]
+        b [shape=box pos="150,0" width=1 height=0.5 label=""]
+        c [shape=box pos="0,3" width=0.5 height=0.25 label=""]
+        a -> b; a -> c })");
+    document.edges[0].bends = {{20, 10}, {100, 10}};  // one inside the outline of a
+    document.edges[1].bends = {{10, 2}};
+    const Drawing drawing(document);
+    Scene scene = buildScene(drawing, document);
+    EXPECT_EQ(scene.edges.size(), 1U) << "nothing of the other is seen";
+    addPaths(scene, drawing);
+
+    ASSERT_EQ(scene.bends.size(), 3U);
+    EXPECT_FALSE(scene.bends[0].isVisible);
+    EXPECT_TRUE(scene.bends[1].isVisible);
+    EXPECT_FALSE(scene.bends[2].isVisible);
+    std::vector<DocumentPoint> ends;
+    for (const SceneLine& line : scene.hiddenLines) {
+        ends.push_back(line.from);
+        ends.push_back(line.to);
+    }
+    const std::vector<DocumentPoint>& seen = scene.edges.front().points;
+    EXPECT_THAT(ends, ElementsAre(IsNear(0, 0), IsNear(20, 10),                          //
+                                  IsNear(20, 10), IsNear(48, 10),                        //
+                                  IsNear(seen.back().x, seen.back().y), IsNear(200, 0),  //
+                                  IsNear(0, 0), IsNear(10, 2), IsNear(10, 2), IsNear(0, 4)));
+}
+
 TEST(EdgeSpreading, FansParallelEdgesOutAndMakesLoopsVisible) {
     const GraphDocument document = placedDocument(R"(digraph {
         a [pos="0,0"]; b [pos="300,0"]; c [pos="600,0"]

@@ -75,6 +75,22 @@ TEST(SvgWriter, PutsArrowHeadsWhereEdgesEnd) {
     EXPECT_THAT(writeSvg(scene), Not(HasSubstr("nan"))) << "an edge without length";
 }
 
+TEST(SvgWriter, PaintsBendsAndHiddenLinesOverNodes) {
+    Scene scene = page();
+    scene.nodes.push_back(box(0, 0));
+    const std::string plain = writeSvg(scene);
+    scene.hiddenLines.push_back({{0, 0}, {20, 5}});
+    scene.bends = {{{10, 0}, false}, {{50, 20}, true}};
+    const std::string svg = writeSvg(scene);
+    const std::size_t added = plain.find("</svg>");
+    ASSERT_TRUE(svg.starts_with(plain.substr(0, added))) << "the rest is as it is without";
+    const std::string over = svg.substr(added);
+    EXPECT_THAT(over, HasSubstr("stroke-dasharray=\"4 3\""));
+    EXPECT_THAT(over, HasSubstr("<path d=\"M100 50L120 45\"/>"));
+    EXPECT_THAT(over, HasSubstr("<circle cx=\"110\" cy=\"50\" r=\"2.5\" fill=\"#ffffff\"/>"));
+    EXPECT_THAT(over, HasSubstr("<circle cx=\"150\" cy=\"30\" r=\"2.5\" fill=\"#c2341d\"/>"));
+}
+
 TEST(Scene, MiddleLiesHalfwayAlongThePath) {
     const DocumentPoint middle = middleOf({{0, 0}, {100, 0}, {100, 50}, {100, 50}});
     EXPECT_DOUBLE_EQ(middle.x, 75);

@@ -66,7 +66,11 @@ Scene makeScene(const DrawOptions& options, GraphDocument& document, Progress& p
     }
     Drawing drawing(document);
     spreadEdges(drawing);
-    return buildScene(drawing, document);
+    Scene scene = buildScene(drawing, document);
+    if (options.showBends) {
+        addPaths(scene, drawing);
+    }
+    return scene;
 }
 
 }  // namespace

@@ -14,6 +14,7 @@ struct DrawOptions {
     std::string layout;     ///< "none", "spring", or empty: as the file asks for
     double edgeLength = 0;  ///< 0: one that suits the drawing
     bool keepOverlaps = false;
+    bool showBends = false;
     bool quiet = false;
 };
 

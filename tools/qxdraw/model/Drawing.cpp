@@ -31,7 +31,7 @@ QxShape toShape(const DocumentShape& source) {
         outline.appendPoint(QxPoint(toUnits(corner.x * QxShape::FrameHalf),
                                     toUnits(corner.y * QxShape::FrameHalf)));
     }
-    return QxShape(outline);
+    return QxShape::fromOutline(outline);
 }
 
 void setName(QxGraphObject& object, const std::string& name) {

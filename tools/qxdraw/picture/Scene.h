@@ -31,6 +31,17 @@ struct SceneEdge {
     std::vector<std::string> lines;  ///< its label
 };
 
+/// A bend of an edge, painted as a dot.
+struct SceneBend {
+    DocumentPoint center;
+    bool isVisible = false;  ///< it lies on the part of the edge that is painted
+};
+
+struct SceneLine {
+    DocumentPoint from;
+    DocumentPoint to;
+};
+
 /// The point halfway along a polyline of at least two points.
 DocumentPoint middleOf(const std::vector<DocumentPoint>& points);
 
@@ -42,7 +53,9 @@ struct Scene {
     double top = 0;
     std::string title;
     std::vector<SceneEdge> edges;
-    std::vector<SceneNode> nodes;  ///< later ones over earlier ones
+    std::vector<SceneNode> nodes;        ///< later ones over earlier ones
+    std::vector<SceneLine> hiddenLines;  ///< what the outlines of nodes cut off from edges
+    std::vector<SceneBend> bends;
 
     double width() const { return right - left; }
     double height() const { return top - bottom; }

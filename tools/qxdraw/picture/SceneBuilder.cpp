@@ -7,6 +7,7 @@
 
 #include "model/TextLayout.h"
 #include "qx/drawing/QxEdgeVisiblePointDListIter.h"
+#include "qx/drawing/QxPathIter.h"
 #include "qx/foundation/geometry/QxPointDList.h"
 #include "qx/foundation/geometry/QxShape.h"
 #include "qx/foundation/util/QxText.h"
@@ -105,6 +106,30 @@ void includeLabel(Scene& scene, const SceneEdge& edge) {
     scene.top = std::max(scene.top, middle.y + halfHeight);
 }
 
+void addHiddenLine(Scene& scene, const QxPoint& from, const QxPoint& to) {
+    if (from != to) {
+        scene.hiddenLines.push_back({toPlace(from), toPlace(to)});
+    }
+}
+
+void addHiddenLines(Scene& scene, const QxDEdge& edge) {
+    for (QxPathEdgeIter it(&edge); it; ++it) {
+        const QxPEdge& segment = *it.pEdge();
+        if (segment.inVisiblePart() == 0) {
+            addHiddenLine(scene, segment.ntFromPoint(0), segment.ntToPoint(0));
+        } else {
+            addHiddenLine(scene, segment.ntFromPoint(0), segment.ntFromPoint(1));
+            addHiddenLine(scene, segment.ntToPoint(1), segment.ntToPoint(0));
+        }
+    }
+}
+
+void addBends(Scene& scene, const QxDEdge& edge) {
+    for (QxPathNodeIter it(&edge); it; ++it) {
+        scene.bends.push_back({toPlace(it.pNode()->iCenter()), it.pNode()->inVisiblePart() != 0});
+    }
+}
+
 }  // namespace
 
 Scene buildScene(const Drawing& drawing, const GraphDocument& document) {
@@ -136,6 +161,15 @@ Scene buildScene(const Drawing& drawing, const GraphDocument& document) {
         }
     }
     return scene;
+}
+
+void addPaths(Scene& scene, const Drawing& drawing) {
+    for (std::size_t i = 0; i < drawing.numberOfEdges(); ++i) {
+        QxDEdge& edge = drawing.edge(i);
+        edge.updateVisiblePart();
+        addHiddenLines(scene, edge);
+        addBends(scene, edge);
+    }
 }
 
 }  // namespace qxdraw

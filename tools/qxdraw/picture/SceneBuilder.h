@@ -14,4 +14,8 @@ namespace qxdraw {
 /// what the drawing was made of; it tells arrows and groups.
 Scene buildScene(const Drawing& drawing, const GraphDocument& document);
 
+/// Adds what lies behind the painted edges: their bends, and the parts of their paths that are
+/// not painted, from the centers of the nodes on.
+void addPaths(Scene& scene, const Drawing& drawing);
+
 }  // namespace qxdraw

@@ -18,6 +18,7 @@ namespace {
 constexpr double ArrowLength = 9;
 constexpr double ArrowHalfWidth = 3.5;
 constexpr double BendRadius = 8;
+constexpr std::string_view PathColour = "#c2341d";  // of no edge and no node
 
 struct Colours {
     std::string_view fill;
@@ -52,6 +53,8 @@ public:
         writeArrows();
         writeNodes(false);
         writeEdgeLabels();
+        writeHiddenLines();
+        writeBends();
         m_svg += "</svg>\n";
         return std::move(m_svg);
     }
@@ -248,6 +251,39 @@ private:
             if (!edge.lines.empty()) {
                 writeLines(edge.lines, middleOf(edge.points), EdgeFontSize, "");
             }
+        }
+        m_svg += "</g>\n";
+    }
+
+    void writeHiddenLines() {
+        if (m_scene.hiddenLines.empty()) {
+            return;
+        }
+        m_svg += "<g fill=\"none\" stroke-width=\"0.8\" stroke-dasharray=\"4 3\"";
+        attribute("stroke", PathColour);
+        m_svg += ">\n";
+        for (const SceneLine& line : m_scene.hiddenLines) {
+            m_svg += "<path";
+            attribute("d", command('M', line.from) + command('L', line.to));
+            m_svg += "/>\n";
+        }
+        m_svg += "</g>\n";
+    }
+
+    void writeBends() {
+        if (m_scene.bends.empty()) {
+            return;
+        }
+        m_svg += "<g stroke-width=\"1\"";
+        attribute("stroke", PathColour);
+        m_svg += ">\n";
+        for (const SceneBend& bend : m_scene.bends) {
+            m_svg += "<circle";
+            attribute("cx", x(bend.center.x));
+            attribute("cy", y(bend.center.y));
+            attribute("r", "2.5");
+            attribute("fill", bend.isVisible ? PathColour : "#ffffff");
+            m_svg += "/>\n";
         }
         m_svg += "</g>\n";
     }

@@ -6,8 +6,24 @@
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDNode.h"
+#include "qx/foundation/geometry/QxShape.h"
+#include "qx/foundation/geometry/QxShapeResource.h"
 
 namespace qx::internal {
+
+/// Whether the point lies in the node's shape, as that is seen in the node's graph or, `inOwnGraph`
+/// 0, in the anchor graph: where the node is cut, not where it would be in finer coordinates. No
+/// point does there when the node is not visible.
+inline bool nodeContains(const QxDNode& node, const QxPoint& point, int inOwnGraph) {
+    QxRect rect;
+    if (node.getBoundingRect(rect, inOwnGraph) == 0 || rect.within(point) == 0) {
+        return false;
+    }
+    const QxShapeResource* resource = node.pQueryShapeResource();
+    const QxShape* shape = resource != nullptr ? resource->pShape() : nullptr;
+    return shape == nullptr || shape->isRectangular() != 0 ||
+           shape->within(point, rect.center(), rect.size()) != 0;
+}
 
 /// The object at one end of an edge: its center is where the path starts or ends, its outline is
 /// where the drawn part is cut off. Here the node; a connector of that end goes before it.
@@ -23,14 +39,14 @@ public:
     explicit operator bool() const { return m_node != nullptr; }
 
     QxPoint center() const {
-        QxPoint center = m_node->iCenter();
+        QxPoint center = m_node->pIRect()->center();
         const QxDGraph* graph = m_inOwnGraph == 0 ? m_node->pOwnerGraph() : nullptr;
         if (graph != nullptr) {
             graph->expandedTransformPoint(center);
         }
         return center;
     }
-    bool contains(const QxPoint& point) const { return m_node->within(point, m_inOwnGraph) != 0; }
+    bool contains(const QxPoint& point) const { return nodeContains(*m_node, point, m_inOwnGraph); }
     /// Moves `from` to where the way from there to `toward` leaves the object; it stays where it
     /// is when it does not.
     void clip(QxPoint& from, const QxPoint& toward) const {

@@ -7,6 +7,7 @@
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxGeometricUpdateInfo.h"
+#include "qx/drawing/QxPNode.h"
 #include "qx/drawing/internal/KeepAlive.h"
 
 /// The one sequence that every change of a drawing runs through: records open, the objects report
@@ -52,6 +53,20 @@ void changeNodeGeometry(QxDNode& node, const Change& change) {
     if (node.pOwnerGraph() == graph) {
         node.actAfterGeometryChanges(&records.own, &records.intergraph, 1, 1, 1, 1);
     }
+}
+
+/// A move of a bend.
+template <class Change>
+void changeBendGeometry(QxPNode& bend, const Change& change) {
+    const KeepAlive alive(bend);
+    QxDGraph* const graph = bend.pOwnerGraph();
+    QxGeometricUpdateInfo record(graph, 0, 1);
+    bend.actBeforeGeometryChanges(&record, 1, 1);
+    change();
+    if (bend.pOwnerGraph() == graph) {
+        bend.actAfterGeometryChanges(&record, 1, 1);
+    }
+    record.enableAndRestoreState();
 }
 
 /// A change of the edge's path or ends.

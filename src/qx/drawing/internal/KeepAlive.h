@@ -3,20 +3,4 @@
 
 #pragma once
 
-#include "qx/foundation/util/QxObject.h"
-
-namespace qx::internal {
-
-/// Holds a reference to an object while its scope tells listeners, who may discard it.
-class [[nodiscard]] KeepAlive {
-public:
-    explicit KeepAlive(QxObject& object) : m_object(object) { m_object.vAddRef(); }
-    ~KeepAlive() { m_object.vRelease(); }
-    KeepAlive(const KeepAlive&) = delete;
-    KeepAlive& operator=(const KeepAlive&) = delete;
-
-private:
-    QxObject& m_object;
-};
-
-}  // namespace qx::internal
+#include "qx/foundation/util/internal/KeepAlive.h"

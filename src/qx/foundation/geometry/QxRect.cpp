@@ -138,7 +138,9 @@ QxRect& QxRect::operator|=(const QxRect& other) noexcept {
 }
 
 int QxRect::updateBounds(const QxRect* other) noexcept {
-    if (other == nullptr || encloses(*other) != 0) {
+    const bool isNothing =
+        other == nullptr || other->m_right < other->m_left || other->m_top < other->m_bottom;
+    if (isNothing || encloses(*other) != 0) {
         return 0;
     }
     m_left = std::min(m_left, other->m_left);

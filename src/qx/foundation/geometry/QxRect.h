@@ -46,6 +46,7 @@ public:
     std::int32_t top(std::int32_t value) noexcept { return m_top = value; }
     std::int32_t right(std::int32_t value) noexcept { return m_right = value; }
     std::int32_t bottom(std::int32_t value) noexcept { return m_bottom = value; }
+    /// Sets all sides, in the order left, bottom, right, top: the lower left corner comes first.
     void setCorners(std::int32_t left, std::int32_t bottom, std::int32_t right,
                     std::int32_t top) noexcept {
         setLeftRight(left, right);
@@ -118,9 +119,11 @@ public:
     /// @}
 
     /// @name Union
+    /// An empty `other` changes nothing.
     /// @{
     QxRect& operator|=(const QxRect& other) noexcept;
-    /// Enlarges this rectangle to include `other`; 1 when that changed it, 0 for null.
+    /// Enlarges this rectangle to include `other`; 1 when that changed it; 0 for null and
+    /// for an empty `other`.
     int updateBounds(const QxRect* other) noexcept;
     /// @}
 
@@ -188,8 +191,9 @@ public:
     void getPointOutsideRect(QxPoint& point, const QxPoint& toward) const noexcept;
     /// @}
 
-    /// The position of `p` relative to the center, in thousandths of the half extents or in units.
+    /// The position of `p` relative to the center, in thousandths of the half extents.
     void setPerMil(const QxPoint& p, QxPerMil& result) const noexcept;
+    /// The same in units, clamped to 32 bits: the width is the offset in x, the height that in y.
     void setOffset(const QxPoint& p, QxSize& result) const noexcept;
 
     friend bool operator==(const QxRect& a, const QxRect& b) noexcept {

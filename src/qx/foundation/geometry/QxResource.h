@@ -14,6 +14,7 @@ class QxResourceDB;
 /// the value. While a resource is registered its value must not change: make it private first.
 class QX_API QxResource : public QxObject {
 public:
+    /// A private resource. The database is not owned and may be null: then it stays private.
     explicit QxResource(QxResourceDB* db) noexcept : m_pDB(db) {}
     /// A copy is private and belongs to the same database.
     QxResource(const QxResource& source) noexcept : QxObject(source), m_pDB(source.m_pDB) {}
@@ -28,6 +29,7 @@ public:
     /// The database that the resource is, or will be, registered with; null when there is none.
     QxResourceDB* pResourceDB() const noexcept { return m_pDB; }
 
+    /// A new private copy; the caller owns the one reference it starts with.
     QxResource* cloneObject() const { return static_cast<QxResource*>(vCloneObject()); }
 
 private:

@@ -9,11 +9,14 @@
 /// width on either side of it. Around a single point it is that point.
 class QX_API QxRotatedRect : public QxValueObject<QxRotatedRect> {
 public:
+    /// The origin alone.
     QxRotatedRect() noexcept = default;
+    /// Around the segment `from` to `to`; `width` counts across it, half of it on either side.
     QxRotatedRect(const QxPoint& from, const QxPoint& to, std::int32_t width) noexcept
         : m_from(from), m_to(to), m_width(width) {}
     QxRotatedRect(const QxRotatedRect& other, QxDeepFlagEnum) noexcept : QxRotatedRect(other) {}
 
+    /// The ends of the segment, and the extent across it.
     const QxPoint& from() const noexcept { return m_from; }
     const QxPoint& to() const noexcept { return m_to; }
     std::int32_t width() const noexcept { return m_width; }

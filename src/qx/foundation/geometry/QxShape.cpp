@@ -6,6 +6,7 @@
 #include <cmath>
 #include <limits>
 #include <ostream>
+#include <utility>
 
 #include "qx/foundation/geometry/QxPointDList.h"
 #include "qx/foundation/geometry/internal/QxOvalOutline.h"
@@ -69,23 +70,60 @@ double rectChord(const QxRect& rect, double dx, double dy) noexcept {
     return std::hypot(dx, dy) * std::min(limitX, limitY);
 }
 
-struct Range {
-    std::int32_t low = qx::MaxInt32;
-    std::int32_t high = qx::MinInt32;
+using Points = std::vector<QxDTuple>;
 
-    void include(std::int32_t value) noexcept {
+struct Range {
+    double low = std::numeric_limits<double>::infinity();
+    double high = -std::numeric_limits<double>::infinity();
+
+    void include(double value) noexcept {
         low = std::min(low, value);
         high = std::max(high, value);
     }
+    bool liesInFrame() const noexcept {
+        return low >= -QxShape::FrameHalf && high <= QxShape::FrameHalf;
+    }
     /// The coordinate in the frame whose ends are the ends of this range.
-    double normalized(std::int32_t value) const noexcept {
+    double stretched(double value) const noexcept {
         if (low == high) {
             return 0.0;
         }
-        const double share = (static_cast<double>(value) - low) / (static_cast<double>(high) - low);
+        const double share = (value - low) / (high - low);
         return std::floor(share * 2.0 * QxShape::FrameHalf + 0.5) - QxShape::FrameHalf;
     }
 };
+
+/// The bounding box of an outline.
+struct Box {
+    explicit Box(const Points& points) {
+        for (const QxDTuple& point : points) {
+            x.include(point.x());
+            y.include(point.y());
+        }
+    }
+    bool liesInFrame() const noexcept { return x.liesInFrame() && y.liesInFrame(); }
+
+    Range x;
+    Range y;
+};
+
+Points pointsOf(const QxPointDList& outline) {
+    Points points;
+    points.reserve(static_cast<std::size_t>(outline.count()));
+    for (const QxDListCell* cell = outline.pFirstCell(); cell; cell = cell->pNextCell()) {
+        points.emplace_back(QxPointDList::pPoint(cell)->x(), QxPointDList::pPoint(cell)->y());
+    }
+    return points;
+}
+
+/// Lets the bounding box of the outline become the frame.
+Points stretchedToFrame(Points points) {
+    const Box box(points);
+    for (QxDTuple& point : points) {
+        point = QxDTuple(box.x.stretched(point.x()), box.y.stretched(point.y()));
+    }
+    return points;
+}
 
 }  // namespace
 
@@ -97,28 +135,26 @@ QxShape::QxShape(QxShapeTypeEnum type) noexcept
 }
 
 QxShape::QxShape(const QxPointDList& outline) : m_type(QxShapeTypePolygon) {
-    if (outline.count() < 3) {
+    Points points = pointsOf(outline);
+    const bool isInFrame = Box(points).liesInFrame();
+    takeOutline(isInFrame ? std::move(points) : stretchedToFrame(std::move(points)));
+}
+
+QxShape QxShape::fromOutline(const QxPointDList& outline) {
+    QxShape shape(QxShapeTypePolygon);
+    shape.takeOutline(stretchedToFrame(pointsOf(outline)));
+    return shape;
+}
+
+void QxShape::takeOutline(Points points) {
+    if (points.size() < 3) {
         return;
     }
-    normalizeOutline(outline);
+    m_points = std::move(points);
     m_isRectangular = qx::internal::isFrameItself(m_points);
     const std::int32_t half = qx::internal::polygonInnerHalf(m_points);
     if (half > 0) {
         m_innerRect = centeredRect(half);
-    }
-}
-
-void QxShape::normalizeOutline(const QxPointDList& outline) {
-    Range x;
-    Range y;
-    for (const QxDListCell* cell = outline.pFirstCell(); cell; cell = cell->pNextCell()) {
-        x.include(QxPointDList::pPoint(cell)->x());
-        y.include(QxPointDList::pPoint(cell)->y());
-    }
-    m_points.reserve(static_cast<std::size_t>(outline.count()));
-    for (const QxDListCell* cell = outline.pFirstCell(); cell; cell = cell->pNextCell()) {
-        const QxPoint& point = *QxPointDList::pPoint(cell);
-        m_points.emplace_back(x.normalized(point.x()), y.normalized(point.y()));
     }
 }
 

@@ -13,11 +13,11 @@ class QxPointDList;
 
 /// The outline of a node or connector: a rectangle, an oval or a polygon.
 ///
-/// A shape has no place of its own. Its outline fills a frame from -1000 to 1000 in both axes, and
-/// every test takes the center and size at which that frame is placed; operations without a center
-/// place the shape around the origin. Placed, the frame is the bounding rectangle QxRect(center,
-/// size). With a width or height of 0 only that rectangle is left of any shape; with a negative one
-/// the shape is empty: nothing lies within it or meets it.
+/// A shape has no place of its own. Its outline lies in a frame from -1000 to 1000 in both axes,
+/// and every test takes the center and size at which that frame is placed; operations without a
+/// center place the shape around the origin. Placed, the frame is the bounding rectangle
+/// QxRect(center, size). With a width or height of 0 only that rectangle is left of any shape; with
+/// a negative one the shape is empty: nothing lies within it or meets it.
 ///
 /// Outline points that are computed are rounded to the nearest integers and always lie in the
 /// bounding rectangle. A point counts as lying on a curved or slanted outline when the outline
@@ -31,20 +31,25 @@ public:
     QxShape() noexcept = default;
     /// A shape of the kind; a polygon without points has the outline of the rectangle.
     explicit QxShape(QxShapeTypeEnum type) noexcept;
-    /// A polygon. The points may use any frame: the outline is stretched so that its own bounding
-    /// box becomes the frame (an axis without extent is centered). The outline is closed by
+    /// A polygon. Points in the frame are kept as they are, also when they do not fill it; when any
+    /// point lies outside, the outline is stretched as by fromOutline. The outline is closed by
     /// itself; fewer than 3 points mean the outline of the rectangle. Self-intersecting outlines
     /// count as inside what an odd number of their turns surrounds.
     explicit QxShape(const QxPointDList& outline);
+    /// A polygon whose outline is given in units of its own, large or small: it is stretched so
+    /// that its bounding box becomes the frame (an axis without extent is centered).
+    static QxShape fromOutline(const QxPointDList& outline);
     QxShape(const QxShape& other, QxDeepFlagEnum) : QxShape(other) {}
 
+    /// The kind; polygons of all outlines share one.
     QxShapeTypeEnum type() const noexcept { return m_type; }
     /// 1 when the outline is the bounding rectangle, for a polygon with its corners too.
     int isRectangular() const noexcept { return m_isRectangular ? 1 : 0; }
     /// Fills `points` with the outline of a polygon in the frame; leaves it empty for other shapes.
     void getOutline(QxPointDList& points) const;
 
-    /// @name Containment, the outline included
+    /// @name Containment
+    /// 1 when the point lies in the placed shape, the outline included; onBoundary: on the outline.
     /// @{
     int within(const QxPoint& p, const QxPoint& center, const QxSize& size) const;
     int within(std::int32_t x, std::int32_t y, std::int32_t centerX, std::int32_t centerY,
@@ -110,7 +115,7 @@ private:
     bool hasSimpleOutlineAt(const QxRect& rect) const noexcept {
         return m_isRectangular || rect.left() >= rect.right() || rect.bottom() >= rect.top();
     }
-    void normalizeOutline(const QxPointDList& outline);
+    void takeOutline(std::vector<QxDTuple> points);
     QxRect usableInnerRect() const noexcept;
     int clip(QxPoint& result, const QxPoint& from, const QxPoint& to, const QxRect& rect) const;
     bool liesOnOutline(const QxPoint& p, const QxRect& rect) const;

@@ -10,6 +10,7 @@
 /// x - leftHalfWidth() to x + rightHalfWidth(); likewise in y.
 class QX_API QxSize : public QxValueObject<QxSize> {
 public:
+    /// Both extents 0.
     QxSize() noexcept = default;
     QxSize(std::int32_t width, std::int32_t height) noexcept : m_width(width), m_height(height) {}
     QxSize(const QxSize& other, QxDeepFlagEnum) noexcept : QxSize(other) {}
@@ -18,15 +19,20 @@ public:
     std::int32_t height() const noexcept { return m_height; }
     std::int32_t width(std::int32_t value) noexcept { return m_width = value; }
     std::int32_t height(std::int32_t value) noexcept { return m_height = value; }
+    /// Sets both extents.
     void resize(std::int32_t newWidth, std::int32_t newHeight) noexcept {
         m_width = newWidth;
         m_height = newHeight;
     }
 
+    /// @name Halves: what lies on either side of a center
+    /// They add up to the extent; of an odd one, the right and the top half get the extra unit.
+    /// @{
     std::int32_t leftHalfWidth() const noexcept { return qx::lowerHalf(m_width); }
     std::int32_t rightHalfWidth() const noexcept { return qx::upperHalf(m_width); }
     std::int32_t bottomHalfHeight() const noexcept { return qx::lowerHalf(m_height); }
     std::int32_t topHalfHeight() const noexcept { return qx::upperHalf(m_height); }
+    /// @}
 
     friend bool operator==(const QxSize& a, const QxSize& b) noexcept {
         return a.m_width == b.m_width && a.m_height == b.m_height;

@@ -15,7 +15,7 @@ std::int32_t QxSpacing::calculateOuterSize(const QxSpacing& lower, const QxSpaci
     // Truncation takes less than one unit off each spacing, so the answer lies between the exact
     // outer extents of inner - 2 and of inner + 2. One unit more of outer extent leaves at most
     // one unit more inside: the first extent that leaves enough leaves exactly `inner`.
-    auto outer = qx::truncToInt32(std::floor((inner - 2 + constants) / (1.0 - share)));
+    auto outer = qx::truncToInt32(std::floor((inner - 2.0 + constants) / (1.0 - share)));
     while (outer < qx::MaxInt32 &&
            std::int64_t{outer} - lower.spacing(outer) - upper.spacing(outer) < inner) {
         ++outer;

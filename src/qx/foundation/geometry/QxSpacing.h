@@ -9,13 +9,17 @@
 /// The spacing on one side of an extent: a constant in world units plus thousandths of the extent.
 class QX_API QxSpacing {
 public:
+    /// No spacing.
     constexpr QxSpacing() noexcept = default;
+    /// `constant` in world units, `proportional` in thousandths of the extent.
     constexpr QxSpacing(std::int32_t constant, std::int16_t proportional) noexcept
         : m_constant(constant), m_proportional(proportional) {}
 
+    /// World units.
     constexpr std::int32_t constant() const noexcept { return m_constant; }
-    constexpr std::int16_t proportional() const noexcept { return m_proportional; }
     constexpr std::int32_t constant(std::int32_t value) noexcept { return m_constant = value; }
+    /// Thousandths of the extent.
+    constexpr std::int16_t proportional() const noexcept { return m_proportional; }
     constexpr std::int16_t proportional(std::int16_t value) noexcept {
         return m_proportional = value;
     }

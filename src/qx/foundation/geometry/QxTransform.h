@@ -19,6 +19,7 @@ public:
     /// Scale 1; maps `sourceOrigin` onto `targetOrigin`.
     QxTransform(const QxDTuple& sourceOrigin, const QxDTuple& targetOrigin) noexcept
         : m_sourceOrigin(sourceOrigin), m_targetOrigin(targetOrigin) {}
+    /// Maps `sourceOrigin` onto `targetOrigin` and lengths of `sourceExtent` onto `targetExtent`.
     QxTransform(const QxDTuple& sourceOrigin, const QxDTuple& targetOrigin,
                 const QxDTuple& sourceExtent, const QxDTuple& targetExtent) noexcept
         : m_sourceOrigin(sourceOrigin),
@@ -27,6 +28,10 @@ public:
           m_targetExtent(targetExtent) {}
     QxTransform(const QxTransform& other, QxDeepFlagEnum) noexcept : QxTransform(other) {}
 
+    /// @name Origins and extents
+    /// The source origin is mapped onto the target origin; a length of the source extent becomes
+    /// one of the target extent. World units.
+    /// @{
     const QxDTuple& sourceOrigin() const noexcept { return m_sourceOrigin; }
     const QxDTuple& targetOrigin() const noexcept { return m_targetOrigin; }
     const QxDTuple& sourceExtent() const noexcept { return m_sourceExtent; }
@@ -35,7 +40,9 @@ public:
     const QxDTuple& targetOrigin(const QxDTuple& value) noexcept { return m_targetOrigin = value; }
     const QxDTuple& sourceExtent(const QxDTuple& value) noexcept { return m_sourceExtent = value; }
     const QxDTuple& targetExtent(const QxDTuple& value) noexcept { return m_targetExtent = value; }
+    /// @}
 
+    /// Target extent / source extent of the axis; 1 where that is no scale.
     double scaleX() const noexcept { return scaled(1.0, m_sourceExtent.x(), m_targetExtent.x()); }
     double scaleY() const noexcept { return scaled(1.0, m_sourceExtent.y(), m_targetExtent.y()); }
 

@@ -10,6 +10,7 @@
 #include "qx/foundation/graph/QxGraphManager.h"
 #include "qx/foundation/graph/QxNode.h"
 #include "qx/foundation/util/QxDebugStream.h"
+#include "qx/foundation/util/internal/KeepAlive.h"
 
 QxEdge::GraphCells::GraphCells(QxEdge* edge) : sourceCell(edge), targetCell(edge) {}
 
@@ -214,23 +215,32 @@ int QxEdge::changeEndNodes(QxNode* source, QxNode* target) {
         return 1;
     }
     const bool attached = connected() != 0 || deactivated() != 0;
-    const bool reconnect = attached && deactivated() == 0;
     const auto canChange = [&](const QxNode* end, const QxNode* node) {
         return (end == node || canEnd(node) != 0) && (!attached || canConnect(node) != 0);
     };
     if (!canChange(m_source, source) || !canChange(m_target, target)) {
         return 0;
     }
-    if (reconnect) {
-        disconnect();
+    const auto change = [&] {
+        return changeSourceNodeWithoutConnect(source) != 0 &&
+                       changeTargetNodeWithoutConnect(target) != 0
+                   ? 1
+                   : 0;
+    };
+    if (!attached || deactivated() != 0) {
+        return change();
     }
-    const int changed =
-        changeSourceNodeWithoutConnect(source) != 0 && changeTargetNodeWithoutConnect(target) != 0
-            ? 1
-            : 0;
-    if (reconnect) {
-        vConnect();
+    // Listeners hear of the edge while it is disconnected; they may discard any of the three.
+    const qx::internal::KeepAlive alive(*this);
+    const qx::internal::KeepAlive sourceAlive(*source);
+    const qx::internal::KeepAlive targetAlive(*target);
+    const QxGraph* graph = pOwnerGraph();
+    disconnect();
+    if (pOwnerGraph() != graph) {
+        return 0;
     }
+    const int changed = canChange(m_source, source) && canChange(m_target, target) ? change() : 0;
+    vConnect();
     return changed;
 }
 
@@ -307,6 +317,13 @@ void QxEdge::initEndNodes(QxNode* source, QxNode* target) {
     m_target = target;
     source->actOnInitEndNode(this);
     target->actOnInitEndNode(this);
+}
+
+void QxEdge::placeEnds(QxNode* source, QxNode* target) {
+    leaveEndLists();
+    m_source = source;
+    m_target = target;
+    enterEndLists();
 }
 
 bool QxEdge::listsAt(const QxNode* node) const {

@@ -90,6 +90,9 @@ public:
 protected:
     /// Sets both ends of an edge that is in no list of its ends, and tells the nodes.
     void initEndNodes(QxNode* source, QxNode* target);
+    /// Sets both ends in whatever state, without asking or telling anybody; null takes an end away.
+    /// For segments, whose edge knows what it does.
+    void placeEnds(QxNode* source, QxNode* target);
 
 private:
     friend class QxNode;

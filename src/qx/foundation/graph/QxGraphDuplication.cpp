@@ -12,6 +12,9 @@
 using qx::internal::each;
 
 void QxGraph::copyGraph(const QxGraph* source, int deep) {
+    if (source == nullptr || source == this) {
+        return;
+    }
     copyName(*source);
     if (deep != 0) {
         emptyTopology();

@@ -13,6 +13,7 @@
 #include "qx/foundation/graph/QxNode.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/util/QxDebugStream.h"
+#include "qx/foundation/util/internal/KeepAlive.h"
 
 using qx::internal::each;
 
@@ -113,10 +114,13 @@ void QxGraphManager::emptyTopology() {
         discardGraph(static_cast<QxGraph*>(graph));
     }
     if (QxGraph* intergraph = m_intergraph) {
+        const qx::internal::KeepAlive alive(*intergraph);
         intergraph->emptyTopology();
-        intergraph->actOnDiscard();
-        forgetGraph(intergraph);
-        intergraph->vRelease();
+        if (m_intergraph == intergraph) {
+            intergraph->actOnDiscard();
+            forgetGraph(intergraph);
+            intergraph->vRelease();
+        }
     }
 }
 
@@ -152,11 +156,6 @@ QxEventManager* QxGraphManager::pEventManager() const {
 
 QxChildGraphForest* QxGraphManager::vNewChildGraphForest() {
     return new QxChildGraphForest(this);
-}
-
-void QxGraphManager::renewChildGraphForest() {
-    releaseForest();
-    eachGraph(*this, [this](QxGraph* graph) { pChildGraphForest()->actOnInsertGraph(graph); });
 }
 
 void QxGraphManager::releaseForest() {
@@ -232,9 +231,10 @@ int QxGraphManager::vDiscardGraph(QxGraph* graph) {
     if (graph == nullptr || graph == m_intergraph || graph->pOwnerGraphManager() != this) {
         return 0;
     }
+    const qx::internal::KeepAlive alive(*graph);
     graph->emptyTopology();  // with the edges from here to other graphs
-    if (removeGraph(graph) == nullptr) {
-        return 0;
+    if (graph->pOwnerGraphManager() != this || removeGraph(graph) == nullptr) {
+        return 0;  // a listener has been quicker
     }
     graph->actOnDiscard();
     graph->vRelease();

@@ -106,8 +106,6 @@ public:
 protected:
     /// Makes `graph` look like the intergraph of this manager, before it becomes it.
     void markAsIntergraph(QxGraph* graph);
-    /// Releases the present forest, so that the next request makes one of the subclass's kind.
-    void renewChildGraphForest();
 
 private:
     friend class QxGraph;

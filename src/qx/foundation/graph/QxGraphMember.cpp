@@ -5,7 +5,6 @@
 
 #include "qx/foundation/graph/QxChildGraphForest.h"
 #include "qx/foundation/graph/QxChildGraphForestEdge.h"
-#include "qx/foundation/graph/QxGraph.h"
 #include "qx/foundation/graph/QxGraphManager.h"
 #include "qx/foundation/graph/internal/GraphObjectExtras.h"
 
@@ -28,17 +27,6 @@ QxGraphMember::~QxGraphMember() {
 }
 
 void QxGraphMember::actOnDiscard() {}
-
-QxGraph* QxGraphMember::pOwnerGraph() const {
-    return ownerValid() != 0 ? pUnverifiedOwnerGraph() : nullptr;
-}
-
-QxGraph* QxGraphMember::pUnverifiedOwnerGraph() const {
-    QxOwnedObject* owner = pOwner();
-    return owner != nullptr && (owner->flagWord() & qx::flags::IsGraph) != 0
-               ? static_cast<QxGraph*>(owner)
-               : nullptr;
-}
 
 QxChildGraphForestEdge* QxGraphMember::pChildGraphForestEdge() const {
     const qx::internal::GraphObjectExtras* extras = pQueryExtras();

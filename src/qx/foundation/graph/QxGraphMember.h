@@ -3,11 +3,10 @@
 
 #pragma once
 
-#include "qx/foundation/graph/QxExtendableGraphObject.h"
+#include "qx/foundation/graph/QxGraph.h"
 #include "qx/foundation/util/QxDListCell.h"
 
 class QxChildGraphForestEdge;
-class QxGraph;
 
 /// A node or an edge: what a graph owns and lists.
 ///
@@ -23,9 +22,14 @@ public:
     virtual void actOnDiscard();
 
     /// The graph that lists this member; null while it is detached.
-    QxGraph* pOwnerGraph() const;
+    QxGraph* pOwnerGraph() const { return ownerValid() != 0 ? pUnverifiedOwnerGraph() : nullptr; }
     /// The graph that made the member or listed it last, valid or not; null when that is gone.
-    QxGraph* pUnverifiedOwnerGraph() const;
+    QxGraph* pUnverifiedOwnerGraph() const {
+        QxOwnedObject* const owner = pOwner();
+        return owner != nullptr && (owner->flagWord() & qx::flags::IsGraph) != 0
+                   ? static_cast<QxGraph*>(owner)
+                   : nullptr;
+    }
 
     /// The graph nested in this member; null when there is none. The manager owns it.
     QxGraph* pChildGraph() const;

@@ -13,6 +13,7 @@
 #include "qx/foundation/graph/QxGraphManager.h"
 #include "qx/foundation/graph/QxNode.h"
 #include "qx/foundation/graph/internal/EachObject.h"
+#include "qx/foundation/util/internal/KeepAlive.h"
 
 using qx::internal::each;
 
@@ -102,9 +103,10 @@ int QxGraph::vDiscardNode(QxNode* node) {
     if (QxChildGraphForest* forest = forestFor(node, this)) {
         forest->actOnDiscardGraphMember(node);
     }
+    const qx::internal::KeepAlive alive(*node);
     discardEdgesAt(node);
-    if (removeNode(node) == nullptr) {
-        return 0;
+    if (node->pOwnerGraph() != this || removeNode(node) == nullptr) {
+        return 0;  // a listener has been quicker
     }
     node->actOnDiscard();
     node->vRelease();

@@ -74,30 +74,31 @@ int QxBaseEventManager::addListener(const QxObject* source, QxEventListener* lis
 
 int QxBaseEventManager::removeListener(const QxObject* source, const QxEventListener* listener,
                                        std::int32_t typeMask, std::int32_t category) {
-    if (listener == nullptr || !isRegistered(category) ||
-        m_registry->remove(source, listener, static_cast<std::uint32_t>(typeMask), category) == 0) {
-        return 0;
-    }
-    refreshHeard(category);
-    silence([&](const EventHearing& hearing, const QxEvent& event) {
-        return hearing.listener == listener && hearing.at == source &&
-               event.eventCategoryID() == category && (event.type() & typeMask) != 0;
-    });
-    return 1;
+    return listener != nullptr ? removeListeners(source, listener, typeMask, category) : 0;
 }
 
 int QxBaseEventManager::removeAllListeners(const QxObject* source, std::int32_t typeMask,
                                            std::int32_t category) {
-    if (!isRegistered(category) ||
-        m_registry->remove(source, nullptr, static_cast<std::uint32_t>(typeMask), category) == 0) {
+    return removeListeners(source, nullptr, typeMask, category);
+}
+
+/// A null listener stands for all. Registrations at a discarded source are gone already, but what
+/// was fired before still waits for their listeners.
+int QxBaseEventManager::removeListeners(const QxObject* source, const QxEventListener* listener,
+                                        std::int32_t typeMask, std::int32_t category) {
+    if (!isRegistered(category)) {
         return 0;
     }
-    refreshHeard(category);
-    silence([&](const EventHearing& hearing, const QxEvent& event) {
-        return hearing.at == source && event.eventCategoryID() == category &&
-               (event.type() & typeMask) != 0;
+    const int removed =
+        m_registry->remove(source, listener, static_cast<std::uint32_t>(typeMask), category);
+    if (removed != 0) {
+        refreshHeard(category);
+    }
+    const int silenced = silence([&](const EventHearing& hearing, const QxEvent& event) {
+        return (listener == nullptr || hearing.listener == listener) && hearing.at == source &&
+               event.eventCategoryID() == category && (event.type() & typeMask) != 0;
     });
-    return 1;
+    return removed | silenced;
 }
 
 void QxBaseEventManager::eventSourceDiscarded(const QxObject* source) {
@@ -115,12 +116,15 @@ void QxBaseEventManager::listenerDestroyed(QxEventListener* listener) {
         [&](const EventHearing& hearing, const QxEvent&) { return hearing.listener == listener; });
 }
 
+/// Returns 1 when it kept anyone from being called.
 template <class Matches>
-void QxBaseEventManager::silence(const Matches& matches) {
+int QxBaseEventManager::silence(const Matches& matches) {
+    int silenced = 0;
     const auto silenceIn = [&](EventDelivery& delivery) {
         for (EventHearing& hearing : delivery.hearings) {
             if (hearing.listener != nullptr && matches(hearing, *delivery.events[hearing.event])) {
                 hearing.listener = nullptr;
+                silenced = 1;
             }
         }
     };
@@ -128,6 +132,7 @@ void QxBaseEventManager::silence(const Matches& matches) {
     for (EventDelivery* delivery = m_running; delivery != nullptr; delivery = delivery->outer) {
         silenceIn(*delivery);
     }
+    return silenced;
 }
 
 int QxBaseEventManager::fireEvent(QxEvent* event, int) {

@@ -59,7 +59,9 @@ public:
     int addListener(const QxObject* source, QxEventListener* listener, std::int32_t typeMask,
                     std::int32_t category);
     /// Takes the types in the mask away from what the listener hears at the source; it is gone from
-    /// there when none are left. 1 when that changed anything.
+    /// there when none are left. What it has not yet been told of them, in a batch or in a call
+    /// that is running, it misses, also when the source has been discarded since. 1 when any of
+    /// that changed anything.
     int removeListener(const QxObject* source, const QxEventListener* listener,
                        std::int32_t typeMask, std::int32_t category);
     /// The same for all listeners at the source.
@@ -86,9 +88,9 @@ public:
     /// Returns 1, also when nobody listens; 0 when the event was vetoed, events are not fired, the
     /// event is null or its category is not registered.
     int fireEvent(QxEvent* event, int reserved);
-    /// Whether events are fired; initially 1. While they are not, events are lost, not queued.
     /// Whether listeners are being told of something just now.
     int isTelling() const noexcept { return m_running != nullptr ? 1 : 0; }
+    /// Whether events are fired; initially 1. While they are not, events are lost, not queued.
     int fireEvents() const noexcept { return m_firesEvents ? 1 : 0; }
     int fireEvents(int value) noexcept {
         m_firesEvents = value != 0;
@@ -139,9 +141,10 @@ private:
     void listenerDestroyed(QxEventListener* listener);
     void refreshHeard(std::int32_t category);
     void refreshAllHeard();
+    int removeListeners(const QxObject* source, const QxEventListener* listener,
+                        std::int32_t typeMask, std::int32_t category);
     template <class Matches>
-    void silence(const Matches& matches);
-
+    int silence(const Matches& matches);
     void freeRetiredWhenIdle();
 
     bool isVetoed(const qx::internal::EventDelivery& delivery, std::size_t vetoable);

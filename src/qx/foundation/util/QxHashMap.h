@@ -23,7 +23,7 @@ public:
     /// Maps the key to the value and returns the value that it had before, or null. A null key or
     /// value is refused: null, no change.
     QxObject* put(QxObject* key, QxObject* value);
-    /// Null for an unknown key.
+    /// The value that the key is mapped to; null for an unknown key.
     QxObject* get(const QxObject* key) const;
     /// Forgets the key and returns the value it had, or null. Nonzero `releaseKey` drops one
     /// reference of the key, when the map knew it.
@@ -34,6 +34,7 @@ public:
     /// Fills the list with the values, in the order their keys came; the list is emptied first.
     void buildObjectList(QxDList* list) const;
 
+    /// The number of keys.
     std::int32_t count() const noexcept { return static_cast<std::int32_t>(m_entries.size()); }
 
 private:

@@ -16,10 +16,12 @@ public:
 
     /// 1 when the object is new to the set; 0 when it is there already or null.
     int add(QxObject* object);
+    /// 1 when the object itself, not one equal to it, is in the set.
     int contains(const QxObject* object) const;
     /// Forgets all; nonzero drops one reference of each object, in the order they came.
     void clear(int releaseObjects);
 
+    /// The number of objects in the set.
     std::int32_t count() const noexcept { return static_cast<std::int32_t>(m_order.size()); }
 
 private:

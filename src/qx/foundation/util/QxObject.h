@@ -62,10 +62,13 @@ public:
     virtual int isOwnedObject() const;
     /// Equal objects have equal hash codes. By default identity decides.
     virtual std::size_t hashCode() const;
+    /// 1 when the two count as equal; 0 for null.
     virtual int equals(const QxObject* other) const;
+    /// 1 for objects that are contexts; 0 here.
     virtual int isContext() const;
     /// Describes the object on the diagnostic stream, indented by `depth` steps.
     virtual void debugOutput(int depth) const;
+    /// The number by which an automation layer knows the object; 0 when there is none.
     virtual std::int32_t activeXID() const;
 
     /// A new deep copy (attribute copy); the caller owns the one reference it starts with.

@@ -11,13 +11,14 @@
 ///
 /// A named list class is three lines, and needs `T` only where its operations are called:
 ///
-///     class QxDNode;
-///     class QX_API QxDNodeDList : public QxNodesOf<QxDNode, QxDNodeDList> {
+///     class QxNode;
+///     class QX_API QxNodeDList : public QxNodesOf<QxNode, QxNodeDList> {
 ///     public:
 ///         using QxNodesOf::QxNodesOf;
 ///     };
 ///
-/// It must add neither fields nor virtual operations: the cross casts rely on that.
+/// It must add neither fields nor virtual operations: the cross casts do not convert, they
+/// reinterpret a list object as one of another named class, which is of the same layout only then.
 template <class T, class L>
 class QxTypedDList : public QxDList {
 public:

@@ -20,24 +20,24 @@ struct QxCurrentAs {
 /// In a range-for the walk has read its next link before the body runs, so that the body may take
 /// the current object out of any list, the walked one too:
 ///
-///     for (QxDNode* node : QxDNodeDListIter(&list)) { graph->discardNode(node); }
+///     for (QxNode* node : QxNodeDListIter(&list)) { graph->discardNode(node); }
 ///
 /// The object that comes next must stay. Range-for consumes the walk; init starts it anew.
 ///
 /// Named iterators are three lines, on a list or on what an owner keeps (QxIterSources.h):
 ///
-///     class QX_API QxDNodeDListIter
-///         : public QxNodeIterOf<QxDNode, QxTypedListIter<QxDNodeDList>> {
+///     class QX_API QxNodeDListIter : public QxNodeIterOf<QxNode, QxTypedListIter<QxNodeDList>> {
 ///     public:
 ///         using QxNodeIterOf::QxNodeIterOf;
 ///     };
 ///
-///     inline const QxDList* qxConnectorListOf(const QxDNode& node) { ... }
-///     class QX_API QxInternalConnectorIter
-///         : public QxConnectorIterOf<QxConnector, QxOwnerListIter<QxDNode, &qxConnectorListOf>> {
+///     class QX_API QxNodeIter
+///         : public QxNodeIterOf<QxNode, QxOwnerListIter<QxGraph, &QxGraph::pNodeList>> {
 ///     public:
-///         using QxConnectorIterOf::QxConnectorIterOf;
+///         using QxNodeIterOf::QxNodeIterOf;
 ///     };
+///
+/// In place of the member function, a free one that takes the owner names its list as well.
 template <class T, class Source, auto ElementOf = QxCurrentAs<T>{}>
 class QxTypedIter : public Source {
 public:
@@ -103,26 +103,5 @@ class QxGraphManagerIterOf : public QxTypedIter<M, Source, ElementOf> {
 public:
     using QxTypedIter<M, Source, ElementOf>::QxTypedIter;
     M* pGraphManager() const { return this->pElement(); }
-};
-
-template <class C, class Source, auto ElementOf = QxCurrentAs<C>{}>
-class QxConnectorIterOf : public QxTypedIter<C, Source, ElementOf> {
-public:
-    using QxTypedIter<C, Source, ElementOf>::QxTypedIter;
-    C* pConnector() const { return this->pElement(); }
-};
-
-template <class B, class Source, auto ElementOf = QxCurrentAs<B>{}>
-class QxLabelIterOf : public QxTypedIter<B, Source, ElementOf> {
-public:
-    using QxTypedIter<B, Source, ElementOf>::QxTypedIter;
-    B* pLabel() const { return this->pElement(); }
-};
-
-template <class P, class Source, auto ElementOf = QxCurrentAs<P>{}>
-class QxNodePairIterOf : public QxTypedIter<P, Source, ElementOf> {
-public:
-    using QxTypedIter<P, Source, ElementOf>::QxTypedIter;
-    P* pNodePair() const { return this->pElement(); }
 };
 /// @}

@@ -35,6 +35,8 @@ public:
     /// none or is stopped at the end of the coordinate range. O(number placed) for each sweep.
     void pushClear(Extent& rect) const;
 
+    /// Appends a rectangle as placed; one of negative width or height, which can meet nothing, is
+    /// passed over. Amortized O(1).
     void add(const Extent& rect);
 
     std::size_t count() const { return m_left.size(); }

@@ -343,18 +343,18 @@ std::size_t threadsFor(const CenterArrays& moving, const CenterArrays& fixed, in
 /// has no thread left, on this one.
 template <class Work>
 void shareOut(std::size_t threads, const Work& work) {
-    std::vector<std::thread> helpers;
-    helpers.reserve(threads);
+    std::vector<std::thread> workers;
+    workers.reserve(threads);
     for (std::size_t k = 1; k < threads; ++k) {
         try {
-            helpers.emplace_back(work, Share{k, threads});
+            workers.emplace_back(work, Share{k, threads});
         } catch (const std::system_error&) {
             work(Share{k, threads});
         }
     }
     work(Share{0, threads});
-    for (std::thread& helper : helpers) {
-        helper.join();
+    for (std::thread& worker : workers) {
+        worker.join();
     }
 }
 
