@@ -1,8 +1,6 @@
 // Copyright (c) 2026 the qxdraw authors
 // SPDX-License-Identifier: MIT
 
-// Builds a drawing, moves a node, and prints what happened.
-
 #include <iostream>
 
 #include "qx/qxdraw.h"

@@ -70,7 +70,14 @@ public:
 private:
     /// Few different ones, so that points coincide and lie in nodes often.
     std::int32_t coordinate() { return m_random.below(21) * 10 - 100; }
-    Place place() { return {coordinate(), coordinate()}; }
+    Place place() {
+        if (m_nodes.size() < 5 || m_random.chance(50)) {
+            return {coordinate(), coordinate()};
+        }
+        // In or near a node: many bends are hidden, some in two nodes at once.
+        const QxDNode* node = anyNode();
+        return {node->iX() + m_random.below(5) * 10 - 20, node->iY() + m_random.below(5) * 10 - 20};
+    }
     QxDNode* anyNode() { return m_random.pick(m_nodes); }
     void addEdge() {
         m_lastStep = "add edge";

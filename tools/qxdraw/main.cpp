@@ -49,7 +49,7 @@ CLI::App* addDrawCommand(CLI::App& app, qxdraw::DrawOptions& options) {
     command->add_flag("--bends", options.showBends,
                       "Show how edges run: bends as dots, hollow where the edge is hidden, and "
                       "hidden parts as dashed lines up to the centers of the nodes");
-    command->add_flag("-q,--quiet", options.quiet, "No warnings, notes or progress");
+    command->add_flag("-q,--quiet", options.quiet, "No warnings, notes, progress or summary");
     command->footer(
         "Examples:\n  qxdraw draw samples/graphviz-epl/unix.gv -o unix.svg\n"
         "  qxdraw draw samples/mixed.gml --bends -o mixed.png");

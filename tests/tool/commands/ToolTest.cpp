@@ -173,6 +173,17 @@ TEST(Tool, LeavesPlacesAloneUnlessALayoutIsAskedFor) {
     EXPECT_NE(draw("--layout spring"), draw("--layout spring --edge-length 300"));
 }
 
+TEST(Tool, TellsWhatItReadMovedAndWrote) {
+    const TemporaryFolder folder;
+    const std::string target = "-o " + quoted(folder / "a.svg");
+    const Outcome moved = runOn("draw --layout spring", dataPath("made/mixed.gml"), target);
+    EXPECT_THAT(moved.out, HasSubstr("read 3 nodes and 4 edges from"));
+    EXPECT_THAT(moved.out, HasSubstr("moved 3 nodes"));
+    EXPECT_THAT(moved.out, HasSubstr("a.svg, "));
+    EXPECT_THAT(runOn("draw", dataPath("made/mixed.gml"), target).out, HasSubstr("moved no nodes"));
+    EXPECT_THAT(runOn("draw -q", dataPath("made/mixed.gml"), target).out, IsEmpty());
+}
+
 TEST(Tool, ShowsBendsAndHiddenPartsOverTheSamePicture) {
     const TemporaryFolder folder;
     const auto draw = [&](const std::string& name, const std::string& options) {

@@ -4,6 +4,8 @@
 #include "commands/DrawCommand.h"
 
 #include <algorithm>
+#include <cmath>
+#include <iostream>
 
 #include "commands/Messages.h"
 #include "commands/Progress.h"
@@ -51,14 +53,14 @@ void forgetBends(GraphDocument& document) {
     }
 }
 
-Scene makeScene(const DrawOptions& options, GraphDocument& document, Progress& progress) {
+Scene makeScene(const DrawOptions& options, GraphDocument& document, bool spring,
+                Progress& progress) {
     sizeNodes(document);
     SpringLayoutOptions layout;
     layout.edgeLength =
         options.edgeLength > 0 ? options.edgeLength : comfortableEdgeLength(document);
     layout.keepOverlaps = options.keepOverlaps;
     layout.onProgress = [&](double part) { progress.report("laying out", part); };
-    const bool spring = usesSpring(options, document);
     placeNodes(document, layout.edgeLength);
     if (spring) {
         forgetBends(document);
@@ -73,6 +75,22 @@ Scene makeScene(const DrawOptions& options, GraphDocument& document, Progress& p
     return scene;
 }
 
+/// Says what was read, moved and written.
+void tellResult(const DrawOptions& options, const GraphDocument& document, bool spring,
+                const Scene& scene) {
+    const std::size_t nodes = document.nodes.size();
+    std::cout << "read " << nodes << " nodes and " << document.edges.size() << " edges from "
+              << options.input << '\n';
+    if (spring) {
+        std::cout << "moved " << nodes << " nodes by the spring embedder"
+                  << (options.keepOverlaps ? "" : " and apart where they overlapped") << '\n';
+    } else {
+        std::cout << "moved no nodes\n";
+    }
+    std::cout << "wrote " << options.output << ", " << std::lround(scene.width()) << " x "
+              << std::lround(scene.height()) << " units\n";
+}
+
 }  // namespace
 
 bool isPictureName(const std::string& path) {
@@ -85,12 +103,16 @@ void runDraw(const DrawOptions& options) {
     if (!options.quiet) {
         tellWarnings(options.input, document);
     }
-    const Scene scene = makeScene(options, document, progress);
+    const bool spring = usesSpring(options, document);
+    const Scene scene = makeScene(options, document, spring, progress);
     progress.report("writing", 1);
     const std::string svg = writeSvg(scene);
     writeOutputFile(options.output, endsIn(options.output, ".svg")
                                         ? svg
                                         : writePng(svg, scene.width(), scene.height()));
+    if (!options.quiet) {
+        tellResult(options, document, spring, scene);
+    }
 }
 
 }  // namespace qxdraw
