@@ -16,8 +16,8 @@
 #include "qx/drawing/internal/Bend.h"
 #include "qx/drawing/internal/EdgeEnd.h"
 #include "qx/drawing/internal/GeometryBracket.h"
-#include "qx/drawing/internal/KeepAlive.h"
 #include "qx/events/internal/FireDrawingChange.h"
+#include "qx/foundation/util/internal/KeepAlive.h"
 
 using qx::internal::isBend;
 using qx::internal::KeepAlive;

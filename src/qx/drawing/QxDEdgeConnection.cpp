@@ -10,7 +10,7 @@
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxPathIter.h"
 #include "qx/drawing/internal/GeometryBracket.h"
-#include "qx/drawing/internal/KeepAlive.h"
+#include "qx/foundation/util/internal/KeepAlive.h"
 
 using qx::internal::KeepAlive;
 using qx::internal::replaceEdge;

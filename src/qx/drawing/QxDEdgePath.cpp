@@ -13,9 +13,9 @@
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxPathIter.h"
 #include "qx/drawing/internal/Bend.h"
-#include "qx/drawing/internal/KeepAlive.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/util/QxDebugStream.h"
+#include "qx/foundation/util/internal/KeepAlive.h"
 
 using qx::internal::isBend;
 

@@ -11,10 +11,10 @@
 #include "qx/drawing/QxPNode.h"
 #include "qx/drawing/QxPathIter.h"
 #include "qx/drawing/internal/ExtentTree.h"
-#include "qx/drawing/internal/KeepAlive.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/util/QxDebugStream.h"
+#include "qx/foundation/util/internal/KeepAlive.h"
 
 using qx::internal::each;
 

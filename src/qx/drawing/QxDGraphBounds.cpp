@@ -15,9 +15,9 @@
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/internal/ExtentTree.h"
-#include "qx/drawing/internal/KeepAlive.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/graph/internal/EachObject.h"
+#include "qx/foundation/util/internal/KeepAlive.h"
 
 using qx::internal::each;
 

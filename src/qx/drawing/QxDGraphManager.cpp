@@ -9,11 +9,11 @@
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxFactory.h"
 #include "qx/drawing/internal/HeldObjects.h"
-#include "qx/drawing/internal/KeepAlive.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/graph/QxChildGraphForest.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/util/QxDebugStream.h"
+#include "qx/foundation/util/internal/KeepAlive.h"
 
 using qx::internal::each;
 using qx::internal::HeldObjects;

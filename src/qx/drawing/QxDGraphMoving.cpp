@@ -8,8 +8,8 @@
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxPNode.h"
 #include "qx/drawing/internal/HeldObjects.h"
-#include "qx/drawing/internal/KeepAlive.h"
 #include "qx/foundation/graph/internal/EachObject.h"
+#include "qx/foundation/util/internal/KeepAlive.h"
 
 using qx::internal::each;
 using qx::internal::HeldObjects;

@@ -7,8 +7,8 @@
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxPNode.h"
-#include "qx/drawing/internal/KeepAlive.h"
 #include "qx/drawing/internal/ShiftedRect.h"
+#include "qx/foundation/util/internal/KeepAlive.h"
 
 QxGNode::~QxGNode() {
     delete m_rectBeforeMove;

@@ -8,7 +8,7 @@
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxGeometricUpdateInfo.h"
 #include "qx/drawing/QxPNode.h"
-#include "qx/drawing/internal/KeepAlive.h"
+#include "qx/foundation/util/internal/KeepAlive.h"
 
 /// The one sequence that every change of a drawing runs through: records open, the objects report
 /// what they cover, the change is made, they report again, the records close in reverse order and
