@@ -366,7 +366,7 @@ public:
         const Place& from = m_stations[static_cast<std::size_t>(segment)];
         const Place& to = m_stations[static_cast<std::size_t>(segment) + 1];
         const double length = std::hypot(to[0] - from[0], to[1] - from[1]);
-        constexpr int Steps = 2000;
+        constexpr int Steps = 500;
         for (int i = 0; i <= Steps; ++i) {
             const double t = static_cast<double>(i) / Steps;
             if (isOutside(from[0] + t * (to[0] - from[0]), from[1] + t * (to[1] - from[1]),
@@ -382,13 +382,13 @@ public:
     }
 
 private:
+    /// Also at four points that far away: just grazing the node does not count.
     bool isOutside(double x, double y, int margin) const {
-        bool outside = true;
-        for (const Place& step : Places{{0, 0}, {-1, -1}, {-1, 1}, {1, -1}, {1, 1}}) {
-            outside &= !contains(
-                {qx::floorHalfUp(x) + margin * step[0], qx::floorHalfUp(y) + margin * step[1]});
-        }
-        return outside;
+        static constexpr Place Around[] = {{0, 0}, {-1, -1}, {-1, 1}, {1, -1}, {1, 1}};
+        const Place at{qx::floorHalfUp(x), qx::floorHalfUp(y)};
+        return std::none_of(std::begin(Around), std::end(Around), [&](const Place& step) {
+            return contains({at[0] + margin * step[0], at[1] + margin * step[1]});
+        });
     }
     bool contains(const Place& place) const { return m_start.within(pointAt(place), 1) != 0; }
 

@@ -53,6 +53,15 @@ protected:
 
 }  // namespace
 
+TEST_F(QxDNodeProjection, TheClosestSideIsAskedOfTheRectangle) {
+    QxDNode* node = place(100, 50, 40, 20);
+    EXPECT_EQ(node->closestSide(QxPoint(500, 55)), QxSideRight);
+    EXPECT_EQ(node->closestSide(QxPoint(95, 42)), QxSideBottom);
+    graph->removeNode(node);
+    EXPECT_EQ(node->closestSide(QxPoint(500, 55)), QxSideNone);
+    node->vRelease();
+}
+
 TEST_F(QxDNodeProjection, WithinAsksTheShapeInsideTheRectangle) {
     QxDNode* node = place(100, 50, 41, 21);
     EXPECT_EQ(node->within(QxPoint(121, 61), 1), 1) << "the border belongs to the node";

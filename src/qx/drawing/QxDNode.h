@@ -144,6 +144,9 @@ public:
     /// Equal points ask whether the point lies on the outline. Nonzero when there is a crossing,
     /// else `from` keeps its value.
     int intersectsSegment(QxPoint& from, const QxPoint& to, int inOwnGraph) const;
+    /// The side of the bounding rectangle that is closest to a point in owner-graph coordinates;
+    /// QxSideNone for a node without an owner graph.
+    QxSideEnum closestSide(const QxPoint& point) const;
     /// Projects the point, in owner-graph coordinates, onto the outline from its closest side;
     /// returns the direction used, 4 (and no change) for a point outside both ranges of the node.
     QxDirectionEnum computeProjection(QxPoint& point) const;

@@ -107,6 +107,10 @@ int QxDNode::intersectsSegment(QxPoint& from, const QxPoint& to, int inOwnGraph)
     return crossings != 0 ? 1 : 0;
 }
 
+QxSideEnum QxDNode::closestSide(const QxPoint& point) const {
+    return pOwnerGraph() != nullptr ? m_rect.closestSide(point) : QxSideNone;
+}
+
 QxDirectionEnum QxDNode::computeProjection(QxPoint& point) const {
     const bool inXRange = m_rect.withinXRange(point) != 0;
     const bool inYRange = m_rect.withinYRange(point) != 0;

@@ -280,13 +280,13 @@ void QxEdge::copyEdge(const QxEdge* source, int) {
 }
 
 void QxEdge::nullEndNodes() {
-    if (connected() != 0 || deactivated() != 0) {
-        changeState(0, qx::flags::EdgeConnected | qx::flags::EdgeDeactivated);
-    }
     leaveGraphLists();
     leaveEndLists();
     m_source = nullptr;
     m_target = nullptr;
+    if (connected() != 0 || deactivated() != 0) {
+        changeState(0, qx::flags::EdgeConnected | qx::flags::EdgeDeactivated);
+    }
 }
 
 int QxEdge::canEnd(const QxNode* node) const {
