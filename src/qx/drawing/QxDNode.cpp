@@ -272,6 +272,12 @@ void QxDNode::reportEdges(const Phase& phase, QxGeometricUpdateInfo* own,
     const QxDGraph* graph = own->pGraph();
     for (const QxEdgeDList* list : {pInEdgeList(), pOutEdgeList()}) {
         for (QxDEdge* edge : each<QxDEdge>(*list)) {
+            if (phase.edges == Phase::None) {
+                // After the change the far end is asked where it lies; in a large drawing that is
+                // far away in memory, too.
+                const QxDNode* source = edge->pSourceNode();
+                __builtin_prefetch((source == this ? edge->pTargetNode() : source)->pIRect());
+            }
             if (edge->pOwnerGraph() == graph) {
                 // The ends lie within nodes, and bends stand in the graph's extents on their own.
                 // They go when the node goes, for the edge is disconnected; a mere change leaves
