@@ -68,7 +68,7 @@ public:
     void copyEdge(const QxEdge* source, int deep) override;
     /// @}
 
-    /// @name End points (drawing/QxDEdgePath.cpp)
+    /// @name End points (drawing/path/QxDEdgePath.cpp)
     /// @{
     void ntFromPoint(QxPoint& point, int clipped) const override;
     QxPoint ntFromPoint(int clipped) const override;
@@ -85,7 +85,7 @@ public:
     QxDNode* pTargetNode() const;
     /// @}
 
-    /// @name Bends (drawing/QxDEdgeBends.cpp)
+    /// @name Bends (drawing/path/QxDEdgeBends.cpp)
     /// @{
 
     /// Splits a segment of this edge at `point`; returns the new bend, which lies between the two
@@ -131,7 +131,7 @@ public:
     void discardOverlappedBendsForClipping(int source, int target);
     /// @}
 
-    /// @name Path objects (drawing/QxDEdgePath.cpp)
+    /// @name Path objects (drawing/path/QxDEdgePath.cpp)
     /// The steps that the bend operations are made of. They may leave the path open in between; it
     /// has to be closed again before anything else is done with the edge.
     /// @{
@@ -162,7 +162,7 @@ public:
     void updatePathOwnership();
     /// @}
 
-    /// @name Measures (drawing/QxDEdgeMeasures.cpp)
+    /// @name Measures (drawing/path/QxDEdgeMeasures.cpp)
     /// Lengths are sums over the segments, in whole units.
     /// @{
     std::int32_t ntEdgeLength() const override;
@@ -182,7 +182,7 @@ public:
     int getBoundingRectWithPathNodesAndLabels(QxRect& rect, int inOwnGraph) const;
     /// @}
 
-    /// @name Clipping and the visible part (drawing/QxDEdgeClipping.cpp)
+    /// @name Clipping and the visible part (drawing/clipping/QxDEdgeClipping.cpp)
     /// The visible part is the run of segments between the clip points. It is computed when asked
     /// for; changes only mark it outdated.
     /// @{

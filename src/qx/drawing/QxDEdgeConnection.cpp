@@ -9,7 +9,7 @@
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxPathIter.h"
-#include "qx/drawing/internal/GeometryBracket.h"
+#include "qx/drawing/bounds/internal/GeometryBracket.h"
 #include "qx/foundation/util/internal/KeepAlive.h"
 
 using qx::internal::KeepAlive;

@@ -10,7 +10,7 @@
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxPNode.h"
 #include "qx/drawing/QxPathIter.h"
-#include "qx/drawing/internal/ExtentTree.h"
+#include "qx/drawing/bounds/internal/ExtentTree.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/util/QxDebugStream.h"

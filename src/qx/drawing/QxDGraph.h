@@ -102,7 +102,7 @@ public:
                          const QxEdgeLabelDList* edgeLabels);
     /// @}
 
-    /// @name Bounds (drawing/QxDGraphBounds.cpp), in this graph's coordinates
+    /// @name Bounds (drawing/bounds/QxDGraphBounds.cpp), in this graph's coordinates
     /// The union of what the nodes and the connected edges cover; graph labels are not part of it.
     /// The functions that return int answer whether anything counted.
     /// @{
@@ -148,7 +148,7 @@ public:
                                     QxRect& rect) const;
     /// @}
 
-    /// @name Margins and spacings (drawing/QxDGraphMargins.cpp)
+    /// @name Margins and spacings (drawing/bounds/QxDGraphMargins.cpp)
     /// Constants in world units, a negative one counts as 0; proportions in thousandths of the
     /// extent, a negative one is ignored. Setters return the value stored and fire MarginsChanged
     /// when it changed.
@@ -208,7 +208,7 @@ public:
     void fireMarginsChangedEvent();
     /// @}
 
-    /// @name Place in the nesting, coordinates (drawing/QxDGraphTransform.cpp)
+    /// @name Place in the nesting, coordinates (nesting/QxDGraphTransform.cpp)
     /// @{
 
     /// The expanded node that shows this graph; null when there is none.
@@ -263,7 +263,7 @@ public:
     QxRect ntViewRect() const;
     /// @}
 
-    /// @name Moving everything (drawing/QxDGraphMoving.cpp)
+    /// @name Moving everything (drawing/bounds/QxDGraphMoving.cpp)
     /// @{
 
     /// Moves all nodes and bends, and the bounds, by an offset. With `hooks` nonzero each node's
@@ -275,7 +275,7 @@ public:
     void updateVisiblePartOfEdges();
     /// @}
 
-    /// @name Queries by rectangle (drawing/QxDGraphQueries.cpp)
+    /// @name Queries by rectangle (spatial/QxDGraphQueries.cpp)
     /// @{
 
     /// Whether an object of one of the asked-for kinds overlaps the rectangle.
@@ -286,7 +286,7 @@ public:
                                 int inOwnGraph) const;
     /// @}
 
-    /// @name Switches of the spatial index (drawing/QxDGraphSwitches.cpp)
+    /// @name Switches of the spatial index (spatial/QxDGraphSwitches.cpp)
     /// @{
     /// The index; null: a graph starts without one.
     QxQTree* pQuadTree() const { return m_quadTree; }

@@ -10,7 +10,7 @@
 #include "qx/drawing/QxFactory.h"
 #include "qx/drawing/QxPEdge.h"
 #include "qx/drawing/QxPNode.h"
-#include "qx/drawing/internal/GeometryBracket.h"
+#include "qx/drawing/bounds/internal/GeometryBracket.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 
 using qx::internal::each;

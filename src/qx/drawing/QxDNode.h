@@ -58,7 +58,7 @@ public:
     const QxRect* pIRect() const { return &m_rect; }
     /// @}
 
-    /// @name Moving (drawing/QxDNodeMoving.cpp)
+    /// @name Moving (drawing/bounds/QxDNodeMoving.cpp)
     /// A move keeps the size: near the ends of the coordinate range the node stays inside it, and
     /// its center short of the one asked for.
     /// @{
@@ -72,7 +72,7 @@ public:
     void updateForDiagramming(const QxRect& rect);
     /// @}
 
-    /// @name Resizing (drawing/QxDNodeMoving.cpp)
+    /// @name Resizing (drawing/bounds/QxDNodeMoving.cpp)
     /// @{
 
     /// Gives the node a size about its center and repairs what is attached. Returns 1, also when it
@@ -134,7 +134,7 @@ public:
     void actAfterChangeShape();
     /// @}
 
-    /// @name Tests and projections (drawing/QxDNodeProjection.cpp)
+    /// @name Tests and projections (drawing/clipping/QxDNodeProjection.cpp)
     /// @{
 
     /// Whether the point lies in the shape, its outline included.

@@ -9,7 +9,7 @@
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxFactory.h"
-#include "qx/drawing/internal/GeometryBracket.h"
+#include "qx/drawing/bounds/internal/GeometryBracket.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/geometry/QxShapeResourceDB.h"
 #include "qx/foundation/graph/internal/EachObject.h"

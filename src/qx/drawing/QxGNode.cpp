@@ -7,7 +7,7 @@
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxPNode.h"
-#include "qx/drawing/internal/ShiftedRect.h"
+#include "qx/drawing/bounds/internal/ShiftedRect.h"
 #include "qx/foundation/util/internal/KeepAlive.h"
 
 QxGNode::~QxGNode() {

@@ -3,11 +3,7 @@
 
 #include "qx/events/QxComplexityChangeEventData.h"
 
-#include "qx/drawing/QxDEdge.h"
-#include "qx/drawing/QxDNode.h"
-#include "qx/events/internal/ObjectOfKind.h"
-
-using qx::internal::objectOfKind;
+#include "qx/foundation/graph/QxGraphObject.h"
 
 QxComplexityChangeEventData::QxComplexityChangeEventData(QxGraphObject* source)
     : QxSingleEventData(source) {}
@@ -15,14 +11,6 @@ QxComplexityChangeEventData::QxComplexityChangeEventData(QxGraphObject* source)
 QxComplexityChangeEventData::QxComplexityChangeEventData(const QxComplexityChangeEventData& source,
                                                          QxDeepFlagEnum deep)
     : QxSingleEventData(source, deep) {}
-
-QxDNode* QxComplexityChangeEventData::pSourceNode() const {
-    return objectOfKind<QxDNode>(static_cast<QxGraphObject*>(pSource()), &QxGraphObject::isNode);
-}
-
-QxDEdge* QxComplexityChangeEventData::pSourceEdge() const {
-    return objectOfKind<QxDEdge>(static_cast<QxGraphObject*>(pSource()), &QxGraphObject::isEdge);
-}
 
 void QxComplexityChangeEventData::copyObject(const QxObject* source) {
     copyAttributes(source);

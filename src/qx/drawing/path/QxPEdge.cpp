@@ -9,9 +9,9 @@
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxGeometricUpdateInfo.h"
 #include "qx/drawing/QxPNode.h"
-#include "qx/drawing/internal/Bend.h"
-#include "qx/drawing/internal/EdgeEnd.h"
-#include "qx/drawing/internal/PathOwner.h"
+#include "qx/drawing/clipping/internal/EdgeEnd.h"
+#include "qx/drawing/path/internal/Bend.h"
+#include "qx/drawing/path/internal/PathOwner.h"
 #include "qx/foundation/util/QxDebugStream.h"
 
 using qx::internal::isBend;

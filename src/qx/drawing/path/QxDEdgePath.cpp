@@ -12,7 +12,7 @@
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxPathIter.h"
-#include "qx/drawing/internal/Bend.h"
+#include "qx/drawing/path/internal/Bend.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/util/QxDebugStream.h"
 #include "qx/foundation/util/internal/KeepAlive.h"

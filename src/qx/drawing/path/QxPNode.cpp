@@ -9,9 +9,9 @@
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxGeometricUpdateInfo.h"
 #include "qx/drawing/QxPEdge.h"
-#include "qx/drawing/internal/ExtentTree.h"
-#include "qx/drawing/internal/GeometryBracket.h"
-#include "qx/drawing/internal/PathOwner.h"
+#include "qx/drawing/bounds/internal/ExtentTree.h"
+#include "qx/drawing/bounds/internal/GeometryBracket.h"
+#include "qx/drawing/path/internal/PathOwner.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/util/QxDebugStream.h"
 

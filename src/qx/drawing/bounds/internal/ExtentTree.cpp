@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the qxdraw authors
 // SPDX-License-Identifier: MIT
 
-#include "qx/drawing/internal/ExtentTree.h"
+#include "qx/drawing/bounds/internal/ExtentTree.h"
 
 namespace qx::internal {
 

@@ -4,7 +4,7 @@
 #include "qx/drawing/QxPathIter.h"
 
 #include "qx/drawing/QxDEdge.h"
-#include "qx/drawing/internal/Bend.h"
+#include "qx/drawing/path/internal/Bend.h"
 
 namespace {
 

@@ -14,7 +14,7 @@
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxDNode.h"
-#include "qx/drawing/internal/ExtentTree.h"
+#include "qx/drawing/bounds/internal/ExtentTree.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/util/internal/KeepAlive.h"

@@ -17,8 +17,8 @@
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxGeometricUpdateInfo.h"
 #include "qx/drawing/QxPathIter.h"
-#include "qx/drawing/internal/EdgeEnd.h"
-#include "qx/drawing/internal/GeometryBracket.h"
+#include "qx/drawing/bounds/internal/GeometryBracket.h"
+#include "qx/drawing/clipping/internal/EdgeEnd.h"
 
 using qx::internal::EdgeEnd;
 

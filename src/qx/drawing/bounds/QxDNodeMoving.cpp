@@ -8,8 +8,8 @@
 
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDNode.h"
-#include "qx/drawing/internal/GeometryBracket.h"
-#include "qx/drawing/internal/ShiftedRect.h"
+#include "qx/drawing/bounds/internal/GeometryBracket.h"
+#include "qx/drawing/bounds/internal/ShiftedRect.h"
 #include "qx/events/internal/FireDrawingChange.h"
 
 using qx::internal::shiftedRect;

@@ -13,9 +13,9 @@
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxPathIter.h"
-#include "qx/drawing/internal/Bend.h"
-#include "qx/drawing/internal/EdgeEnd.h"
-#include "qx/drawing/internal/GeometryBracket.h"
+#include "qx/drawing/bounds/internal/GeometryBracket.h"
+#include "qx/drawing/clipping/internal/EdgeEnd.h"
+#include "qx/drawing/path/internal/Bend.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/util/internal/KeepAlive.h"
 

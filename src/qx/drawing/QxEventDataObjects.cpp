@@ -1,10 +1,13 @@
 // Copyright (c) 2026 the qxdraw authors
 // SPDX-License-Identifier: MIT
 
+// What event data answer with drawing classes: events know only the graph layer.
+
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxDNode.h"
+#include "qx/events/QxComplexityChangeEventData.h"
 #include "qx/events/QxDrawingChangeEventData.h"
 #include "qx/events/internal/ObjectOfKind.h"
 
@@ -60,4 +63,12 @@ QxDGraph* QxDrawingChangeEventData::pNewAnchorGraph() const {
     return isOfType(AnchorGraphChanged)
                ? objectOfKind<QxDGraph>(pNewObject(), &QxGraphObject::isGraph)
                : nullptr;
+}
+
+QxDNode* QxComplexityChangeEventData::pSourceNode() const {
+    return objectOfKind<QxDNode>(static_cast<QxGraphObject*>(pSource()), &QxGraphObject::isNode);
+}
+
+QxDEdge* QxComplexityChangeEventData::pSourceEdge() const {
+    return objectOfKind<QxDEdge>(static_cast<QxGraphObject*>(pSource()), &QxGraphObject::isEdge);
 }
