@@ -314,7 +314,7 @@ TEST_F(QxDEdgePath, AGraphIsDuplicatedWithItsPaths) {
 
 TEST_F(QxDEdgePath, BendsTellWhatHappensToThem) {
     const QxPNode* bend = drawing.addBend(edge, 100, 300);
-    EXPECT_THAT(drawing.events.takeTypes(), ElementsAre(GraphBoundsChanged, BendAdded));
+    EXPECT_THAT(drawing.events.takeTypes(), ElementsAre(BendAdded, GraphBoundsChanged));
     bendAt(1)->moveTo(QxPoint(100, 5), 1);
     const auto moved = drawing.events.take();
     ASSERT_EQ(moved.size(), 2U);

@@ -759,7 +759,7 @@ TEST(QxDGraphOrder, ChangesRunBetweenTheRecords) {
     SmallDrawing drawing(factory);
     factory.take();
     QxDNode* node = drawing.addNode(0, 0);
-    EXPECT_THAT(factory.take(), ElementsAre("vResizeAdjustConnectors", "vResize", "vMoveTo",
+    EXPECT_THAT(factory.take(), ElementsAre("vMoveTo", "vResizeAdjustConnectors", "vResize",
                                             "listed, bounds rest", "vUpdateBoundingRect"));
     node->moveTo(50, 0, 1);
     EXPECT_THAT(factory.take(), ElementsAre("vMoveTo, bounds rest", "vUpdateBoundingRect"));

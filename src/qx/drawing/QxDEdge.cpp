@@ -13,15 +13,21 @@
 #include "qx/drawing/QxFactory.h"
 #include "qx/drawing/QxGeometricUpdateInfo.h"
 #include "qx/drawing/QxPathIter.h"
+#include "qx/drawing/bounds/internal/Coverage.h"
+#include "qx/drawing/bounds/internal/Moment.h"
+#include "qx/drawing/internal/Extras.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/util/QxDebugStream.h"
 
+using qx::internal::EdgeExtras;
+using qx::internal::Moment;
+
 namespace {
 
-/// Calls `act` with every segment and bend of the edge, in their order.
+/// Calls `act` with every segment and bend on the way, in their order.
 template <class Act>
-void eachPart(const QxDEdge& edge, const Act& act) {
-    for (QxDisconnectedPathIter it(&edge); it; ++it) {
+void eachPart(QxDisconnectedPathIter it, const Act& act) {
+    for (; it; ++it) {
         act(*it.pEdge());
         if (it.pNode() != nullptr) {
             act(*it.pNode());
@@ -51,24 +57,25 @@ QxDEdge::~QxDEdge() {
 
 int QxDEdge::userFieldsInUse() const {
     int used = QxGEdge::userFieldsInUse();
-    eachPart(*this, [&](const QxGraphObject& part) { used |= part.userFieldsInUse(); });
+    eachPart(madeParts(), [&](const QxGraphObject& part) { used |= part.userFieldsInUse(); });
     return used;
 }
 
 void QxDEdge::nullUserFields() {
     QxGEdge::nullUserFields();
-    eachPart(*this, [](QxGraphObject& part) { part.nullUserFields(); });
+    eachPart(madeParts(), [](QxGraphObject& part) { part.nullUserFields(); });
 }
 
 int QxDEdge::internalUserFieldsInUse() const {
     int used = QxGEdge::internalUserFieldsInUse();
-    eachPart(*this, [&](const QxGraphObject& part) { used |= part.internalUserFieldsInUse(); });
+    eachPart(madeParts(),
+             [&](const QxGraphObject& part) { used |= part.internalUserFieldsInUse(); });
     return used;
 }
 
 void QxDEdge::nullInternalUserFields() {
     QxGEdge::nullInternalUserFields();
-    eachPart(*this, [](QxGraphObject& part) { part.nullInternalUserFields(); });
+    eachPart(madeParts(), [](QxGraphObject& part) { part.nullInternalUserFields(); });
 }
 
 std::size_t QxDEdge::sizeOf() const {
@@ -87,7 +94,7 @@ int QxDEdge::checkInvariants() const {
         qxDebugStream() << "drawing edge: the path does not lead from end to end\n";
         return 0;
     }
-    for (QxDisconnectedPathIter it(this); it; ++it) {
+    for (auto it = madeParts(); it; ++it) {
         const QxPNode* bend = it.pNode();
         if (!followsEdge(*it.pEdge()) || (bend != nullptr && !followsEdge(*bend))) {
             qxDebugStream() << "drawing edge: a part of the path has another owner\n";
@@ -102,7 +109,7 @@ int QxDEdge::checkInvariants() const {
 }
 
 void QxDEdge::actOnDiscard() {
-    for (QxDisconnectedPathIter it(this); it; ++it) {
+    for (auto it = madeParts(); it; ++it) {
         if (it.pNode() != nullptr) {
             it.pNode()->actOnDiscard();
         }
@@ -117,7 +124,7 @@ void QxDEdge::innerDebugOutput(int depth) const {
 }
 
 void QxDEdge::debugOutputPath(int depth) const {
-    eachPart(*this, [&](const auto& part) { part.innerDebugOutput(depth); });
+    eachPart(QxDisconnectedPathIter(this), [&](const auto& part) { part.innerDebugOutput(depth); });
 }
 
 QxDNode* QxDEdge::pSourceNode() const {
@@ -146,11 +153,6 @@ QxObject* QxDEdge::vCloneAttributes() const {
     return new QxDEdge(*this, QxAttributeCopy);
 }
 
-bool QxDEdge::countsInExtents() const {
-    const QxDGraph* graph = pOwnerGraph();
-    return graph != nullptr && isActive() && graph->isIntergraph() == 0;
-}
-
 bool QxDEdge::liesWithinItsEnds() const {
     return m_sourcePathEdge == m_targetPathEdge && intergraphEdge() == 0;
 }
@@ -161,47 +163,63 @@ bool QxDEdge::canUsePart(const QxGraphObject& part, int inVisiblePart) const {
            (isUpdatedVisiblePart() == 0 || inVisiblePart != 0);
 }
 
+QxDEdge* QxDEdge::pClonedEdge() const {
+    const auto* extras = static_cast<const EdgeExtras*>(pQueryExtras());
+    return extras != nullptr ? extras->clone : nullptr;
+}
+
+QxDEdge* QxDEdge::pClonedEdge(QxDEdge* edge) {
+    if (edge != pClonedEdge()) {
+        static_cast<EdgeExtras&>(extras()).clone = edge;
+    }
+    return edge;
+}
+
+qx::internal::GraphObjectExtras* QxDEdge::vNewExtras() const {
+    return new EdgeExtras;
+}
+
+void QxDEdge::tellCoverage() {
+    qx::internal::Coverage::changed(*this);
+}
+
 bool QxDEdge::reportsTo(const QxGeometricUpdateInfo* info) const {
     return info != nullptr && info->needsRecursiveUpdate() != 0 && info->pGraph() != nullptr &&
            isActive() && (intergraphEdge() == 0 || isVisible() != 0);
 }
 
-/// One of the four moments at which an edge reports: where its rectangle goes, and, after the
-/// change, how its visible part is brought up to date, which reports what it consists of.
-struct QxDEdge::Phase {
-    void (QxGeometricUpdateInfo::*collect)(const QxGraphObject*, const QxRect&);
-    void (QxDEdge::*updateVisiblePart)(QxGeometricUpdateInfo*);
-};
-
-void QxDEdge::report(const Phase& phase, QxGeometricUpdateInfo* info) {
+void QxDEdge::report(Moment moment, QxGeometricUpdateInfo* info) {
     if (!reportsTo(info)) {
         return;
     }
-    if (liesWithinItsEnds()) {
-        if (phase.updateVisiblePart != nullptr) {
+    if (isAfter(moment)) {
+        // What has come to show reports, and what has ceased to.
+        if (liesWithinItsEnds()) {
             updateVisiblePart();
+        } else if (moment == Moment::AfterInsert) {
+            updateVisiblePartAfterInsert(info);
+        } else {
+            updateVisiblePartAfterGeometryChanges(info);
         }
-    } else if (phase.updateVisiblePart != nullptr) {
-        (this->*phase.updateVisiblePart)(info);
-    } else {
+    } else if (!liesWithinItsEnds()) {
         QxRect rect;
         ntBoundingRectWithPathNodes(rect);
-        (info->*phase.collect)(this, rect);
+        qx::internal::collect(*info, moment, *this, rect);
     }
 }
 
 void QxDEdge::actAfterInsert(QxGeometricUpdateInfo* info, int, int) {
-    report({nullptr, &QxDEdge::updateVisiblePartAfterInsert}, info);
+    report(Moment::AfterInsert, info);
 }
 
 void QxDEdge::actBeforeRemove(QxGeometricUpdateInfo* info, int, int) {
-    report({&QxGeometricUpdateInfo::updateBeforeRemove, nullptr}, info);
+    report(Moment::BeforeRemove, info);
 }
 
 void QxDEdge::actBeforeGeometryChanges(QxGeometricUpdateInfo* info, int, int) {
-    report({&QxGeometricUpdateInfo::updateBeforeGeometryChanges, nullptr}, info);
+    report(Moment::BeforeChange, info);
 }
 
 void QxDEdge::actAfterGeometryChanges(QxGeometricUpdateInfo* info, int, int) {
-    report({nullptr, &QxDEdge::updateVisiblePartAfterGeometryChanges}, info);
+    report(Moment::AfterChange, info);
 }

@@ -15,14 +15,21 @@
 class QxDNode;
 class QxFactory;
 class QxGeometricUpdateInfo;
+class QxDisconnectedPathIter;
 class QxPNode;
+
+namespace qx::internal {
+class Coverage;
+enum class Moment : unsigned char;
+}  // namespace qx::internal
 
 /// The edge that applications draw: a polyline from its source to its target, cut off at the
 /// outlines of its ends.
 ///
 /// The polyline is a chain of segments (QxPEdge) and bends (QxPNode), which the edge owns: n bends
-/// and n + 1 segments. They have the edge's graph as owner but are not listed there. Coordinates
-/// and the coordinate flag are those of QxGNode.
+/// and n + 1 segments. They have the edge's graph as owner but are not listed there. The segment of
+/// a straight edge is made when somebody asks for it. Coordinates and the coordinate flag are those
+/// of QxGNode.
 class QX_API QxDEdge : public QxGEdge {
 public:
     /// Only the owner is used.
@@ -74,10 +81,10 @@ public:
     QxPoint ntFromPoint(int clipped) const override;
     void ntToPoint(QxPoint& point, int clipped) const override;
     QxPoint ntToPoint(int clipped) const override;
-    QxPEdge* pSourceOrPathEdge() override { return m_sourcePathEdge; }
-    const QxPEdge* pSourceOrPathEdge() const override { return m_sourcePathEdge; }
-    QxPEdge* pTargetOrPathEdge() override { return m_targetPathEdge; }
-    const QxPEdge* pTargetOrPathEdge() const override { return m_targetPathEdge; }
+    QxPEdge* pSourceOrPathEdge() override { return pEndSegment(m_sourcePathEdge); }
+    const QxPEdge* pSourceOrPathEdge() const override { return pEndSegment(m_sourcePathEdge); }
+    QxPEdge* pTargetOrPathEdge() override { return pEndSegment(m_targetPathEdge); }
+    const QxPEdge* pTargetOrPathEdge() const override { return pEndSegment(m_targetPathEdge); }
     /// The unclipped end points of the whole path; 1.
     int getSourcePoint(QxPoint& point, int inOwnGraph) const;
     int getTargetPoint(QxPoint& point, int inOwnGraph) const;
@@ -92,8 +99,8 @@ public:
     /// halves. Null, and no change, for a segment of another edge or an edge that is not connected;
     /// null, too, when a listener has taken the bend away again.
     ///
-    /// Graph bounds are brought up to date first, then `BendAdded` is fired. As with every
-    /// operation here, listeners may do anything, even discard the edge.
+    /// `BendAdded` is fired, then graph bounds are brought up to date. As with every operation
+    /// here, listeners may do anything, even discard the edge.
     virtual QxPNode* addBend(QxPEdge* segment, const QxPoint& point, int inOwnGraph);
     /// The same on the segment after `bend` (null: on the first).
     virtual QxPNode* addBendAfter(QxPNode* bend, const QxPoint& point, int inOwnGraph);
@@ -183,8 +190,9 @@ public:
     /// @}
 
     /// @name Clipping and the visible part (drawing/clipping/QxDEdgeClipping.cpp)
-    /// The visible part is the run of segments between the clip points. It is computed when asked
-    /// for; changes only mark it outdated.
+    /// The visible part is the run of segments between the clip points. Changes only mark it
+    /// outdated; whoever reads it, here or at a segment or bend, finds it up to date while the edge
+    /// is connected and active.
     /// @{
 
     /// Whether the edge asks to be cut off at its ends; both are 1 at first.
@@ -201,7 +209,7 @@ public:
     /// The ends of the visible part without touching any flag; 1 when there is one. The last two
     /// arguments force clipping at an end.
     int getVisiblePart(QxPEdge*& first, QxPEdge*& last, int forceSource, int forceTarget) const;
-    /// The first (last) segment of the visible part as computed last; null when there is none.
+    /// The first (last) segment of the visible part; null when there is none.
     QxPEdge* pFromClippingEdge() const;
     QxPEdge* pToClippingEdge() const;
     /// Compute the visible part into the "new" flags of the path objects; the second also on a path
@@ -213,9 +221,9 @@ public:
     /// Compute the visible part, take it over and report what shows and what has ceased to.
     void updateVisiblePartAfterGeometryChanges(QxGeometricUpdateInfo* info);
     void updateVisiblePartAfterInsert(QxGeometricUpdateInfo* info);
-    /// Whether anything shows, as computed last. Setting this or one of the next two flags returns
-    /// the argument and forgets the clipped end points.
-    int hasVisiblePart() const { return hasFlag(qx::flags::EdgeHasVisiblePart); }
+    /// Whether anything shows. Setting this or one of the next two flags returns the argument and
+    /// forgets the clipped end points.
+    int hasVisiblePart() const;
     int hasVisiblePart(int value);
     /// Whether the visible part as computed last still holds.
     int isUpdatedVisiblePart() const { return hasFlag(qx::flags::EdgeVisiblePartUpdated); }
@@ -257,8 +265,8 @@ public:
         return m_status = value;
     }
     /// The copy of this edge while a graph is copied, when its manager stores clones; else null.
-    QxDEdge* pClonedEdge() const { return m_clonedEdge; }
-    QxDEdge* pClonedEdge(QxDEdge* edge) { return m_clonedEdge = edge; }
+    QxDEdge* pClonedEdge() const;
+    QxDEdge* pClonedEdge(QxDEdge* edge);
     /// @}
 
     /// @name Reports to an update record; `recurse` also of path objects, `labels` of labels
@@ -273,24 +281,31 @@ public:
     void actOnEndObjectChange() {
         invalidateEndPoints();
         setFlag(qx::flags::EdgeVisiblePartUpdated, 0);
+        if (m_extentSlot >= 0) {
+            tellCoverage();
+        }
     }
     /// @}
 
 protected:
     int vConnect() override;
     void actOnChangeOwner(QxOwnedObject* owner, int valid) override;
+    qx::internal::GraphObjectExtras* vNewExtras() const override;
     /// New path objects of the edge's factory, in no path yet.
     virtual QxPEdge* vNewPEdge();
     virtual QxPNode* vNewPNode();
+    /// Whether the segment of a straight edge is made with the edge, not when it is asked for: 0,
+    /// for subclasses to change.
+    virtual int vNeedsPathAtOnce() const;
     QxObject* vCloneObject() const override;
     QxObject* vCloneAttributes() const override;
 
 private:
     friend class QxDGraph;
+    friend class QxDNode;
     friend class QxPEdge;
     friend class QxPNode;
-    struct Phase;
-    struct VisiblePartReport;
+    friend class qx::internal::Coverage;
 
     struct ClipPoint {
         std::int32_t x = 0;
@@ -306,8 +321,6 @@ private:
     /// @name State
     /// @{
     bool isActive() const { return connected() != 0 && deactivated() == 0; }
-    /// Whether the graph's extents hold the bends.
-    bool countsInExtents() const;
     /// Whether the edge has something to say to the record.
     bool reportsTo(const QxGeometricUpdateInfo* info) const;
     /// Whether it covers nothing but what the rectangles of its end nodes cover.
@@ -321,6 +334,14 @@ private:
 
     /// @name Path
     /// @{
+
+    /// Whether the edge is straight and its segment has not been made yet.
+    bool isPathImplied() const { return hasFlag(qx::flags::EdgePathImplied) != 0; }
+    void makePath();
+    QxPEdge* pEndSegment(QxPEdge* const& segment) const;
+    /// Walks the path objects that have been made, in any state of the edge.
+    QxDisconnectedPathIter madeParts(QxIterDirectionEnum direction = QxIterForward) const;
+    const QxDList* pParts() const;
     Path collectPath(QxIterDirectionEnum direction = QxIterForward) const;
     void connectPath();
     void disconnectPath();
@@ -329,8 +350,10 @@ private:
     void attachPath(QxNode* source, QxNode* target);
     QxPEdge* linkNewSegment(QxNode* from, QxNode* to);
     void link(QxPEdge* segment, QxNode* from, QxNode* to);
+    void takeOver(QxPEdge* segment, QxNode* from, QxNode* to);
     void detachPNode(QxPNode* node);
     void detachPEdge(QxPEdge* segment);
+    void giveOwner(QxGraphMember& part);
     bool followsEdge(const QxGraphMember& part) const;
     /// Whether there is no path, or one chain leads from its first to its last segment.
     bool isPathWhole() const;
@@ -339,12 +362,15 @@ private:
     void copyDiagramming(const QxDEdge& source);
     /// @}
 
+    int getEnd(QxPoint& point, int inOwnGraph, bool atSource) const;
+    std::int64_t pathLength() const;
+
     /// @name Bends
     /// @{
     QxPNode* splitSegment(QxPEdge* segment, const QxPoint& point);
     bool canMergeAt(const QxPNode* bend) const;
-    /// Takes a bend out of the path and makes one segment of the two at it; returns that.
-    QxPEdge* mergeSegmentsAt(QxPNode* bend);
+    /// Takes a bend out of the path and makes one segment of the two at it.
+    void mergeSegmentsAt(QxPNode* bend);
     /// Takes all bends out of the path; returns them.
     std::vector<QxPNode*> straighten();
     void tellBendAdded(QxPNode* bend);
@@ -355,6 +381,8 @@ private:
     /// @name Clipping
     /// @{
     bool isClippedAt(bool atSource) const;
+    QxPEdge* pEndOfVisiblePart(QxIterDirectionEnum direction) const;
+    void clipStraight(QxPoint& point, bool atSource) const;
     void readClipPoint(QxPoint& point, const QxPEdge& segment, bool atSource) const;
     void readEnd(QxPoint& point, int clipped, bool atSource) const;
     int changeClipping(std::uint32_t bit, int value);
@@ -362,17 +390,22 @@ private:
     bool showsBetweenEnds() const;
     /// Brings an outdated visible part up to date for a reader.
     void refreshVisiblePart() const;
+    /// Whether anything shows of a straight edge that is cut off at these ends.
+    bool showsStraight(bool clipSource, bool clipTarget) const;
     template <class Walk>
     void markVisiblePart(std::uint32_t segmentBits, std::uint32_t bendBits);
-    void reportVisiblePart(const VisiblePartReport& to, QxGeometricUpdateInfo* info);
-    void report(const Phase& phase, QxGeometricUpdateInfo* info);
+    void reportVisiblePart(qx::internal::Moment moment, QxGeometricUpdateInfo* info);
+    void report(qx::internal::Moment moment, QxGeometricUpdateInfo* info);
     /// @}
 
-    QxDEdge* m_clonedEdge = nullptr;
+    /// Brings up to date what the graph of the edges between graphs knows of this one.
+    void tellCoverage();
+
     QxPEdge* m_sourcePathEdge = nullptr;
     QxPEdge* m_targetPathEdge = nullptr;
     /// The clipped end points, while they are known.
     mutable ClipPoint m_fromClip;
     mutable ClipPoint m_toClip;
     QxGraphObjectStatusEnum m_status = QxStatusUnchanged;
+    std::int32_t m_extentSlot = -1;
 };

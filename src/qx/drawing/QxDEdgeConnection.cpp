@@ -8,16 +8,19 @@
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDGraphManager.h"
+#include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxPathIter.h"
-#include "qx/drawing/bounds/internal/GeometryBracket.h"
-#include "qx/foundation/util/internal/KeepAlive.h"
+#include "qx/drawing/bounds/internal/Change.h"
+#include "qx/drawing/bounds/internal/Coverage.h"
+#include "qx/drawing/internal/CloneLinks.h"
+#include "qx/foundation/util/internal/Ref.h"
 
-using qx::internal::KeepAlive;
-using qx::internal::replaceEdge;
+using qx::internal::Change;
+using qx::internal::Ref;
 
 int QxDEdge::vConnect() {
     int connected = 0;
-    replaceEdge(*this, [&] {
+    Change::run(*this, [&] {
         connected = QxGEdge::vConnect();
         if (connected != 0) {
             connectPath();
@@ -28,7 +31,7 @@ int QxDEdge::vConnect() {
 
 int QxDEdge::disconnect() {
     int disconnected = 0;
-    replaceEdge(*this, [&] {
+    Change::run(*this, [&] {
         disconnected = QxGEdge::disconnect();
         if (disconnected != 0) {
             disconnectPath();
@@ -41,7 +44,7 @@ int QxDEdge::deactivate() {
     if (!isActive()) {
         return QxGEdge::deactivate();
     }
-    replaceEdge(*this, [&] {
+    Change::run(*this, [&] {
         QxGEdge::deactivate();
         disconnectPath();
     });
@@ -50,7 +53,7 @@ int QxDEdge::deactivate() {
 
 int QxDEdge::activate() {
     if (deactivated() != 0) {
-        replaceEdge(*this, [&] {
+        Change::run(*this, [&] {
             QxGEdge::activate();
             connectPath();
         });
@@ -59,18 +62,21 @@ int QxDEdge::activate() {
 }
 
 int QxDEdge::changeEnd(QxNode* node, bool atSource) {
-    const int changed = atSource ? QxGEdge::changeSourceNodeWithoutConnect(node)
-                                 : QxGEdge::changeTargetNodeWithoutConnect(node);
-    QxPEdge* segment = atSource ? m_sourcePathEdge : m_targetPathEdge;
-    if (changed == 0 || segment == nullptr) {
-        return changed;
-    }
-    if (atSource) {
-        segment->changeSourceNodeWithoutConnect(node);
-    } else {
-        segment->changeTargetNodeWithoutConnect(node);
-    }
-    return 1;
+    int changed = 0;
+    Change::run(*this, [&] {
+        changed = atSource ? QxGEdge::changeSourceNodeWithoutConnect(node)
+                           : QxGEdge::changeTargetNodeWithoutConnect(node);
+        if (changed == 0) {
+            return;
+        }
+        if (QxPEdge* segment = atSource ? m_sourcePathEdge : m_targetPathEdge) {
+            segment->setEnds(atSource ? node : segment->QxEdge::pSourceNode(),
+                             atSource ? segment->QxEdge::pTargetNode() : node);
+        }
+        actOnEndObjectChange();
+        qx::internal::Coverage::countChanged(*this);
+    });
+    return changed;
 }
 
 int QxDEdge::changeSourceNodeWithoutConnect(QxNode* node) {
@@ -85,7 +91,7 @@ int QxDEdge::reverse() {
     if (pSourceNode() == nullptr || pTargetNode() == nullptr) {
         return 0;
     }
-    replaceEdge(*this, [&] {
+    Change::run(*this, [&] {
         const Path path = collectPath();
         QxGEdge::reverse();
         for (QxPEdge* segment : path.segments) {
@@ -113,27 +119,30 @@ void QxDEdge::duplicateTopology(QxEdge* source) {
     if (source == nullptr || source == this) {
         return;
     }
-    const KeepAlive alive(*this);
-    const KeepAlive sourceAlive(*source);
+    const Ref alive(*this);
+    const Ref sourceAlive(*source);
     if (source->levelNumber() == levelNumber()) {
         discardAllBends();
-        replaceEdge(*this, [&] { duplicatePath(*static_cast<QxDEdge*>(source)); });
+        Change::run(*this, [&] { duplicatePath(*static_cast<QxDEdge*>(source)); });
     }
     QxGEdge::duplicateTopology(source);
 }
 
 void QxDEdge::copyEdge(const QxEdge* source, int deep) {
+    if (source == nullptr || source == this) {
+        return;
+    }
     if (source->levelNumber() != levelNumber()) {
         QxGEdge::copyEdge(source, deep);
         return;
     }
     const auto& drawn = *static_cast<const QxDEdge*>(source);
-    const KeepAlive alive(*this);
-    const KeepAlive sourceAlive(const_cast<QxDEdge&>(drawn));  // counting is no change
+    const Ref alive(*this);
+    const Ref sourceAlive(drawn);
     if (deep != 0) {
         discardAllBends();
     }
-    replaceEdge(*this, [&] {
+    Change::run(*this, [&] {
         setFlag(qx::flags::EdgeClipSource, drawn.clipSourceSide());
         setFlag(qx::flags::EdgeClipTarget, drawn.clipTargetSide());
         if (deep != 0) {
@@ -146,30 +155,29 @@ void QxDEdge::copyEdge(const QxEdge* source, int deep) {
 }
 
 void QxDEdge::copyDiagramming(const QxDEdge& source) {
-    const QxDGraph* graph = source.pOwnerGraph();
-    const QxDGraphManager* manager = graph != nullptr ? graph->pOwnerGraphManager() : nullptr;
-    if (manager != nullptr && manager->storeClones() != 0) {
-        const_cast<QxDEdge&>(source).pClonedEdge(this);
-    }
-    m_clonedEdge = nullptr;
+    qx::internal::linkClone(source, *this, qx::internal::managerOf(source),
+                            [](QxDEdge& edge, QxDEdge* clone) { edge.pClonedEdge(clone); });
     m_status = source.m_status;
     internalOrthogonalRouting(source.internalOrthogonalRouting());
 }
 
 void QxDEdge::duplicatePath(const QxDEdge& source) {
     destroyPath();
+    setFlag(qx::flags::EdgePathImplied, source.isPathImplied() ? 1 : 0);
     const Path path = source.collectPath();
     QxNode* from = pSourceNode();
     for (std::size_t i = 0; i < path.segments.size(); ++i) {
-        QxNode* to = pTargetNode();
-        if (i < path.bends.size()) {
-            QxPNode* bend = vNewPNode();
+        QxPNode* bend = i < path.bends.size() ? vNewPNode() : nullptr;
+        if (bend != nullptr) {
             bend->copyNode(path.bends[i], 1);
-            to = insertPNode(bend);
+            insertPNode(bend);
+        } else if (i < path.bends.size()) {
+            continue;  // the factory makes no bend: the path runs on to the next one
         }
-        QxPEdge* segment = vNewPEdge();
-        segment->copyEdge(path.segments[i], 1);
-        link(segment, from, to);
+        QxNode* to = bend != nullptr ? static_cast<QxNode*>(bend) : pTargetNode();
+        if (QxPEdge* segment = linkNewSegment(from, to)) {
+            segment->copyEdge(path.segments[i], 1);
+        }
         from = to;
     }
     if (path.segments.empty() && from != nullptr) {

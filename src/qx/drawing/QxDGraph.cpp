@@ -10,13 +10,17 @@
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxPNode.h"
 #include "qx/drawing/QxPathIter.h"
+#include "qx/drawing/bounds/internal/Change.h"
 #include "qx/drawing/bounds/internal/ExtentTree.h"
+#include "qx/drawing/internal/CloneLinks.h"
+#include "qx/drawing/internal/Extras.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/util/QxDebugStream.h"
-#include "qx/foundation/util/internal/KeepAlive.h"
 
+using qx::internal::Change;
 using qx::internal::each;
+using qx::internal::GraphExtras;
 
 QxDGraph::QxDGraph(QxOwnedObject* owner, int, QxFactory*)
     : QxGraph(owner), m_extents(std::make_unique<qx::internal::ExtentTree>()) {
@@ -39,11 +43,11 @@ void QxDGraph::init() {
 }
 
 void QxDGraph::initDiagramming() {
-    m_clonedGraph = nullptr;
+    pClonedGraph(nullptr);
     setFlag(qx::flags::GraphBoundsInitialized, 0);
     m_bounds = QxRect();
     m_status = QxStatusUnchanged;
-    m_updateInfo = nullptr;
+    pGeometricUpdateInfo(nullptr);
 }
 
 QxDGraphManager* QxDGraph::pOwnerGraphManager() const {
@@ -149,64 +153,90 @@ int QxDGraph::hasEdgeLabels() const {
     return hasEdgeLabelsState() == QxTriStateYes ? 1 : 0;
 }
 
+qx::internal::GraphObjectExtras* QxDGraph::vNewExtras() const {
+    return new GraphExtras;
+}
+
+GraphExtras& QxDGraph::graphExtras() {
+    return static_cast<GraphExtras&>(extras());
+}
+
+const GraphExtras* QxDGraph::pQueryGraphExtras() const {
+    return static_cast<const GraphExtras*>(pQueryExtras());
+}
+
+QxDEdgeDList* QxDGraph::pAffectedEdgeList() {
+    return &graphExtras().affectedEdges;
+}
+
+QxGeometricUpdateInfo* QxDGraph::pGeometricUpdateInfo() const {
+    const GraphExtras* extras = pQueryGraphExtras();
+    return extras != nullptr ? extras->updateInfo : nullptr;
+}
+
+QxGeometricUpdateInfo* QxDGraph::pGeometricUpdateInfo(QxGeometricUpdateInfo* info) {
+    if (info != pGeometricUpdateInfo()) {
+        graphExtras().updateInfo = info;
+    }
+    return info;
+}
+
+QxDGraph* QxDGraph::pClonedGraph() const {
+    const GraphExtras* extras = pQueryGraphExtras();
+    return extras != nullptr ? extras->clone : nullptr;
+}
+
+QxDGraph* QxDGraph::pClonedGraph(QxDGraph* graph) {
+    if (graph != pClonedGraph()) {
+        graphExtras().clone = graph;
+    }
+    return graph;
+}
+
 void QxDGraph::copyGraph(const QxGraph* source, int deep) {
     if (source == nullptr || source == this) {
         return;
     }
-    const qx::internal::KeepAlive alive(*this);
-    setFlag(LabelStates, 0);
-    if (levelNumber() != source->levelNumber()) {
+    Change::ofWholeGraph(*this, [&] {
+        setFlag(LabelStates, 0);
+        const bool isDrawn = levelNumber() == source->levelNumber();
+        if (isDrawn) {
+            copySpacings(static_cast<const QxDGraph&>(*source));
+        }
         QxGraph::copyGraph(source, deep);
-        return;
-    }
-    const auto* other = static_cast<const QxDGraph*>(source);
-    disableGraphBounds(1, 1);
-    disableQuadTree(1);
-    QxDGraphManager* manager = pOwnerGraphManager();
-    QxDGraph* between = manager != nullptr ? manager->pQueryIntergraph() : nullptr;
-    const int keepsBetween =
-        between != nullptr && between != this ? between->needsUpdateGraphBounds() : 0;
-    if (keepsBetween != 0) {
-        between->disableGraphBounds(1, 1);
-    }
-    m_leftMargin = other->m_leftMargin;
-    m_rightMargin = other->m_rightMargin;
-    m_bottomMargin = other->m_bottomMargin;
-    m_topMargin = other->m_topMargin;
-    m_nestedViewLeft = other->m_nestedViewLeft;
-    m_nestedViewRight = other->m_nestedViewRight;
-    m_nestedViewTop = other->m_nestedViewTop;
-    m_nestedViewBottom = other->m_nestedViewBottom;
-    m_minSize = other->m_minSize;
-    m_multiEdgeSpacing = other->m_multiEdgeSpacing;
-    m_transform = other->m_transform;
-    QxGraph::copyGraph(source, deep);
-    copyDiagramming(other);
-    if (keepsBetween != 0) {
-        between->disableGraphBounds(0, 0);
-    }
+        if (isDrawn) {
+            copyDiagramming(static_cast<const QxDGraph&>(*source));
+        }
+    });
 }
 
-void QxDGraph::copyDiagramming(const QxDGraph* source) {
-    m_status = source->m_status;
-    m_updateInfo = source->m_updateInfo;
-    const QxDGraphManager* manager = source->pOwnerGraphManager();
-    if (manager != nullptr && manager->storeClones() != 0) {
-        const_cast<QxDGraph*>(source)->m_clonedGraph = this;
-    }
-    m_clonedGraph = nullptr;
-    orthogonalRouting(source->orthogonalRouting());
-    disableGraphBounds(source->needsUpdateGraphBounds() != 0 ? 0 : 1, 0);
+void QxDGraph::copySpacings(const QxDGraph& source) {
+    disableQuadTree(1);
+    m_leftMargin = source.m_leftMargin;
+    m_rightMargin = source.m_rightMargin;
+    m_bottomMargin = source.m_bottomMargin;
+    m_topMargin = source.m_topMargin;
+    m_nestedViewLeft = source.m_nestedViewLeft;
+    m_nestedViewRight = source.m_nestedViewRight;
+    m_nestedViewTop = source.m_nestedViewTop;
+    m_nestedViewBottom = source.m_nestedViewBottom;
+    m_minSize = source.m_minSize;
+    m_multiEdgeSpacing = source.m_multiEdgeSpacing;
+    m_transform = source.m_transform;
+}
+
+void QxDGraph::copyDiagramming(const QxDGraph& source) {
+    m_status = source.m_status;
+    pGeometricUpdateInfo(source.pGeometricUpdateInfo());
+    qx::internal::linkClone(source, *this, source.pOwnerGraphManager(),
+                            [](QxDGraph& graph, QxDGraph* clone) { graph.pClonedGraph(clone); });
+    orthogonalRouting(source.orthogonalRouting());
+    needsUpdateGraphBounds(source.hasFlag(qx::flags::GraphNeedsBounds));
 }
 
 void QxDGraph::internalDuplicateTopology(QxGraph* source, int disconnected, int deactivated) {
-    const qx::internal::KeepAlive alive(*this);
-    const int keeps = hasFlag(qx::flags::GraphNeedsBounds);
-    disableGraphBounds(1, 1);
-    QxGraph::internalDuplicateTopology(source, disconnected, deactivated);
-    if (keeps != 0) {
-        disableGraphBounds(0, 0);
-    }
+    Change::ofWholeGraph(
+        *this, [&] { QxGraph::internalDuplicateTopology(source, disconnected, deactivated); });
 }
 
 void QxDGraph::actOnDiscard() {

@@ -21,8 +21,12 @@ class QxGeometricUpdateInfo;
 class QxQTree;
 
 namespace qx::internal {
+class BoundsHold;
+class Coverage;
 class ExtentTree;
-}
+enum class Moment : unsigned char;
+struct GraphExtras;
+}  // namespace qx::internal
 
 /// A graph of drawing nodes and edges with a geometry of its own: bounds kept up to date as its
 /// contents change, margins around them, and, for a graph nested in a node, a transform into the
@@ -114,7 +118,8 @@ public:
     int calculateGraphBoundsWithoutEdgeLabels(QxRect& rect) const;
     /// Computes the bounds anew and stores them.
     void calculateGraphBounds(int fit);
-    /// After raw moves: the same, for a graph that keeps its bounds up to date.
+    /// The same, for a graph that keeps its bounds up to date. Raw moves leave the bounds behind;
+    /// the next full change of anything in the graph takes in what they have done, too.
     void refreshGraphBounds();
     /// The stored bounds, (0, 0, 0, 0) when there are none; ntBoundingRect also while invisible.
     void ntUpdatedBoundingRect(QxRect& rect) const;
@@ -128,13 +133,14 @@ public:
     int getBoundingRect(QxRect& rect, int inOwnGraph) const;
     const QxRect* pBoundingRect() const { return &m_bounds; }
     int boundsInitialized() const { return hasFlag(qx::flags::GraphBoundsInitialized); }
-    /// Whether changes update the bounds; 0 while a file is read.
+    /// Whether changes update the bounds; 0 while a file is read, and in the middle of a change,
+    /// which updates them at its end.
     int needsUpdateGraphBounds() const;
     int needsUpdateGraphBounds(int value);
-    /// Switches the upkeep of the bounds off, or on after computing them. Returns `disable`.
+    /// Switches the upkeep of the bounds off, or on with bounds computed anew. Returns `disable`.
     int disableGraphBounds(int disable, int fit);
-    /// The steps by which an update record brings the bounds up to date: what has come, gone, or
-    /// moved from one rectangle to another.
+    /// For clients that keep records of their own: something has come, gone, or moved from one
+    /// rectangle to another. Bounds that have to shrink become what the graph covers.
     void updateGraphBoundsOnInsert(const QxRect& rect);
     void updateGraphBoundsOnRemove(const QxRect& rect);
     void updateGraphBoundsOnMoveResize(const QxRect& oldRect, const QxRect& newRect);
@@ -343,18 +349,17 @@ public:
         return m_status = value;
     }
     /// Edges collected by the running change; the list belongs to the graph, the edges do not.
-    QxDEdgeDList* pAffectedEdgeList() { return &m_affectedEdges; }
+    QxDEdgeDList* pAffectedEdgeList();
     /// A record that a longer change keeps at the graph; not owned.
-    QxGeometricUpdateInfo* pGeometricUpdateInfo() const { return m_updateInfo; }
-    QxGeometricUpdateInfo* pGeometricUpdateInfo(QxGeometricUpdateInfo* info) {
-        return m_updateInfo = info;
-    }
+    QxGeometricUpdateInfo* pGeometricUpdateInfo() const;
+    QxGeometricUpdateInfo* pGeometricUpdateInfo(QxGeometricUpdateInfo* info);
     /// The copy made of this graph while its manager stored clones; not owned.
-    QxDGraph* pClonedGraph() const { return m_clonedGraph; }
-    QxDGraph* pClonedGraph(QxDGraph* graph) { return m_clonedGraph = graph; }
+    QxDGraph* pClonedGraph() const;
+    QxDGraph* pClonedGraph(QxDGraph* graph);
     /// @}
 
 protected:
+    qx::internal::GraphObjectExtras* vNewExtras() const override;
     QxNode* vNewNode(int type) override;
     QxEdge* vNewEdge(int type) override;
     QxNode* vInsertNode(QxNode* node) override;
@@ -371,9 +376,9 @@ protected:
 
 private:
     friend class QxDGraphManager;
-    friend class QxDNode;
     friend class QxGeometricUpdateInfo;
-    friend class QxPNode;
+    friend class qx::internal::BoundsHold;
+    friend class qx::internal::Coverage;
 
     static constexpr std::uint32_t LabelStates =
         3 *
@@ -381,19 +386,27 @@ private:
 
     void init();
     void initDiagramming();
-    void copyDiagramming(const QxDGraph* source);
+    void copySpacings(const QxDGraph& source);
+    void copyDiagramming(const QxDGraph& source);
     QxTriStateEnum labelState(std::uint32_t lowBit) const;
     QxTriStateEnum labelState(std::uint32_t lowBit, QxTriStateEnum state);
-    /// A record has found the bounds suspended: if that is because a listener edits the graph in
-    /// the middle of another change, what that change collects does not tell the whole story.
-    void noteEditByListener();
-    /// Whether that has happened since the bounds were suspended.
-    bool wasEditedByListener() const { return m_editedByListener; }
-    /// What nodes and bends cover; they report here themselves, whatever the switches say.
+    qx::internal::GraphExtras& graphExtras();
+    const qx::internal::GraphExtras* pQueryGraphExtras() const;
+    /// What the objects of the graph cover, whatever the switches say; internal/Coverage.h keeps
+    /// it.
     qx::internal::ExtentTree& extents() const { return *m_extents; }
-    using SegmentHook = void (QxPEdge::*)(QxGeometricUpdateInfo*, int);
-    /// Lets a segment report to a record of its own; false when `edge` is no segment.
-    bool reportPathEdge(QxEdge* edge, SegmentHook hook);
+    /// Changes that are being made: while there are any, the bounds rest.
+    void holdBounds() { ++m_boundsHolds; }
+    void letGoOfBounds(const QxRect* reported = nullptr);
+    /// Whether changes are to update the bounds once nobody holds them.
+    bool keepsBounds() const;
+    /// Brings the bounds to what the extents say, or to that united with what a record was told.
+    void settleBounds(const QxRect* reported = nullptr);
+    /// Whether a side of the bounds that rested on `from` moves inward when it becomes `to`.
+    bool retreats(const QxRect& from, const QxRect& to) const;
+    void report(qx::internal::Moment moment, QxGeometricUpdateInfo* own,
+                QxGeometricUpdateInfo* between, const QxDNodeDList* nodes,
+                const QxPNodeDList* bends, const QxDEdgeDList* edges, const QxPEdgeDList* segments);
     std::int32_t setConstant(QxSpacing& spacing, std::int32_t value);
     std::int16_t setProportional(QxSpacing& spacing, std::int16_t value);
     void moveBounds(std::int32_t dx, std::int32_t dy);
@@ -401,15 +414,12 @@ private:
     QxRect viewAreaOf(const QxRect& box) const;
     int overlapsFromGraphLists(const QxRect& region, int nodes, int pathNodes, int pathEdges) const;
 
-    QxDGraph* m_clonedGraph = nullptr;
     QxRect m_bounds;
-    QxDEdgeDList m_affectedEdges;
     QxGraphObjectStatusEnum m_status = QxStatusUnchanged;
-    QxGeometricUpdateInfo* m_updateInfo = nullptr;
+    std::int32_t m_boundsHolds = 0;
     QxTransform m_transform;
     QxQTree* m_quadTree = nullptr;
     std::int32_t m_multiEdgeSpacing = 8;
-    bool m_editedByListener = false;
     QxSpacing m_leftMargin;
     QxSpacing m_rightMargin;
     QxSpacing m_bottomMargin;

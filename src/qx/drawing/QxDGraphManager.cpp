@@ -8,15 +8,15 @@
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxFactory.h"
-#include "qx/drawing/internal/HeldObjects.h"
+#include "qx/drawing/bounds/internal/Coverage.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/graph/QxChildGraphForest.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/util/QxDebugStream.h"
-#include "qx/foundation/util/internal/KeepAlive.h"
+#include "qx/foundation/util/internal/Ref.h"
 
 using qx::internal::each;
-using qx::internal::HeldObjects;
+using qx::internal::Snapshot;
 
 QxDGraphManager::QxDGraphManager(QxOwnedObject* owner, int, QxFactory*) : QxGraphManager(owner) {
     initSwitches();
@@ -104,7 +104,7 @@ QxGraph* QxDGraphManager::vNewIntergraph(int type) {
 QxGraph* QxDGraphManager::vInsertGraph(QxGraph* graph) {
     auto* inserted = static_cast<QxDGraph*>(QxGraphManager::vInsertGraph(graph));
     if (inserted != nullptr) {
-        const qx::internal::KeepAlive alive(*inserted);
+        const qx::internal::Ref alive(*inserted);
         if (numberOfGraphs() == 1) {
             showAnchor(inserted);
         }
@@ -131,6 +131,7 @@ void QxDGraphManager::showAnchor(QxDGraph* graph) {
     QxDGraph* const old = m_anchor;
     m_anchor = graph;
     if (QxDGraph* between = pQueryIntergraph()) {
+        qx::internal::Coverage::allChanged(*between);
         if (graph != nullptr) {
             between->vUpdateTransform(*graph->pTransform());
         }
@@ -139,8 +140,11 @@ void QxDGraphManager::showAnchor(QxDGraph* graph) {
     if (graph != nullptr) {
         graph->refreshGraphBounds();
     }
-    qx::internal::fireDrawingChange(*this, AnchorGraphChanged,
-                                    [&] { return new QxDrawingChangeEventData(this, old, graph); });
+    if (graph != old) {
+        qx::internal::fireDrawingChange(*this, AnchorGraphChanged, [&] {
+            return new QxDrawingChangeEventData(this, old, graph);
+        });
+    }
 }
 
 int QxDGraphManager::vDiscardGraph(QxGraph* graph) {
@@ -156,13 +160,14 @@ int QxDGraphManager::vTransferTopology(QxGraphManager* manager) {
     QxDGraph* anchor = other->m_anchor;
     const int moved = QxGraphManager::vTransferTopology(other);
     other->showAnchor(nullptr);
-    if (m_anchor == nullptr) {
-        showAnchor(anchor);
-    }
+    showAnchor(m_anchor != nullptr ? m_anchor : anchor);
     return moved;
 }
 
 void QxDGraphManager::copyGraphManager(const QxGraphManager* source, int deep) {
+    if (source == nullptr || source == this) {
+        return;
+    }
     const auto* other = static_cast<const QxDGraphManager*>(source);
     compressMetaEdges(other->compressMetaEdges());
     reflexiveMetaEdgeReplacement(other->reflexiveMetaEdgeReplacement());
@@ -185,7 +190,7 @@ void QxDGraphManager::internalDuplicateTopology(QxGraphManager* source) {
     QxGraphManager::internalDuplicateTopology(source);
     if (source != nullptr && source != this && levelNumber() == source->levelNumber()) {
         const QxDListCell* original = source->pGraphList()->pFirstCell();
-        for (QxDGraph* graph : HeldObjects<QxDGraph>(pGraphList())) {
+        for (QxDGraph* graph : Snapshot<QxDGraph>(pGraphList())) {
             graph->calculateGraphBounds(0);
             // Insertion has switched the upkeep on; a duplicate keeps it as its source does.
             if (original != nullptr) {

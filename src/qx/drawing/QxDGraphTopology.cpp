@@ -1,7 +1,7 @@
 // Copyright (c) 2026 the qxdraw authors
 // SPDX-License-Identifier: MIT
 
-// Insertion and removal: the steps of the abstract graph inside update records.
+// Insertion and removal: the steps of the abstract graph as changes of the drawing.
 
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
@@ -10,11 +10,13 @@
 #include "qx/drawing/QxFactory.h"
 #include "qx/drawing/QxPEdge.h"
 #include "qx/drawing/QxPNode.h"
-#include "qx/drawing/bounds/internal/GeometryBracket.h"
+#include "qx/drawing/bounds/internal/Change.h"
+#include "qx/drawing/bounds/internal/Moment.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 
+using qx::internal::Change;
 using qx::internal::each;
-using qx::internal::UpdateRecords;
+using qx::internal::Moment;
 
 QxNode* QxDGraph::vNewNode(int type) {
     auto* factory = static_cast<QxFactory*>(pUnverifiedFactory());
@@ -27,40 +29,26 @@ QxEdge* QxDGraph::vNewEdge(int type) {
 }
 
 QxNode* QxDGraph::vInsertNode(QxNode* node) {
-    if (canInsertNode(node) == 0) {
-        return nullptr;
-    }
-    UpdateRecords records(this);
-    if (QxGraph::vInsertNode(node) == nullptr) {
-        return nullptr;
-    }
-    static_cast<QxDNode*>(node)->actAfterInsert(&records.own, &records.intergraph, 1, 1, 1, 1);
-    return node;
+    QxNode* inserted = nullptr;
+    Change::inGraph(*this, [&] { inserted = QxGraph::vInsertNode(node); });
+    return inserted;
 }
 
 QxNode* QxDGraph::vRemoveNode(QxNode* node) {
-    if (node == nullptr || node->pOwnerGraph() != this || node->isPathNode() != 0) {
-        return nullptr;
-    }
-    UpdateRecords records(this);
-    static_cast<QxDNode*>(node)->actBeforeRemove(&records.own, &records.intergraph, 1, 1, 1, 1);
-    return QxGraph::vRemoveNode(node);
+    QxNode* removed = nullptr;
+    Change::inGraph(*this, [&] { removed = QxGraph::vRemoveNode(node); });
+    return removed;
 }
 
 int QxDGraph::vDiscardNode(QxNode* node) {
-    return QxGraph::vDiscardNode(node);
+    int discarded = 0;
+    Change::inGraph(*this, [&] { discarded = QxGraph::vDiscardNode(node); });
+    return discarded;
 }
 
 QxEdge* QxDGraph::vInsertEdge(QxEdge* edge, QxNode* source, QxNode* target) {
-    if (source == nullptr || target == nullptr || canInsertEdge(edge) == 0) {
-        return nullptr;
-    }
-    QxGeometricUpdateInfo record(this, 0, 1);
-    QxEdge* inserted = QxGraph::vInsertEdge(edge, source, target);
-    if (inserted != nullptr) {
-        static_cast<QxDEdge*>(inserted)->actAfterInsert(&record, 1, 1);
-    }
-    record.enableAndRestoreState();
+    QxEdge* inserted = nullptr;
+    Change::inGraph(*this, [&] { inserted = QxGraph::vInsertEdge(edge, source, target); });
     return inserted;
 }
 
@@ -70,52 +58,38 @@ void QxDGraph::actAfterInsertEdgeBeforeConnect(QxEdge* edge) {
 }
 
 QxEdge* QxDGraph::vRemoveEdge(QxEdge* edge) {
-    if (edge == nullptr || edge->pOwnerGraph() != this || edge->isPathEdge() != 0) {
-        return nullptr;
-    }
-    auto* drawn = static_cast<QxDEdge*>(edge);
-    QxGeometricUpdateInfo record(this, 0, 1);
-    drawn->actBeforeRemove(&record, 1, 1);
-    QxGraph::vRemoveEdge(edge);
-    drawn->updatePathOwnership();
-    record.enableAndRestoreState();
-    return edge;
+    QxEdge* removed = nullptr;
+    Change::inGraph(*this, [&] {
+        removed = QxGraph::vRemoveEdge(edge);
+        if (removed != nullptr) {
+            static_cast<QxDEdge*>(removed)->updatePathOwnership();
+        }
+    });
+    return removed;
 }
 
-bool QxDGraph::reportPathEdge(QxEdge* edge, SegmentHook hook) {
-    if (edge->isPathEdge() == 0) {
-        return false;
-    }
-    auto* segment = static_cast<QxPEdge*>(edge);
-    const QxDEdge* whole = segment->pOwnerEdge();
-    if (whole != nullptr && whole->deactivated() == 0 && !whole->liesWithinItsEnds()) {
-        QxGeometricUpdateInfo record(this, 0, 1);
-        (segment->*hook)(&record, 1);
-        record.enableAndRestoreState();
-    }
-    return true;
-}
+// Segments tell the graph what happens to them as edges do; what they cover, the bends tell.
 
 void QxDGraph::actOnConnectEdge(QxEdge* edge) {
-    if (!reportPathEdge(edge, &QxPEdge::actAfterInsert)) {
+    if (edge->isPathEdge() == 0) {
         QxGraph::actOnConnectEdge(edge);
     }
 }
 
 void QxDGraph::actOnDisconnectEdge(QxEdge* edge) {
-    if (!reportPathEdge(edge, &QxPEdge::actBeforeRemove)) {
+    if (edge->isPathEdge() == 0) {
         QxGraph::actOnDisconnectEdge(edge);
     }
 }
 
 void QxDGraph::actOnActivateEdge(QxEdge* edge) {
-    if (!reportPathEdge(edge, &QxPEdge::actAfterInsert)) {
+    if (edge->isPathEdge() == 0) {
         QxGraph::actOnActivateEdge(edge);
     }
 }
 
 void QxDGraph::actOnDeactivateEdge(QxEdge* edge) {
-    if (!reportPathEdge(edge, &QxPEdge::actBeforeRemove)) {
+    if (edge->isPathEdge() == 0) {
         QxGraph::actOnDeactivateEdge(edge);
     }
 }
@@ -123,14 +97,6 @@ void QxDGraph::actOnDeactivateEdge(QxEdge* edge) {
 namespace {
 
 using Info = QxGeometricUpdateInfo;
-
-/// How the four kinds of objects report at one moment of a change.
-struct ManyObjectsHooks {
-    void (QxDNode::*node)(Info*, Info*, int, int, int, int);
-    void (QxPNode::*bend)(Info*, int, int);
-    void (QxDEdge::*edge)(Info*, int, int);
-    void (QxPEdge::*segment)(Info*, int);
-};
 
 /// Calls `report` with every listed object and the record of the graph that owns it.
 template <class T, class Report>
@@ -149,37 +115,33 @@ void reportToOwnersRecord(const QxDGraph* graph, const QxDList* list, Info* own,
     }
 }
 
-void reportManyObjects(const QxDGraph* graph, const ManyObjectsHooks& hooks, Info* own,
-                       Info* between, const QxDNodeDList* nodes, const QxPNodeDList* bends,
-                       const QxDEdgeDList* edges, const QxPEdgeDList* segments) {
-    reportToOwnersRecord<QxDNode>(graph, nodes, own, nullptr, [&](QxDNode* node, Info*) {
-        (node->*hooks.node)(own, between, 1, 1, 1, 1);
+}  // namespace
+
+void QxDGraph::report(Moment moment, QxGeometricUpdateInfo* own, QxGeometricUpdateInfo* between,
+                      const QxDNodeDList* nodes, const QxPNodeDList* bends,
+                      const QxDEdgeDList* edges, const QxPEdgeDList* segments) {
+    reportToOwnersRecord<QxDNode>(this, nodes, own, nullptr, [&](QxDNode* node, Info*) {
+        node->report(moment, own, between, 1, 1, 1, 1);
     });
     if (own->needsRecursiveUpdate() == 0) {
         return;
     }
-    reportToOwnersRecord<QxPNode>(graph, bends, own, between, [&](QxPNode* bend, Info* info) {
-        (bend->*hooks.bend)(info, 0, 0);
+    reportToOwnersRecord<QxPNode>(this, bends, own, between, [&](QxPNode* bend, Info* info) {
+        bend->report(moment, info, 0);
     });
-    reportToOwnersRecord<QxDEdge>(graph, edges, own, between, [&](QxDEdge* edge, Info* info) {
-        (edge->*hooks.edge)(info, 1, 1);
-    });
-    reportToOwnersRecord<QxPEdge>(graph, segments, own, between, [&](QxPEdge* segment, Info* info) {
-        (segment->*hooks.segment)(info, 0);
+    reportToOwnersRecord<QxDEdge>(this, edges, own, between,
+                                  [&](QxDEdge* edge, Info* info) { edge->report(moment, info); });
+    reportToOwnersRecord<QxPEdge>(this, segments, own, between, [&](QxPEdge* segment, Info* info) {
+        segment->report(moment, info);
     });
 }
-
-}  // namespace
 
 void QxDGraph::actAfterInsert(QxGeometricUpdateInfo* own, QxGeometricUpdateInfo* intergraph,
                               const QxDNodeDList* nodes, const QxPNodeDList* pathNodes,
                               const QxDEdgeDList* edges, const QxPEdgeDList* pathEdges,
                               const QxNodeLabelDList*, const QxConnectorLabelDList*,
                               const QxEdgeLabelDList*) {
-    reportManyObjects(this,
-                      {&QxDNode::actAfterInsert, &QxPNode::actAfterInsert, &QxDEdge::actAfterInsert,
-                       &QxPEdge::actAfterInsert},
-                      own, intergraph, nodes, pathNodes, edges, pathEdges);
+    report(Moment::AfterInsert, own, intergraph, nodes, pathNodes, edges, pathEdges);
 }
 
 void QxDGraph::actBeforeRemove(QxGeometricUpdateInfo* own, QxGeometricUpdateInfo* intergraph,
@@ -187,43 +149,23 @@ void QxDGraph::actBeforeRemove(QxGeometricUpdateInfo* own, QxGeometricUpdateInfo
                                const QxDEdgeDList* edges, const QxPEdgeDList* pathEdges,
                                const QxNodeLabelDList*, const QxConnectorLabelDList*,
                                const QxEdgeLabelDList*) {
-    reportManyObjects(this,
-                      {&QxDNode::actBeforeRemove, &QxPNode::actBeforeRemove,
-                       &QxDEdge::actBeforeRemove, &QxPEdge::actBeforeRemove},
-                      own, intergraph, nodes, pathNodes, edges, pathEdges);
+    report(Moment::BeforeRemove, own, intergraph, nodes, pathNodes, edges, pathEdges);
 }
 
 int QxDGraph::vTransferTopology(QxGraph* graph) {
     auto* other = static_cast<QxDGraph*>(graph);
-    if (other == nullptr || other == this || other->pUnverifiedFactory() == nullptr ||
-        other->pUnverifiedFactory() != pUnverifiedFactory() ||
-        other->isIntergraph() != isIntergraph()) {
+    if (other == nullptr || other->pUnverifiedFactory() == nullptr) {
         return 0;
     }
-    QxDNodeDList nodes;
-    QxDEdgeDList edges;
-    nodes.QxDList::copyAppendList(other->pNodeList());
-    edges.QxDList::copyAppendList(other->pEdgeList());
-    UpdateRecords here(this);
-    UpdateRecords there(other);
-    // Graphs of one manager share the intergraph: the outer record collects, if it is not inert.
-    const bool shared = there.intergraph.pGraph() == here.intergraph.pGraph();
-    QxGeometricUpdateInfo* between = shared ? &here.intergraph : &there.intergraph;
-    other->actBeforeRemove(&there.own, between, &nodes, nullptr, &edges, nullptr, nullptr, nullptr,
-                           nullptr);
-    const int moved = QxGraph::vTransferTopology(other);
-    actAfterInsert(&here.own, &here.intergraph, &nodes, nullptr, &edges, nullptr, nullptr, nullptr,
-                   nullptr);
+    int moved = 0;
+    Change::inGraph(*this, [&] {
+        Change::inGraph(*other, [&] { moved = QxGraph::vTransferTopology(other); });
+    });
     return moved;
 }
 
 void QxDGraph::emptyTopology() {
-    const int keepsBounds = hasFlag(qx::flags::GraphNeedsBounds);
-    disableGraphBounds(1, 1);
-    QxGraph::emptyTopology();
-    if (keepsBounds != 0) {
-        disableGraphBounds(0, 1);
-    }
+    Change::ofWholeGraph(*this, [&] { QxGraph::emptyTopology(); });
 }
 
 QxDNode* QxDGraph::addNode(int type) {
@@ -274,8 +216,7 @@ QxDNode* QxDGraph::addNodeWithCoordinates(const QxPoint& center, const QxSize& s
         inverseExpandedTransformPoint(place);
         inverseExpandedTransformSize(extent);
     }
-    node->ntResizeAdjustConnectors(extent);
-    node->ntMoveTo(place);
+    node->place(place, extent);
     if (vInsertNode(node) == nullptr) {
         node->vRelease();
         return nullptr;

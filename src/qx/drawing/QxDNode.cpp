@@ -10,21 +10,24 @@
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDGraphManager.h"
+#include "qx/drawing/bounds/internal/Change.h"
+#include "qx/drawing/bounds/internal/Coverage.h"
 #include "qx/drawing/bounds/internal/ExtentTree.h"
-#include "qx/drawing/bounds/internal/GeometryBracket.h"
+#include "qx/drawing/bounds/internal/Moment.h"
+#include "qx/drawing/internal/AskedCoordinates.h"
+#include "qx/drawing/internal/CloneLinks.h"
+#include "qx/drawing/internal/Extras.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/geometry/QxShapeResource.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/util/QxDebugStream.h"
 
+using qx::internal::Change;
+using qx::internal::Coverage;
 using qx::internal::each;
 using qx::internal::ExtentTree;
-
-/// What few nodes have.
-struct QxDNode::Rare {
-    QxDNode* clonedNode = nullptr;
-    std::unique_ptr<const QxRect> rectBeforeMoveForSelfLoops;
-};
+using qx::internal::Moment;
+using qx::internal::Ref;
 
 QxDNode::QxDNode(QxOwnedObject* owner, int, QxFactory*) : QxGNode(owner) {
     setFlag(qx::flags::NodeForceClipping, 1);
@@ -46,7 +49,7 @@ QxDNode::~QxDNode() {
 }
 
 std::size_t QxDNode::sizeOf() const {
-    return QxGNode::sizeOf() + sizeof(QxDNode) - sizeof(QxGNode) + (m_rare ? sizeof(Rare) : 0);
+    return QxGNode::sizeOf() + sizeof(QxDNode) - sizeof(QxGNode);
 }
 
 int QxDNode::checkInvariants() const {
@@ -86,21 +89,21 @@ void QxDNode::actOnDiscard() {
 }
 
 void QxDNode::actOnChangeOwner(QxOwnedObject* owner, int valid) {
-    QxDGraph* oldGraph = pOwnerGraph();
-    if (oldGraph != nullptr && (valid == 0 || owner != oldGraph)) {
-        oldGraph->extents().clear(m_extentSlot);
+    if (valid == 0 || owner != pOwner()) {
+        Coverage::ended(*this);
     }
     QxGNode::actOnChangeOwner(owner, valid);
-    refreshExtent();
+    Coverage::changed(*this);
+    Coverage::ownerChanged(*this);
 }
 
 void QxDNode::copyNode(const QxNode* source, int deep) {
     if (source == nullptr || source == this) {
         return;
     }
-    const qx::internal::KeepAlive alive(const_cast<QxNode&>(*source));
+    const Ref alive(*source);
     const bool isDrawn = levelNumber() == source->levelNumber();
-    qx::internal::replaceNode(*this, [&] {
+    Change::run(*this, [&] {
         const QxPoint oldCenter = iCenter();
         const QxSize oldSize = iSize();
         if (isDrawn) {
@@ -118,20 +121,12 @@ void QxDNode::copyNode(const QxNode* source, int deep) {
 
 void QxDNode::copyDiagrammingNode(const QxDNode& source) {
     setFlag(qx::flags::NodeForceClipping, source.forceClipping());
-    const QxDGraph* graph = source.pOwnerGraph();
-    const QxDGraphManager* manager = graph != nullptr ? graph->pOwnerGraphManager() : nullptr;
-    if (manager != nullptr && manager->storeClones() != 0) {
-        const_cast<QxDNode&>(source).pClonedNode(this);
-    }
-    pClonedNode(nullptr);
+    qx::internal::linkClone(source, *this, qx::internal::managerOf(source),
+                            [](QxDNode& node, QxDNode* clone) { node.pClonedNode(clone); });
     m_status = source.m_status;
     const QxRect* saved = source.pRectBeforeMoveForSelfLoops();
     pRectBeforeMoveForSelfLoops(saved != nullptr ? new QxRect(*saved) : nullptr);
-    vMoveTo(source.iCenter());
-    vResizeAdjustConnectors(source.iSize());
-    if (!(m_rect == source.m_rect)) {
-        vMoveTo(source.iCenter());  // near the ends of the coordinate range the old size stuck out
-    }
+    place(source.iCenter(), source.iSize());
     discardShapeResource();
 }
 
@@ -152,7 +147,7 @@ QxObject* QxDNode::vCloneAttributes() const {
 
 int QxDNode::forceClipping(int value) {
     if ((value != 0) != (forceClipping() != 0)) {
-        qx::internal::replaceNode(*this, [&] {
+        Change::run(*this, [&] {
             setFlag(qx::flags::NodeForceClipping, value);
             invalidateIncidentEdgeEndPoints();
         });
@@ -160,31 +155,26 @@ int QxDNode::forceClipping(int value) {
     return value;
 }
 
-QxDNode::Rare& QxDNode::rare() {
-    if (!m_rare) {
-        m_rare = std::make_unique<Rare>();
-    }
-    return *m_rare;
-}
-
 QxDNode* QxDNode::pClonedNode() const {
-    return m_rare ? m_rare->clonedNode : nullptr;
+    const auto* extras = pQueryNodeExtras();
+    return extras != nullptr ? extras->clone : nullptr;
 }
 
 QxDNode* QxDNode::pClonedNode(QxDNode* node) {
     if (node != pClonedNode()) {
-        rare().clonedNode = node;
+        nodeExtras().clone = node;
     }
     return node;
 }
 
 const QxRect* QxDNode::pRectBeforeMoveForSelfLoops() const {
-    return m_rare ? m_rare->rectBeforeMoveForSelfLoops.get() : nullptr;
+    const auto* extras = pQueryNodeExtras();
+    return extras != nullptr ? extras->rectBeforeMoveForSelfLoops.get() : nullptr;
 }
 
 const QxRect* QxDNode::pRectBeforeMoveForSelfLoops(const QxRect* rect) {
     if (rect != pRectBeforeMoveForSelfLoops()) {
-        rare().rectBeforeMoveForSelfLoops.reset(rect);
+        nodeExtras().rectBeforeMoveForSelfLoops.reset(rect);
     }
     return rect;
 }
@@ -195,27 +185,15 @@ void QxDNode::ntBoundingRectWithSubObjects(QxRect& rect, int, int, int) const {
 
 int QxDNode::getBoundingRectWithSubObjects(QxRect& rect, int labels, int connectors,
                                            int connectorLabels, int inOwnGraph) const {
-    const QxDGraph* graph = pOwnerGraph();
-    if (inOwnGraph == 0 && (graph == nullptr || isVisible() == 0)) {
+    if (qx::internal::hasAsked(*this, inOwnGraph) == 0) {
         return 0;
     }
     ntBoundingRectWithSubObjects(rect, labels, connectors, connectorLabels);
-    if (inOwnGraph == 0) {
-        graph->expandedTransformRect(rect);
-    }
-    return 1;
+    return qx::internal::toAsked(*this, rect, inOwnGraph);
 }
 
 int QxDNode::getBoundingRectWithConnectors(QxRect& rect, int inOwnGraph) const {
     return getBoundingRectWithSubObjects(rect, 0, 1, 0, inOwnGraph);
-}
-
-void QxDNode::refreshExtent() {
-    if (QxDGraph* graph = pOwnerGraph()) {
-        QxRect rect;
-        ntBoundingRectWithSubObjects(rect, 1, 1, 1);
-        graph->extents().set(m_extentSlot, rect);
-    }
 }
 
 void QxDNode::invalidateIncidentEdgeEndPoints() {
@@ -227,98 +205,57 @@ void QxDNode::invalidateIncidentEdgeEndPoints() {
     }
 }
 
-/// One of the four moments at which a node reports: where its rectangle goes, and the hook by which
-/// its edges report.
-struct QxDNode::Phase {
-    void (QxGeometricUpdateInfo::*collect)(const QxGraphObject*, const QxRect&);
-    void (QxDEdge::*reportEdge)(QxGeometricUpdateInfo*, int, int);
-    /// Which edges of the node's own graph have something to do at this moment.
-    enum { Bent, Straight, None } edges;
-
-    static const Phase BeforeRemove;
-    static const Phase AfterInsert;
-    static const Phase BeforeChange;
-    static const Phase AfterChange;
-};
-
-const QxDNode::Phase QxDNode::Phase::BeforeRemove{&QxGeometricUpdateInfo::updateBeforeRemove,
-                                                  &QxDEdge::actBeforeRemove, Bent};
-const QxDNode::Phase QxDNode::Phase::AfterInsert{&QxGeometricUpdateInfo::updateAfterInsert,
-                                                 &QxDEdge::actAfterInsert, Straight};
-const QxDNode::Phase QxDNode::Phase::BeforeChange{
-    &QxGeometricUpdateInfo::updateBeforeGeometryChanges, &QxDEdge::actBeforeGeometryChanges, None};
-const QxDNode::Phase QxDNode::Phase::AfterChange{&QxGeometricUpdateInfo::updateAfterGeometryChanges,
-                                                 &QxDEdge::actAfterGeometryChanges, Straight};
-
-void QxDNode::report(const Phase& phase, QxGeometricUpdateInfo* own,
-                     QxGeometricUpdateInfo* intergraph, int labels, int connectorLabels,
-                     int connectors, int edges) const {
+void QxDNode::report(Moment moment, QxGeometricUpdateInfo* own, QxGeometricUpdateInfo* intergraph,
+                     int labels, int connectorLabels, int connectors, int edges) const {
     const bool isWanted = own->needsRecursiveUpdate() != 0 ||
                           (intergraph != nullptr && intergraph->needsRecursiveUpdate() != 0);
-    const QxDGraph* graph = own->pGraph();
-    if (graph == nullptr || !isWanted) {
+    if (own->pGraph() == nullptr || !isWanted) {
         return;
     }
     QxRect rect;
     ntBoundingRectWithSubObjects(rect, labels, connectors, connectorLabels);
-    (own->*phase.collect)(this, rect);
+    qx::internal::collect(*own, moment, *this, rect);
     if (edges != 0) {
-        reportEdges(phase, own, intergraph);
+        reportEdges(moment, own, intergraph);
     }
 }
 
-void QxDNode::reportEdges(const Phase& phase, QxGeometricUpdateInfo* own,
+void QxDNode::reportEdges(Moment moment, QxGeometricUpdateInfo* own,
                           QxGeometricUpdateInfo* intergraph) const {
-    const QxDGraph* graph = own->pGraph();
     for (const QxEdgeDList* list : {pInEdgeList(), pOutEdgeList()}) {
         for (QxDEdge* edge : each<QxDEdge>(*list)) {
-            if (phase.edges == Phase::None) {
-                // After the change the far end is asked where it lies; in a large drawing that is
-                // far away in memory, too.
-                const QxDNode* source = edge->pSourceNode();
-                __builtin_prefetch((source == this ? edge->pTargetNode() : source)->pIRect());
-            }
-            if (edge->pOwnerGraph() == graph) {
-                // The ends lie within nodes, and bends stand in the graph's extents on their own.
-                // They go when the node goes, for the edge is disconnected; a mere change leaves
-                // them alone. A straight edge brings its visible part up to date, which costs
-                // nothing; on one with bends that waits until it is asked for.
-                if (phase.edges == (edge->hasBends() != 0 ? Phase::Bent : Phase::Straight)) {
-                    (edge->*phase.reportEdge)(own, 1, 1);
-                }
+            if (edge->pOwnerGraph() == own->pGraph()) {
+                edge->report(moment, own);
             } else if (intergraph != nullptr && edge->pOwnerGraph() == intergraph->pGraph()) {
-                (edge->*phase.reportEdge)(intergraph, 1, 1);
+                edge->report(moment, intergraph);
             }
         }
     }
 }
 
 void QxDNode::emptyTopology() {
-    qx::internal::UpdateRecords records(pOwnerGraph());
-    reportEdges(Phase::BeforeRemove, &records.own, &records.intergraph);
-    QxGNode::emptyTopology();
-    reportEdges(Phase::AfterInsert, &records.own, &records.intergraph);
+    Change::run(*this, [&] { QxGNode::emptyTopology(); });
 }
 
 void QxDNode::actBeforeRemove(QxGeometricUpdateInfo* own, QxGeometricUpdateInfo* intergraph,
                               int labels, int connectorLabels, int connectors, int edges) {
-    report(Phase::BeforeRemove, own, intergraph, labels, connectorLabels, connectors, edges);
+    report(Moment::BeforeRemove, own, intergraph, labels, connectorLabels, connectors, edges);
 }
 
 void QxDNode::actAfterInsert(QxGeometricUpdateInfo* own, QxGeometricUpdateInfo* intergraph,
                              int labels, int connectorLabels, int connectors, int edges) {
-    report(Phase::AfterInsert, own, intergraph, labels, connectorLabels, connectors, edges);
+    report(Moment::AfterInsert, own, intergraph, labels, connectorLabels, connectors, edges);
 }
 
 void QxDNode::actBeforeGeometryChanges(QxGeometricUpdateInfo* own,
                                        QxGeometricUpdateInfo* intergraph, int labels,
                                        int connectorLabels, int connectors, int edges) {
-    report(Phase::BeforeChange, own, intergraph, labels, connectorLabels, connectors, edges);
+    report(Moment::BeforeChange, own, intergraph, labels, connectorLabels, connectors, edges);
 }
 
 void QxDNode::actAfterGeometryChanges(QxGeometricUpdateInfo* own, QxGeometricUpdateInfo* intergraph,
                                       int labels, int connectorLabels, int connectors, int edges) {
-    report(Phase::AfterChange, own, intergraph, labels, connectorLabels, connectors, edges);
+    report(Moment::AfterChange, own, intergraph, labels, connectorLabels, connectors, edges);
 }
 
 void QxDNode::vActBeforeGeometryChanges(QxGeometricUpdateInfo* own,

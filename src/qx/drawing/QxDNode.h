@@ -3,8 +3,6 @@
 
 #pragma once
 
-#include <memory>
-
 #include "qx/drawing/QxDrawingDLists.h"
 #include "qx/drawing/QxDrawingFlags.h"
 #include "qx/drawing/QxGNode.h"
@@ -14,6 +12,11 @@
 class QxFactory;
 class QxShape;
 class QxShapeResource;
+
+namespace qx::internal {
+class Coverage;
+enum class Moment : unsigned char;
+}  // namespace qx::internal
 
 /// The node that applications draw: a rectangle with a center, a size and a shape.
 ///
@@ -207,9 +210,9 @@ public:
     /// @}
 
     /// @name Reports to the update records
-    /// The flags ask for the node labels, connector labels, connectors and incident edges, too. The
-    /// bends of edges within the node's graph are not reported: the graph keeps their extents, and
-    /// no change of the node moves them.
+    /// The flags ask for the node labels, connector labels, connectors and incident edges, too.
+    /// They serve records that a client keeps; the library's own changes ask the extents of the
+    /// graph.
     /// @{
     void actBeforeRemove(QxGeometricUpdateInfo* own, QxGeometricUpdateInfo* intergraph, int labels,
                          int connectorLabels, int connectors, int edges);
@@ -238,18 +241,16 @@ protected:
 
 private:
     friend class QxDGraph;
+    friend class qx::internal::Coverage;
 
-    struct Phase;
-    struct Rare;
-
-    Rare& rare();
+    /// Moves, then resizes the node, by the raw steps.
+    void place(const QxPoint& center, const QxSize& size);
     /// Gives the node its rectangle, and tells the graph's extents and the incident edges.
     void placeRect(const QxRect& rect);
-    /// Brings the graph's extent of this node up to date.
-    void refreshExtent();
-    void report(const Phase& phase, QxGeometricUpdateInfo* own, QxGeometricUpdateInfo* intergraph,
-                int labels, int connectorLabels, int connectors, int edges) const;
-    void reportEdges(const Phase& phase, QxGeometricUpdateInfo* own,
+    void report(qx::internal::Moment moment, QxGeometricUpdateInfo* own,
+                QxGeometricUpdateInfo* intergraph, int labels, int connectorLabels, int connectors,
+                int edges) const;
+    void reportEdges(qx::internal::Moment moment, QxGeometricUpdateInfo* own,
                      QxGeometricUpdateInfo* intergraph) const;
     void copyDiagrammingNode(const QxDNode& source);
     void shareShapeOf(QxDNode& source);
@@ -261,7 +262,6 @@ private:
     std::int32_t m_originalWidth = 40;
     std::int32_t m_originalHeight = 40;
     QxShapeResource* m_shapeResource = nullptr;
-    std::unique_ptr<Rare> m_rare;
     QxGraphObjectStatusEnum m_status = QxStatusUnchanged;
     std::int32_t m_extentSlot = -1;
 };

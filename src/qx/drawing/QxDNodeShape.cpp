@@ -9,7 +9,8 @@
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxFactory.h"
-#include "qx/drawing/bounds/internal/GeometryBracket.h"
+#include "qx/drawing/bounds/internal/Change.h"
+#include "qx/drawing/internal/CloneLinks.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/geometry/QxShapeResourceDB.h"
 #include "qx/foundation/graph/internal/EachObject.h"
@@ -24,8 +25,7 @@ QxShapeResourceDB* shapeResourceDBOf(const QxDNode& node) {
 }
 
 bool isReading(const QxDNode& node) {
-    const QxDGraph* graph = node.pOwnerGraph();
-    const QxDGraphManager* manager = graph != nullptr ? graph->pOwnerGraphManager() : nullptr;
+    const QxDGraphManager* manager = qx::internal::managerOf(node);
     return manager != nullptr && manager->isReading() != 0;
 }
 
@@ -96,12 +96,12 @@ const QxShape* QxDNode::pShape(const QxShape* shape, int quietly) {
     if (pShape() == nullptr || expanded() != 0 || showsShape(shape)) {
         return pShape();
     }
-    const qx::internal::KeepAlive alive(*this);
+    const qx::internal::Ref alive(*this);
     if (quietly != 0) {
         giveShape(shape);
         return pShape();
     }
-    qx::internal::replaceNode(*this, [&] {
+    qx::internal::Change::run(*this, [&] {
         giveShape(shape);
         unmarkIncidentEdges();
     });

@@ -31,7 +31,7 @@ inline constexpr std::uint32_t EdgeClipTarget = 0x8000;
 inline constexpr std::uint32_t EdgeMulti = 0x10000;
 inline constexpr std::uint32_t EdgeMeta = 0x20000;
 inline constexpr std::uint32_t EdgeOrthogonal = 0x40000;
-inline constexpr std::uint32_t EdgeShownWhole = 0x80000;  ///< its one segment is marked visible
+inline constexpr std::uint32_t EdgePathImplied = 0x80000;  ///< straight, its segment not made yet
 
 // Drawing graphs.
 inline constexpr std::uint32_t GraphNodeLabels = 0x800;  ///< the low of two bits, for each kind

@@ -8,10 +8,24 @@
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxPNode.h"
 #include "qx/drawing/bounds/internal/ShiftedRect.h"
-#include "qx/foundation/util/internal/KeepAlive.h"
+#include "qx/drawing/internal/AskedCoordinates.h"
+#include "qx/drawing/internal/Extras.h"
+#include "qx/foundation/util/internal/Ref.h"
 
-QxGNode::~QxGNode() {
-    delete m_rectBeforeMove;
+using qx::internal::Ref;
+
+using qx::internal::NodeExtras;
+
+qx::internal::GraphObjectExtras* QxGNode::vNewExtras() const {
+    return new NodeExtras;
+}
+
+const NodeExtras* QxGNode::pQueryNodeExtras() const {
+    return static_cast<const NodeExtras*>(pQueryExtras());
+}
+
+NodeExtras& QxGNode::nodeExtras() {
+    return static_cast<NodeExtras&>(extras());
 }
 
 QxDGraph* QxGNode::pOwnerGraph() const {
@@ -30,12 +44,15 @@ int QxGNode::hidden() const {
 
 std::size_t QxGNode::sizeOf() const {
     return QxNode::sizeOf() + sizeof(QxGNode) - sizeof(QxNode) +
-           (m_rectBeforeMove != nullptr ? sizeof(QxRect) : 0);
+           (pRectBeforeMove() != nullptr ? sizeof(QxRect) : 0);
 }
 
 void QxGNode::copyNode(const QxNode* source, int deep) {
+    if (source == nullptr || source == this) {
+        return;
+    }
     if (levelNumber() == source->levelNumber()) {
-        const QxRect* saved = static_cast<const QxGNode*>(source)->m_rectBeforeMove;
+        const QxRect* saved = static_cast<const QxGNode*>(source)->pRectBeforeMove();
         pRectBeforeMove(saved != nullptr ? new QxRect(*saved) : nullptr);
     }
     QxNode::copyNode(source, deep);
@@ -44,8 +61,8 @@ void QxGNode::copyNode(const QxNode* source, int deep) {
 void QxGNode::restoreMovedNode() {}
 
 void QxGNode::moveBack() {
-    if (m_rectBeforeMove != nullptr) {
-        const QxPoint center = m_rectBeforeMove->center();
+    if (const QxRect* saved = pRectBeforeMove()) {
+        const QxPoint center = saved->center();
         pRectBeforeMove(nullptr);
         vMoveTo(center);
     }
@@ -59,55 +76,32 @@ void QxGNode::vMoveTo(const QxPoint&) {}
 
 void QxGNode::actOnMoveTo(const QxPoint&) {}
 
-namespace {
-
-/// Takes a value from the node's own coordinates into the asked-for ones; 0 when it is to be in
-/// anchor coordinates and the node is invisible.
-template <class Value>
-int inAskedCoordinates(const QxGNode& node, Value& value, int inOwnGraph,
-                       int (QxDGraph::*toAnchor)(Value&) const) {
-    if (inOwnGraph != 0) {
-        return 1;
-    }
-    const QxDGraph* graph = node.pOwnerGraph();
-    if (graph == nullptr || node.isVisible() == 0) {
-        return 0;
-    }
-    (graph->*toAnchor)(value);
-    return 1;
-}
-
-}  // namespace
-
 int QxGNode::getCenter(QxPoint& center, int inOwnGraph) const {
     iCenter(center);
-    return inAskedCoordinates(*this, center, inOwnGraph, &QxDGraph::expandedTransformPoint);
+    return qx::internal::toAsked(*this, center, inOwnGraph);
 }
 
 int QxGNode::getSize(QxSize& size, int inOwnGraph) const {
     iSize(size);
-    return inAskedCoordinates(*this, size, inOwnGraph, &QxDGraph::expandedTransformSize);
+    return qx::internal::toAsked(*this, size, inOwnGraph);
 }
 
 int QxGNode::getBoundingRect(QxRect& rect, int inOwnGraph) const {
     ntBoundingRect(rect);
-    return inAskedCoordinates(*this, rect, inOwnGraph, &QxDGraph::expandedTransformRect);
+    return qx::internal::toAsked(*this, rect, inOwnGraph);
 }
 
 int QxGNode::moveTo(const QxPoint& center, int inOwnGraph) {
     QxPoint place = center;
-    QxDGraph* graph = pOwnerGraph();
-    if (inOwnGraph == 0) {
-        if (graph == nullptr || isVisible() == 0) {
-            return 0;
-        }
-        graph->inverseExpandedTransformPoint(place);
+    if (qx::internal::fromAsked(*this, place, inOwnGraph) == 0) {
+        return 0;
     }
+    const QxDGraph* graph = pOwnerGraph();
     if (place == iCenter()) {
         return 1;
     }
     if (graph == nullptr || graph->pOwnerGraphManager() == nullptr) {
-        const qx::internal::KeepAlive alive(*this);
+        const Ref alive(*this);
         const QxPoint oldCenter = iCenter();
         vMoveTo(place);
         actOnMoveTo(oldCenter);
@@ -141,10 +135,14 @@ void QxGNode::storeMovedNode() {
     pRectBeforeMove(rect);
 }
 
+const QxRect* QxGNode::pRectBeforeMove() const {
+    const NodeExtras* extras = pQueryNodeExtras();
+    return extras != nullptr ? extras->rectBeforeMove.get() : nullptr;
+}
+
 const QxRect* QxGNode::pRectBeforeMove(const QxRect* rect) {
-    if (rect != m_rectBeforeMove) {
-        delete m_rectBeforeMove;
-        m_rectBeforeMove = rect;
+    if (rect != pRectBeforeMove()) {
+        nodeExtras().rectBeforeMove.reset(rect);
     }
     return rect;
 }

@@ -11,6 +11,11 @@
 class QxDGraph;
 class QxGeometricUpdateInfo;
 
+namespace qx::internal {
+class Change;
+struct NodeExtras;
+}  // namespace qx::internal
+
 /// A node with a center and a size: drawing nodes and bends.
 ///
 /// Operations named `nt...` and `i...` use the coordinates of the owner graph. The others take a
@@ -20,7 +25,6 @@ class QxGeometricUpdateInfo;
 class QX_API QxGNode : public QxNode {
 public:
     explicit QxGNode(QxOwnedObject* owner) : QxNode(owner) {}
-    ~QxGNode() override;
 
     int vIsVisible() const override;
     void copyNode(const QxNode* source, int deep) override;
@@ -118,7 +122,7 @@ public:
     /// The saved rectangle belongs to the node; a new one replaces and frees the former.
     /// @{
     void storeMovedNode();
-    const QxRect* pRectBeforeMove() const { return m_rectBeforeMove; }
+    const QxRect* pRectBeforeMove() const;
     /// Takes over a rectangle made with new (null forgets the place); returns it.
     const QxRect* pRectBeforeMove(const QxRect* rect);
     /// @}
@@ -130,7 +134,10 @@ public:
 protected:
     /// Moves back to the center of the saved rectangle, if there is one, and forgets it.
     void moveBack();
+    qx::internal::GraphObjectExtras* vNewExtras() const override;
+    const qx::internal::NodeExtras* pQueryNodeExtras() const;
+    qx::internal::NodeExtras& nodeExtras();
 
 private:
-    const QxRect* m_rectBeforeMove = nullptr;
+    friend class qx::internal::Change;
 };

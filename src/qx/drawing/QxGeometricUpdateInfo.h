@@ -13,9 +13,9 @@ class QxQTree;
 /// what the changed objects covered before and after, and brings both up to date once, at the end.
 ///
 /// Records nest: an inner one finds the bounds suspended already and collects nothing; only the
-/// outermost updates them. When a listener that is told of the change edits the graph meanwhile,
-/// the outermost record computes the bounds anew. A record lives on the stack of one operation and
-/// keeps its graph alive.
+/// outermost brings them, when it is closed, to what the graph covers then, raw moves included and
+/// whatever listeners have done meanwhile, united with what was reported as new. A record lives on
+/// the stack of one operation, keeps its graph alive, and closes itself at the end of its life.
 class QX_API QxGeometricUpdateInfo : public QxObject {
 public:
     /// For `graph` (`selector` 0) or the intergraph of its manager (otherwise). The record is inert
@@ -29,7 +29,7 @@ public:
 
     /// Suspends what is on, and remembers it. The argument has no meaning.
     void storeStateAndDisable(int);
-    /// Resumes what was suspended and updates the graph's bounds.
+    /// Resumes what was suspended and updates the graph's bounds; once, then the record is closed.
     void enableAndRestoreState();
 
     /// What an object covered before, and covers after, the change, in graph coordinates.
@@ -89,10 +89,11 @@ private:
     }
 
     QxDGraph* m_graph = nullptr;
-    QxDGraph* m_heldGraph = nullptr;
     QxQTree* m_qTree = nullptr;
     QxRect m_oldBoundingRect;
     QxRect m_newBoundingRect;
+    bool m_keepsGraph = false;
+    bool m_holdsBounds = false;
     bool m_hasOldBoundingRect = false;
     bool m_hasNewBoundingRect = false;
     bool m_needsUpdateGraphBounds = false;

@@ -10,6 +10,10 @@
 class QxDEdge;
 class QxGeometricUpdateInfo;
 
+namespace qx::internal {
+enum class Moment : unsigned char;
+}
+
 /// A segment: a straight piece of the path of a drawing edge, which owns it. It runs between two
 /// bends, or from the edge's source or to its target.
 class QX_API QxPEdge : public QxGEdge {
@@ -55,9 +59,9 @@ public:
     /// Whether the segment counts for drawing: not set aside, and in the visible part or that part
     /// not computed.
     int isUsable() const;
-    /// Whether the segment is in the visible part as taken over last, and as computed last. Setters
-    /// return the argument.
-    int inVisiblePart() const { return hasFlag(qx::flags::SegmentVisible); }
+    /// Whether the segment is in the visible part, and in that computed by updateNewVisiblePart.
+    /// Setters return the argument.
+    int inVisiblePart() const;
     int inVisiblePart(int value);
     int inNewVisiblePart() const { return hasFlag(qx::flags::SegmentNewVisible); }
     int inNewVisiblePart(int value);
@@ -69,8 +73,8 @@ public:
     /// The direction from the clipped start to the clipped end.
     QxDirectionEnum direction() const;
 
-    /// @name Reports to an update record; with `recurse` a straight owner edge also brings its
-    /// visible part up to date
+    /// @name Reports to an update record
+    /// Nothing is reported of a segment that lies within the rectangles of its ends.
     /// @{
     void actAfterInsert(QxGeometricUpdateInfo* info, int recurse);
     void actBeforeRemove(QxGeometricUpdateInfo* info, int recurse);
@@ -80,11 +84,12 @@ public:
 
 private:
     friend class QxDEdge;
-    struct Phase;
+    friend class QxDGraph;
+    friend class QxPNode;
 
-    void report(const Phase& phase, QxGeometricUpdateInfo* info, int recurse);
-    template <class Change>
-    int changeEndInRecord(const Change& change);
+    void report(qx::internal::Moment moment, QxGeometricUpdateInfo* info);
+    template <class Act>
+    int changeEnd(const Act& act);
     void readEnd(QxPoint& point, int clipped, bool atSource) const;
     int getEnd(QxPoint& point, int inOwnGraph, bool atSource) const;
     /// Sets both ends without a word to the graph; null leaves an end open. The segment keeps its

@@ -8,6 +8,11 @@
 
 class QxDEdge;
 
+namespace qx::internal {
+class Coverage;
+enum class Moment : unsigned char;
+}  // namespace qx::internal
+
 /// A bend: a point on the path of a drawing edge, which owns it. It has one incoming and one
 /// outgoing segment and belongs to the graph of its edge without being listed there.
 class QX_API QxPNode : public QxGNode {
@@ -43,9 +48,9 @@ public:
     /// Whether the bend counts for drawing: not set aside, and in the visible part or that part
     /// not computed.
     int isUsable() const;
-    /// Whether the bend lies in the visible part as taken over last, and as computed last. Setters
-    /// return the argument.
-    int inVisiblePart() const { return hasFlag(qx::flags::BendVisible); }
+    /// Whether the bend is in the visible part, and in that computed by updateNewVisiblePart.
+    /// Setters return the argument.
+    int inVisiblePart() const;
     int inVisiblePart(int value);
     int inNewVisiblePart() const { return hasFlag(qx::flags::BendNewVisible); }
     int inNewVisiblePart(int value);
@@ -70,12 +75,10 @@ protected:
 
 private:
     friend class QxDEdge;
-    struct Phase;
+    friend class QxDGraph;
+    friend class qx::internal::Coverage;
 
-    void report(const Phase& phase, QxGeometricUpdateInfo* info, int recurse);
-    /// Let the graph's extents hold the point of a bend on a connected edge, and no other.
-    void refreshExtent();
-    void clearExtent();
+    void report(qx::internal::Moment moment, QxGeometricUpdateInfo* info, int recurse);
 
     QxDEdge* m_ownerEdge = nullptr;
     std::int32_t m_x = 0;

@@ -52,6 +52,12 @@ int QxDGraph::overlapsFromGraphLists(const QxRect& region, int nodes, int pathNo
         if (isIntergraph() != 0 && edge->isVisible() == 0) {
             continue;
         }
+        if (edge->hasBends() == 0) {
+            if (pathEdges != 0 && edge->ntIntersectsRect(&region, 1) != 0) {
+                return 1;
+            }
+            continue;
+        }
         for (QxPathIter step(edge, QxIterForward); step; ++step) {
             if (pathEdges != 0 && step.pEdge()->ntIntersectsRect(&region, 1) != 0) {
                 return 1;

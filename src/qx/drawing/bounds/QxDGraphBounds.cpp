@@ -1,23 +1,22 @@
 // Copyright (c) 2026 the qxdraw authors
 // SPDX-License-Identifier: MIT
 
-// The bounds of a graph, kept up to date change by change.
+// The bounds of a graph.
 //
-// A change reports what its objects covered before and after. Growth is a union. Only what touched
-// a side of the bounds and goes away can make them shrink; then they are computed anew. That costs
-// no walk: nodes and bends keep what they cover in a tree of unions (internal/ExtentTree.h), whose
-// root is the answer. Straight edges need no entry of their own, since they end within the
-// rectangles of their nodes. Only the intergraph, which holds no nodes and counts visible edges
-// alone, is computed by a walk over its edges.
+// What the objects of a graph cover is kept in a tree of unions (internal/Coverage.h and
+// ExtentTree.h), whose root is exact at every moment. While a change is being made the stored
+// bounds rest; at its end they become what the root says. So growing, shrinking, and whatever
+// listeners have done in the middle cost the same: reading the root, and one comparison.
 
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxDNode.h"
+#include "qx/drawing/bounds/internal/Coverage.h"
 #include "qx/drawing/bounds/internal/ExtentTree.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/graph/internal/EachObject.h"
-#include "qx/foundation/util/internal/KeepAlive.h"
+#include "qx/foundation/util/internal/Ref.h"
 
 using qx::internal::each;
 
@@ -48,7 +47,7 @@ struct Touching {
           right(r.right() >= bounds.right()),
           top(r.top() >= bounds.top()),
           bottom(r.bottom() <= bounds.bottom()) {}
-    int count() const { return left + right + top + bottom; }
+    bool any() const { return left || right || top || bottom; }
     /// Whether a touched side would move inward if `to` took the place of `from`.
     bool retreats(const QxRect& from, const QxRect& to) const {
         return (left && from.left() < to.left()) || (right && to.right() < from.right()) ||
@@ -99,9 +98,6 @@ int QxDGraph::calculateEdgeBoundsWithoutLabels(QxRect& rect) const {
 }
 
 int QxDGraph::calculateGraphBounds(QxRect& rect) const {
-    if (isIntergraph() != 0) {
-        return edgeBounds(rect, 1);
-    }
     return m_extents->unite(rect) ? 1 : 0;
 }
 
@@ -116,14 +112,47 @@ int QxDGraph::calculateGraphBoundsWithoutEdgeLabels(QxRect& rect) const {
 }
 
 void QxDGraph::calculateGraphBounds(int fit) {
+    if (isIntergraph() != 0) {
+        qx::internal::Coverage::allChanged(*this);  // whoever asks may know what has come to show
+    }
     QxRect rect(0, 0);
     setFlag(qx::flags::GraphBoundsInitialized, calculateGraphBounds(rect));
     vUpdateBoundingRect(rect, fit);
 }
 
 void QxDGraph::refreshGraphBounds() {
-    if (needsUpdateGraphBounds() != 0) {
+    if (keepsBounds()) {
         calculateGraphBounds(0);
+    }
+}
+
+void QxDGraph::letGoOfBounds(const QxRect* reported) {
+    if (--m_boundsHolds == 0 && keepsBounds()) {
+        settleBounds(reported);
+    }
+}
+
+bool QxDGraph::keepsBounds() const {
+    return hasFlag(qx::flags::GraphNeedsBounds) != 0 && fileReadRunning() == 0;
+}
+
+void QxDGraph::settleBounds(const QxRect* reported) {
+    QxRect rect = m_bounds;
+    Union all(rect);
+    if (QxRect covered; calculateGraphBounds(covered) != 0) {
+        all.add(covered);
+    }
+    if (reported != nullptr) {
+        all.add(*reported);
+    }
+    const int isCovered = all.any();
+    const bool wasCovered = boundsInitialized() != 0;
+    setFlag(qx::flags::GraphBoundsInitialized, isCovered);
+    if (isCovered != 0) {
+        vUpdateBoundingRect(rect, 0);
+    } else if (wasCovered) {
+        rect.resize(0, 0);
+        vUpdateBoundingRect(rect, 1);
     }
 }
 
@@ -176,12 +205,11 @@ int QxDGraph::getBoundingRect(QxRect& rect, int inOwnGraph) const {
 }
 
 int QxDGraph::needsUpdateGraphBounds() const {
-    return fileReadRunning() != 0 ? 0 : hasFlag(qx::flags::GraphNeedsBounds);
+    return m_boundsHolds == 0 && keepsBounds() ? 1 : 0;
 }
 
 int QxDGraph::needsUpdateGraphBounds(int value) {
     setFlag(qx::flags::GraphNeedsBounds, value);
-    m_editedByListener = false;
     return value;
 }
 
@@ -196,7 +224,7 @@ int QxDGraph::disableGraphBounds(int disable, int fit) {
         needsUpdateGraphBounds(0);
     } else if (hasFlag(qx::flags::GraphNeedsBounds) == 0) {
         // Switched on first: a listener that is told of the new bounds may edit the graph.
-        const qx::internal::KeepAlive alive(*this);
+        const qx::internal::Ref alive(*this);
         needsUpdateGraphBounds(1);
         calculateGraphBounds(fit);
     }
@@ -216,27 +244,8 @@ void QxDGraph::updateGraphBoundsOnInsert(const QxRect& rect) {
 }
 
 void QxDGraph::updateGraphBoundsOnRemove(const QxRect& rect) {
-    const Touching touches(rect, m_bounds);
-    if (touches.count() == 0) {
-        return;
-    }
-    QxRect left;
-    if (calculateGraphBounds(left) == 0) {
-        setFlag(qx::flags::GraphBoundsInitialized, 0);
-        QxRect none = m_bounds;
-        none.resize(0, 0);
-        vUpdateBoundingRect(none, 1);
-    } else if (touches.count() > 1) {
-        calculateGraphBounds(0);
-    } else {
-        QxRect shrunk = m_bounds;
-        const int moved = touches.left    ? updateGraphBoundsLeftSide(shrunk)
-                          : touches.right ? updateGraphBoundsRightSide(shrunk)
-                          : touches.top   ? updateGraphBoundsTopSide(shrunk)
-                                          : updateGraphBoundsBottomSide(shrunk);
-        if (moved != 0) {
-            vUpdateBoundingRect(shrunk, 0);
-        }
+    if (Touching(rect, m_bounds).any() || m_extents->isEmpty()) {
+        settleBounds();
     }
 }
 
@@ -276,9 +285,13 @@ int QxDGraph::updateGraphBoundsBottomSide(QxRect& rect) const {
     return inward ? 1 : 0;
 }
 
+bool QxDGraph::retreats(const QxRect& from, const QxRect& to) const {
+    return Touching(from, m_bounds).retreats(from, to);
+}
+
 void QxDGraph::getGraphBoundsOnMoveResize(const QxRect& oldRect, const QxRect& newRect,
                                           QxRect& rect) const {
-    if (Touching(oldRect, m_bounds).retreats(oldRect, newRect)) {
+    if (retreats(oldRect, newRect)) {
         rect = QxRect(0, 0);
         calculateGraphBounds(rect);
     } else {
@@ -288,20 +301,9 @@ void QxDGraph::getGraphBoundsOnMoveResize(const QxRect& oldRect, const QxRect& n
 }
 
 void QxDGraph::updateGraphBoundsOnMoveResize(const QxRect& oldRect, const QxRect& newRect) {
-    if (boundsInitialized() == 0 || Touching(oldRect, m_bounds).retreats(oldRect, newRect)) {
-        calculateGraphBounds(0);
+    if (boundsInitialized() == 0 || retreats(oldRect, newRect)) {
+        settleBounds();
     } else {
-        QxRect grown = m_bounds;
-        if (grown.updateBounds(&newRect) != 0) {
-            vUpdateBoundingRect(grown, 0);
-        }
-    }
-}
-
-void QxDGraph::noteEditByListener() {
-    const QxAFactory* factory = pFactory();
-    const QxEventManager* manager = factory != nullptr ? factory->pQueryEventManager() : nullptr;
-    if (manager != nullptr && manager->isTelling() != 0) {
-        m_editedByListener = true;
+        updateGraphBoundsOnInsert(newRect);
     }
 }

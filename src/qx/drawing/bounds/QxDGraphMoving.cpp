@@ -7,20 +7,18 @@
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxPNode.h"
-#include "qx/drawing/internal/HeldObjects.h"
 #include "qx/foundation/graph/internal/EachObject.h"
-#include "qx/foundation/util/internal/KeepAlive.h"
+#include "qx/foundation/util/internal/Ref.h"
 
 using qx::internal::each;
-using qx::internal::HeldObjects;
-using qx::internal::KeepAlive;
+using qx::internal::Snapshot;
 
 void QxDGraph::ntMove(std::int32_t dx, std::int32_t dy, int hooks) {
     if (dx == 0 && dy == 0) {
         return;
     }
-    const KeepAlive alive(*this);
-    for (QxDNode* node : HeldObjects<QxDNode>(pNodeList())) {
+    const qx::internal::Ref alive(*this);
+    for (QxDNode* node : Snapshot<QxDNode>(pNodeList())) {
         if (node->pOwnerGraph() != this) {
             continue;  // a listener has taken it out meanwhile
         }
@@ -32,10 +30,10 @@ void QxDGraph::ntMove(std::int32_t dx, std::int32_t dy, int hooks) {
     }
     QxEdgeDList edges;
     buildAllEdgeList(&edges);
-    for (const QxDEdge* edge : HeldObjects<QxDEdge>(&edges)) {
+    for (const QxDEdge* edge : Snapshot<QxDEdge>(&edges)) {
         QxPNodeDList bends;
         edge->buildPathNodeList(bends);
-        for (QxPNode* bend : HeldObjects<QxPNode>(&bends)) {
+        for (QxPNode* bend : Snapshot<QxPNode>(&bends)) {
             if (bend->pOwnerEdge() == edge && edge->pOwnerGraph() == this) {
                 bend->ntMove(dx, dy);
             }
@@ -46,9 +44,9 @@ void QxDGraph::ntMove(std::int32_t dx, std::int32_t dy, int hooks) {
 }
 
 void QxDGraph::moveBounds(std::int32_t dx, std::int32_t dy) {
-    if (needsUpdateGraphBounds() != 0) {
-        // What was cut off at the ends of the coordinate range has not moved with the rest.
-        calculateGraphBounds(0);
+    if (keepsBounds()) {
+        settleBounds();  // what was cut off at the ends of the coordinate range has not moved with
+                         // the rest
         return;
     }
     QxRect moved = m_bounds;
@@ -63,8 +61,6 @@ void QxDGraph::ntMoveTo(std::int32_t x, std::int32_t y) {
 
 void QxDGraph::updateVisiblePartOfEdges() {
     for (QxDEdge* edge : each<QxDEdge>(*pEdgeList())) {
-        if (edge->isUpdatedVisiblePart() == 0) {
-            edge->updateVisiblePart();
-        }
+        edge->refreshVisiblePart();
     }
 }

@@ -8,8 +8,10 @@
 
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDNode.h"
-#include "qx/drawing/bounds/internal/GeometryBracket.h"
+#include "qx/drawing/bounds/internal/Change.h"
+#include "qx/drawing/bounds/internal/Coverage.h"
 #include "qx/drawing/bounds/internal/ShiftedRect.h"
+#include "qx/drawing/internal/AskedCoordinates.h"
 #include "qx/events/internal/FireDrawingChange.h"
 
 using qx::internal::shiftedRect;
@@ -30,8 +32,16 @@ void fireBoundsChange(QxDNode& node, QxDrawingChangeEventTypeEnum type, const Qx
 
 void QxDNode::placeRect(const QxRect& rect) {
     m_rect = rect;
-    refreshExtent();
+    qx::internal::Coverage::changed(*this);
     invalidateIncidentEdgeEndPoints();
+}
+
+void QxDNode::place(const QxPoint& center, const QxSize& size) {
+    vMoveTo(center);
+    vResizeAdjustConnectors(size);
+    if (!(m_rect == shiftedRect(center, iSize()))) {
+        vMoveTo(center);  // near the ends of the coordinate range the old size stuck out
+    }
 }
 
 void QxDNode::vMoveTo(const QxPoint& center) {
@@ -45,7 +55,7 @@ void QxDNode::updateForDiagramming(const QxRect& rect) {
     if (target == m_rect) {
         return;
     }
-    qx::internal::changeNodeGeometry(*this, [&] {
+    qx::internal::Change::ofGeometry(*this, [&] {
         if (!(target.size() == iSize())) {
             vResizeAdjustConnectors(target.size());
         }
@@ -62,19 +72,15 @@ int QxDNode::resize(const QxSize& size, int inOwnGraph) {
         return 0;
     }
     QxSize newSize = size;
-    if (inOwnGraph == 0) {
-        const QxDGraph* graph = pOwnerGraph();
-        if (graph == nullptr || isVisible() == 0) {
-            return 0;
-        }
-        graph->inverseExpandedTransformSize(newSize);
+    if (qx::internal::fromAsked(*this, newSize, inOwnGraph) == 0) {
+        return 0;
     }
     newSize = usableSize(newSize);
     const QxSize oldSize = iSize();
     if (newSize == oldSize) {
         return 1;
     }
-    qx::internal::changeNodeGeometry(*this, [&] {
+    qx::internal::Change::ofGeometry(*this, [&] {
         vResizeAdjustConnectors(newSize);
         actOnResize(oldSize);
     });

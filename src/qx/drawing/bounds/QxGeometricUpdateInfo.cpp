@@ -16,43 +16,39 @@ QxGeometricUpdateInfo::QxGeometricUpdateInfo(QxDGraph* graph, int selector, int 
     }
     if (m_graph != nullptr && m_graph->referenceCount() > 0) {
         m_graph->vAddRef();  // but not one that is being destroyed
-        m_heldGraph = m_graph;
+        m_keepsGraph = true;
     }
     storeStateAndDisable(notify);
 }
 
 QxGeometricUpdateInfo::~QxGeometricUpdateInfo() {
-    if (m_heldGraph != nullptr) {
-        m_heldGraph->vRelease();
+    if (m_holdsBounds && m_isDragging && m_needsUpdateGraphBounds) {
+        m_graph->needsUpdateGraphBounds(0);  // left to who ends the drag
+    }
+    m_isDragging = false;
+    enableAndRestoreState();
+    if (m_keepsGraph) {
+        m_graph->vRelease();
     }
 }
 
 void QxGeometricUpdateInfo::storeStateAndDisable(int) {
-    if (m_graph == nullptr) {
+    if (m_graph == nullptr || m_holdsBounds) {
         return;
     }
-    if (m_graph->needsUpdateGraphBounds() != 0) {
-        m_needsUpdateGraphBounds = true;
-        m_needsRecursiveUpdate = true;
-        m_graph->needsUpdateGraphBounds(0);
-    } else {
-        m_graph->noteEditByListener();
-    }
+    m_needsUpdateGraphBounds = m_graph->needsUpdateGraphBounds() != 0;
+    m_needsRecursiveUpdate = m_needsRecursiveUpdate || m_needsUpdateGraphBounds;
+    m_graph->holdBounds();
+    m_holdsBounds = true;
 }
 
 void QxGeometricUpdateInfo::enableAndRestoreState() {
-    if (m_graph == nullptr || !m_needsUpdateGraphBounds || m_isDragging) {
+    if (!m_holdsBounds || m_isDragging) {
         return;
     }
-    const bool edited = m_graph->wasEditedByListener();
-    m_graph->needsUpdateGraphBounds(1);
-    if (edited) {
-        m_graph->calculateGraphBounds(0);
-    } else if (m_hasOldBoundingRect && m_hasNewBoundingRect) {
-        m_graph->updateGraphBoundsOnMoveResize(m_oldBoundingRect, m_newBoundingRect);
-    } else if (m_hasOldBoundingRect) {
-        m_graph->updateGraphBoundsOnRemove(m_oldBoundingRect);
-    } else if (m_hasNewBoundingRect) {
-        m_graph->updateGraphBoundsOnInsert(m_newBoundingRect);
-    }
+    m_holdsBounds = false;
+    const bool grows =
+        m_hasNewBoundingRect &&
+        !(m_hasOldBoundingRect && m_graph->retreats(m_oldBoundingRect, m_newBoundingRect));
+    m_graph->letGoOfBounds(grows ? &m_newBoundingRect : nullptr);
 }

@@ -17,10 +17,12 @@
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxGeometricUpdateInfo.h"
 #include "qx/drawing/QxPathIter.h"
-#include "qx/drawing/bounds/internal/GeometryBracket.h"
+#include "qx/drawing/bounds/internal/Change.h"
+#include "qx/drawing/bounds/internal/Moment.h"
 #include "qx/drawing/clipping/internal/EdgeEnd.h"
 
 using qx::internal::EdgeEnd;
+using qx::internal::Moment;
 
 namespace {
 
@@ -52,15 +54,8 @@ int QxDEdge::changeClipping(std::uint32_t bit, int value) {
     if (hasFlag(bit) == (value != 0 ? 1 : 0)) {
         return value;
     }
-    const auto change = [&] {
-        setFlag(bit, value);
-        actOnEndObjectChange();
-    };
-    if (intergraphEdge() != 0) {
-        qx::internal::replaceEdge(*this, change);
-    } else {
-        change();  // what a graph covers does not depend on where its edges are cut off
-    }
+    setFlag(bit, value);
+    actOnEndObjectChange();  // what a graph covers does not depend on where its edges are cut off
     return value;
 }
 
@@ -89,8 +84,9 @@ int QxDEdge::useToClipping() const {
 }
 
 QxPEdge* QxDEdge::findClipPathEdge(int fromSource, int clip) const {
+    QxPEdge* const segment = pEndSegment(fromSource != 0 ? m_sourcePathEdge : m_targetPathEdge);
     if (clip == 0) {
-        return fromSource != 0 ? m_sourcePathEdge : m_targetPathEdge;
+        return segment;
     }
     const EdgeEnd end(*this, fromSource != 0);
     if (!end) {
@@ -126,6 +122,16 @@ int QxDEdge::getVisiblePart(QxPEdge*& first, QxPEdge*& last, int forceSource,
     return visible ? 1 : 0;
 }
 
+bool QxDEdge::showsStraight(bool clipSource, bool clipTarget) const {
+    const EdgeEnd source(*this, true);
+    const EdgeEnd target(*this, false);
+    const auto leaves = [](const EdgeEnd& end, const EdgeEnd& other) {
+        return end && other && !end.contains(other.center());
+    };
+    return (!clipSource || leaves(source, target)) && (!clipTarget || leaves(target, source)) &&
+           (!clipSource || !clipTarget || showsBetweenEnds());
+}
+
 bool QxDEdge::showsBetweenEnds() const {
     const EdgeEnd source(*this, true);
     const EdgeEnd target(*this, false);
@@ -147,8 +153,7 @@ bool QxDEdge::showsBetweenEnds() const {
 bool QxDEdge::showsWhole() const {
     const QxDNode* source = pSourceNode();
     const QxDNode* target = pTargetNode();
-    if (m_sourcePathEdge == nullptr || source == nullptr || target == nullptr ||
-        !liesWithinItsEnds()) {
+    if (source == nullptr || target == nullptr || !liesWithinItsEnds()) {
         return false;
     }
     const QxRect& a = *source->pIRect();
@@ -161,39 +166,35 @@ bool QxDEdge::showsWhole() const {
 
 template <class Walk>
 void QxDEdge::markVisiblePart(std::uint32_t segmentBits, std::uint32_t bendBits) {
-    constexpr std::uint32_t UpToDate =
-        qx::flags::EdgeHasVisiblePart | qx::flags::EdgeVisiblePartUpdated;
-    if (showsWhole()) {
-        // Mostly the segment is marked already: then it is not even looked at.
-        if (hasFlag(qx::flags::EdgeShownWhole) == 0) {
-            m_sourcePathEdge->setFlag(segmentBits, 1);
-            setFlag(qx::flags::EdgeShownWhole, segmentBits == AllSegmentBits ? 1 : 0);
-        }
-        invalidateEndPoints();
-        setFlag(UpToDate, 1);
+    invalidateEndPoints();
+    setFlag(qx::flags::EdgeVisiblePartUpdated, 1);
+    if (isPathImplied()) {
+        const bool shows = showsWhole() || showsStraight(isClippedAt(true), isClippedAt(false));
+        setFlag(qx::flags::EdgeHasVisiblePart, shows ? 1 : 0);
         return;
     }
-    setFlag(qx::flags::EdgeShownWhole, 0);
     QxPEdge* first = nullptr;
     QxPEdge* last = nullptr;
-    hasVisiblePart(getVisiblePart(first, last, 0, 0));
+    const int shows = getVisiblePart(first, last, 0, 0);
+    setFlag(qx::flags::EdgeHasVisiblePart, shows);
     bool inside = false;
     for (Walk it(this); it; ++it) {
-        inside = inside || (it.pEdge() == first && hasVisiblePart() != 0);
+        inside = inside || (it.pEdge() == first && shows != 0);
         it.pEdge()->setFlag(segmentBits, inside ? 1 : 0);
         inside = inside && it.pEdge() != last;
         if (it.pNode() != nullptr) {
             it.pNode()->setFlag(bendBits, inside ? 1 : 0);
         }
     }
-    setFlag(qx::flags::EdgeVisiblePartUpdated, 1);
 }
 
 void QxDEdge::updateNewVisiblePart() {
+    pSourceOrPathEdge();
     markVisiblePart<QxPathIter>(qx::flags::SegmentNewVisible, qx::flags::BendNewVisible);
 }
 
 void QxDEdge::updateNewVisiblePartDisconnected() {
+    pSourceOrPathEdge();
     markVisiblePart<QxDisconnectedPathIter>(qx::flags::SegmentNewVisible,
                                             qx::flags::BendNewVisible);
 }
@@ -214,78 +215,68 @@ void QxDEdge::refreshVisiblePart() const {
     }
 }
 
-/// Where the parts of an edge report when the visible part has changed: what is seen now, and what
-/// is not seen any more.
-struct QxDEdge::VisiblePartReport {
-    void (QxPEdge::*segmentShows)(QxGeometricUpdateInfo*, int);
-    void (QxPEdge::*segmentHides)(QxGeometricUpdateInfo*, int);
-    void (QxPNode::*bendShows)(QxGeometricUpdateInfo*, int, int);
-    void (QxPNode::*bendHides)(QxGeometricUpdateInfo*, int, int);
-    void (QxGeometricUpdateInfo::*collect)(const QxGraphObject*, const QxRect&);
-};
-
-void QxDEdge::reportVisiblePart(const VisiblePartReport& to, QxGeometricUpdateInfo* info) {
-    for (QxDisconnectedPathIter it(this); it; ++it) {
+void QxDEdge::reportVisiblePart(Moment moment, QxGeometricUpdateInfo* info) {
+    const Moment gone = goneAt(moment);
+    for (auto it = madeParts(); it; ++it) {
         QxPEdge* segment = it.pEdge();
-        const int sawSegment = segment->inVisiblePart();
-        if (segment->inVisiblePart(segment->inNewVisiblePart()) != 0) {
-            (segment->*to.segmentShows)(info, 0);
-        } else if (sawSegment != 0) {
-            (segment->*to.segmentHides)(info, 0);
+        const int sawSegment = segment->hasFlag(qx::flags::SegmentVisible);
+        segment->setFlag(qx::flags::SegmentVisible, segment->inNewVisiblePart());
+        if (sawSegment != 0 || segment->inNewVisiblePart() != 0) {
+            segment->report(segment->inNewVisiblePart() != 0 ? moment : gone, info);
         }
         QxPNode* bend = it.pNode();
         if (bend == nullptr) {
             continue;
         }
-        const int sawBend = bend->inVisiblePart();
-        if (bend->inVisiblePart(bend->inNewVisiblePart()) != 0) {
-            (bend->*to.bendShows)(info, 0, 1);
-        } else if (sawBend != 0) {
-            (bend->*to.bendHides)(info, 0, 1);
+        const int sawBend = bend->hasFlag(qx::flags::BendVisible);
+        bend->setFlag(qx::flags::BendVisible, bend->inNewVisiblePart());
+        if (sawBend != 0 || bend->inNewVisiblePart() != 0) {
+            bend->report(bend->inNewVisiblePart() != 0 ? moment : gone, info, 0);
         }
     }
     if (reportsTo(info) && !liesWithinItsEnds()) {
         QxRect rect;
         ntBoundingRectWithPathNodes(rect);
-        (info->*to.collect)(this, rect);
+        qx::internal::collect(*info, moment, *this, rect);
     }
 }
 
 void QxDEdge::updateVisiblePartAfterGeometryChanges(QxGeometricUpdateInfo* info) {
     updateNewVisiblePart();
-    reportVisiblePart({&QxPEdge::actAfterGeometryChanges, &QxPEdge::actBeforeGeometryChanges,
-                       &QxPNode::actAfterGeometryChanges, &QxPNode::actBeforeGeometryChanges,
-                       &QxGeometricUpdateInfo::updateAfterGeometryChanges},
-                      info);
+    reportVisiblePart(Moment::AfterChange, info);
 }
 
 void QxDEdge::updateVisiblePartAfterInsert(QxGeometricUpdateInfo* info) {
     updateNewVisiblePartDisconnected();
-    reportVisiblePart(
-        {&QxPEdge::actAfterInsert, &QxPEdge::actBeforeRemove, &QxPNode::actAfterInsert,
-         &QxPNode::actBeforeRemove, &QxGeometricUpdateInfo::updateAfterInsert},
-        info);
+    reportVisiblePart(Moment::AfterInsert, info);
 }
 
 QxPEdge* QxDEdge::pFromClippingEdge() const {
-    for (QxPathIter it(this); it; ++it) {
-        if (it.pEdge()->inVisiblePart() != 0) {
-            return it.pEdge();
-        }
-    }
-    return nullptr;
+    return pEndOfVisiblePart(QxIterForward);
 }
 
 QxPEdge* QxDEdge::pToClippingEdge() const {
-    for (QxPathIter it(this, QxIterBackward); it; ++it) {
-        if (it.pEdge()->inVisiblePart() != 0) {
-            return it.pEdge();
-        }
+    return pEndOfVisiblePart(QxIterBackward);
+}
+
+QxPEdge* QxDEdge::pEndOfVisiblePart(QxIterDirectionEnum direction) const {
+    if (hasVisiblePart() == 0) {
+        return nullptr;
     }
-    return nullptr;
+    QxPathIter it(this, direction);
+    while (it && it.pEdge()->hasFlag(qx::flags::SegmentVisible) == 0) {
+        ++it;
+    }
+    return it.pEdge();
+}
+
+int QxDEdge::hasVisiblePart() const {
+    refreshVisiblePart();
+    return hasFlag(qx::flags::EdgeHasVisiblePart);
 }
 
 int QxDEdge::hasVisiblePart(int value) {
+    refreshVisiblePart();  // or the next reader would
     invalidateEndPoints();
     setFlag(qx::flags::EdgeHasVisiblePart, value);
     return value;
@@ -303,6 +294,19 @@ int QxDEdge::usePartiallyUpdated(int value) {
     return value;
 }
 
+void QxDEdge::clipStraight(QxPoint& point, bool atSource) const {
+    ClipPoint& cached = atSource ? m_fromClip : m_toClip;
+    if (!cached.isKnown) {
+        QxPoint from;
+        QxPoint toward;
+        readEnd(from, 0, atSource);
+        readEnd(toward, 0, !atSource);
+        EdgeEnd(*this, atSource).clip(from, toward);
+        cached = {from.x(), from.y(), true};
+    }
+    point.moveTo(cached.x, cached.y);
+}
+
 void QxDEdge::readClipPoint(QxPoint& point, const QxPEdge& segment, bool atSource) const {
     ClipPoint& cached = atSource ? m_fromClip : m_toClip;
     if (!cached.isKnown) {
@@ -317,27 +321,29 @@ void QxDEdge::readClipPoint(QxPoint& point, const QxPEdge& segment, bool atSourc
 }
 
 void QxDEdge::readEnd(QxPoint& point, int clipped, bool atSource) const {
-    const QxPEdge* segment = atSource ? m_sourcePathEdge : m_targetPathEdge;
     if (clipped != 0) {
         const ClipPoint& cached = atSource ? m_fromClip : m_toClip;
         if (cached.isKnown) {
             point.moveTo(cached.x, cached.y);
             return;
         }
-        refreshVisiblePart();
-        const QxPEdge* clipSegment = nullptr;
-        if (hasVisiblePart() != 0) {
-            clipSegment = atSource ? pFromClippingEdge() : pToClippingEdge();
-        }
-        if (clipSegment != nullptr) {
-            segment = clipSegment;
-        } else {
-            clipped = 0;
-        }
+        clipped = isActive() ? hasVisiblePart() : 0;
     }
-    if (segment != nullptr && atSource) {
-        segment->ntFromPoint(point, clipped);
-    } else if (segment != nullptr) {
-        segment->ntToPoint(point, clipped);
+    if (isPathImplied()) {
+        if (clipped != 0 && isClippedAt(atSource)) {
+            clipStraight(point, atSource);
+        } else if (const EdgeEnd end(*this, atSource); end) {
+            point = end.center();
+        }
+        return;
+    }
+    const QxPEdge* segment = atSource ? m_sourcePathEdge : m_targetPathEdge;
+    if (clipped != 0) {
+        const QxPEdge* shown = pEndOfVisiblePart(atSource ? QxIterForward : QxIterBackward);
+        clipped = shown != nullptr ? 1 : 0;
+        segment = shown != nullptr ? shown : segment;
+    }
+    if (segment != nullptr) {
+        segment->readEnd(point, clipped, atSource);
     }
 }

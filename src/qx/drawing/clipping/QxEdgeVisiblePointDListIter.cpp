@@ -16,9 +16,6 @@ void QxEdgeVisiblePointDListIter::init(QxDEdge* edge, int inOwnGraph,
     if (graph == nullptr || edge->isVisible() == 0 || graph->isVisible() == 0) {
         return;
     }
-    if (edge->isUpdatedVisiblePart() == 0) {
-        edge->updateVisiblePart();
-    }
     m_edge = edge->pFromClippingEdge();
     m_last = m_edge != nullptr ? edge->pToClippingEdge() : nullptr;
     if (isBackward()) {

@@ -3,54 +3,45 @@
 
 // Bends: adding, removing, listing.
 //
-// Adding or removing one bend costs the same whatever the length of the path: the segments next to
-// it report, the path is not walked, and the visible part is only marked outdated. Events follow
-// the change; listeners may do anything then, so the edge is held, and what is told afterwards is
-// only what is still true.
+// Adding or removing one bend costs the same whatever the length of the path: the path is not
+// walked, and the visible part is only marked outdated. Events about bends follow the change and
+// come before the one about the bounds. Listeners may do anything then, so the edge is kept alive,
+// and what is told afterwards is only what is still true.
 
 #include <algorithm>
 
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxPathIter.h"
-#include "qx/drawing/bounds/internal/GeometryBracket.h"
+#include "qx/drawing/bounds/internal/Change.h"
 #include "qx/drawing/clipping/internal/EdgeEnd.h"
 #include "qx/drawing/path/internal/Bend.h"
 #include "qx/events/internal/FireDrawingChange.h"
-#include "qx/foundation/util/internal/KeepAlive.h"
+#include "qx/foundation/util/internal/Ref.h"
 
+using qx::internal::Change;
 using qx::internal::isBend;
-using qx::internal::KeepAlive;
-using qx::internal::replaceEdge;
+using qx::internal::Ref;
+using qx::internal::Snapshot;
 
 QxPNode* QxDEdge::addBend(QxPEdge* segment, const QxPoint& point, int inOwnGraph) {
     QxDGraph* graph = pOwnerGraph();
-    if (graph == nullptr || segment == nullptr || segment->pOwnerEdge() != this) {
+    if (graph == nullptr) {
         return nullptr;
     }
-    const KeepAlive alive(*this);
     QxPoint place = point;
     if (inOwnGraph == 0) {
         graph->inverseExpandedTransformPoint(place);
     }
-    QxGeometricUpdateInfo record(graph, 0, 1);
-    segment->actBeforeRemove(&record, 1);
-    QxPNode* bend = splitSegment(segment, place);
-    if (bend == nullptr) {
-        segment->actAfterInsert(&record, 1);
-        record.enableAndRestoreState();
-        return nullptr;
-    }
-    const KeepAlive bendAlive(*bend);
-    bend->actAfterInsert(&record, 1, 1);
-    record.enableAndRestoreState();
-    tellBendAdded(bend);
-    return bend->pOwnerEdge() == this ? bend : nullptr;
+    QxPNode* bend = nullptr;
+    const Ref alive(*this);
+    Change::run(*this, [&] { bend = ntAddBend(segment, place); });
+    return bend;
 }
 
 QxPNode* QxDEdge::addBendAfter(QxPNode* bend, const QxPoint& point, int inOwnGraph) {
     if (bend == nullptr) {
-        return addBend(m_sourcePathEdge, point, inOwnGraph);
+        return addBend(pSourceOrPathEdge(), point, inOwnGraph);
     }
     return bend->outDegree() == 1
                ? addBend(static_cast<QxPEdge*>(bend->pFirstOutEdge()), point, inOwnGraph)
@@ -58,14 +49,13 @@ QxPNode* QxDEdge::addBendAfter(QxPNode* bend, const QxPoint& point, int inOwnGra
 }
 
 QxPNode* QxDEdge::ntAddBend(QxPEdge* segment, const QxPoint& point) {
-    const KeepAlive alive(*this);
-    QxPNode* bend = splitSegment(segment, point);
-    if (bend == nullptr) {
+    const Ref alive(*this);
+    const Ref bend(splitSegment(segment, point));
+    if (!bend) {
         return nullptr;
     }
-    const KeepAlive bendAlive(*bend);
-    tellBendAdded(bend);
-    return bend->pOwnerEdge() == this ? bend : nullptr;
+    tellBendAdded(bend.get());
+    return bend->pOwnerEdge() == this ? bend.get() : nullptr;
 }
 
 QxPNode* QxDEdge::splitSegment(QxPEdge* segment, const QxPoint& point) {
@@ -93,12 +83,10 @@ int QxDEdge::discardBend(QxPNode* bend) {
     if (!canMergeAt(bend)) {
         return 0;
     }
-    const KeepAlive alive(*this);
-    QxGeometricUpdateInfo record(pOwnerGraph(), 0, 1);
-    bend->actBeforeRemove(&record, 1, 1);
-    mergeSegmentsAt(bend)->actAfterInsert(&record, 1);
-    record.enableAndRestoreState();
-    discardDetached({bend});
+    Change::run(*this, [&] {
+        mergeSegmentsAt(bend);
+        discardDetached({bend});
+    });
     return 1;
 }
 
@@ -107,7 +95,7 @@ bool QxDEdge::canMergeAt(const QxPNode* bend) const {
            bend->inDegree() == 1 && bend->outDegree() == 1;
 }
 
-QxPEdge* QxDEdge::mergeSegmentsAt(QxPNode* bend) {
+void QxDEdge::mergeSegmentsAt(QxPNode* bend) {
     auto* in = static_cast<QxPEdge*>(bend->pFirstInEdge());
     auto* out = static_cast<QxPEdge*>(bend->pFirstOutEdge());
     QxNode* from = in->QxEdge::pSourceNode();
@@ -118,34 +106,33 @@ QxPEdge* QxDEdge::mergeSegmentsAt(QxPNode* bend) {
     }
     in->setEnds(from, end);
     detachPNode(bend);
-    return in;
 }
 
 void QxDEdge::discardBends(std::int32_t n, int fromSource) {
-    const KeepAlive alive(*this);
     std::vector<QxPNode*> bends;
     for (QxPathIter it(this, fromSource != 0 ? QxIterForward : QxIterBackward);
          n > 0 && it.pNode() != nullptr; ++it, --n) {
-        it.pNode()->vAddRef();
         bends.push_back(it.pNode());
     }
     if (fromSource == 0) {
         std::reverse(bends.begin(), bends.end());
     }
+    Snapshot<QxPNode> doomed;
     for (QxPNode* bend : bends) {
-        discardBend(bend);  // refused when a listener was faster
-        bend->vRelease();
+        doomed.add(bend);
     }
+    Change::run(*this, [&] {
+        for (QxPNode* bend : doomed) {
+            discardBend(bend);  // refused when a listener was faster
+        }
+    });
 }
 
 void QxDEdge::discardAllBends() {
     if (m_sourcePathEdge == m_targetPathEdge) {
         return;
     }
-    const KeepAlive alive(*this);
-    std::vector<QxPNode*> bends;
-    replaceEdge(*this, [&] { bends = straighten(); });
-    discardDetached(bends);
+    Change::run(*this, [&] { discardDetached(straighten()); });
 }
 
 std::vector<QxPNode*> QxDEdge::straighten() {
@@ -172,32 +159,27 @@ int QxDEdge::reroute(const QxPointDList& points, int inOwnGraph) {
     if (graph == nullptr || !isActive()) {
         return 0;
     }
-    const KeepAlive alive(*this);
-    std::vector<QxPNode*> oldBends;
-    std::vector<QxPNode*> newBends;
-    replaceEdge(*this, [&] {
-        oldBends = straighten();
+    Change::run(*this, [&] {
+        const std::vector<QxPNode*> oldBends = straighten();
+        Snapshot<QxPNode> newBends;
         for (const QxDListCell* cell = points.pFirstCell(); cell; cell = cell->pNextCell()) {
             QxPoint point = *QxPointDList::pPoint(cell);
             if (inOwnGraph == 0) {
                 graph->inverseExpandedTransformPoint(point);
             }
-            if (QxPNode* bend = splitSegment(m_targetPathEdge, point)) {
-                bend->vAddRef();
-                newBends.push_back(bend);
+            if (QxPNode* bend = splitSegment(pTargetOrPathEdge(), point)) {
+                newBends.add(bend);
             }
         }
+        discardDetached(oldBends);
+        for (QxPNode* bend : newBends) {
+            tellBendAdded(bend);
+        }
     });
-    discardDetached(oldBends);
-    for (QxPNode* bend : newBends) {
-        tellBendAdded(bend);
-        bend->vRelease();
-    }
     return 1;
 }
 
 void QxDEdge::discardOverlappedBendsForClipping(int source, int target) {
-    const KeepAlive alive(*this);
     std::vector<QxPNode*> bends;
     const int inOwnGraph = intergraphEdge() != 0 ? 0 : 1;
     const auto discardWithin = [&](const QxDNode* node, QxIterDirectionEnum direction) {
@@ -210,18 +192,21 @@ void QxDEdge::discardOverlappedBendsForClipping(int source, int target) {
             bends.push_back(bend);
         }
     };
-    replaceEdge(*this, [&] {
+    Change::run(*this, [&] {
         if (source != 0) {
             discardWithin(pSourceNode(), QxIterForward);
         }
         if (target != 0) {
             discardWithin(pTargetNode(), QxIterBackward);
         }
+        discardDetached(bends);
     });
-    discardDetached(bends);
 }
 
 std::int32_t QxDEdge::numberOfBends() const {
+    if (isPathImplied()) {
+        return isActive() ? 0 : -1;
+    }
     std::int32_t segments = 0;
     for (QxPathIter it(this); it; ++it) {
         ++segments;
@@ -247,14 +232,14 @@ std::int32_t QxDEdge::indexOfPathEdge(const QxPEdge* segment) const {
 }
 
 void QxDEdge::buildPathNodeList(QxPNodeDList& list) const {
-    for (QxDisconnectedPathIter it(this); it && it.pNode() != nullptr; ++it) {
+    for (auto it = madeParts(); it && it.pNode() != nullptr; ++it) {
         list.appendNode(it.pNode());
     }
 }
 
 void QxDEdge::buildPointList(QxPointDList& list) const {
     list.appendPoint(ntFromPoint(0));
-    for (QxDisconnectedPathIter it(this); it && it.pNode() != nullptr; ++it) {
+    for (auto it = madeParts(); it && it.pNode() != nullptr; ++it) {
         list.appendPoint(it.pNode()->iCenter());
     }
     list.appendPoint(ntToPoint(0));

@@ -10,19 +10,29 @@
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxPathIter.h"
 
-std::int32_t QxDEdge::ntEdgeLength() const {
+std::int64_t QxDEdge::pathLength() const {
     refreshVisiblePart();
+    if (isPathImplied()) {
+        return QxGEdge::ntEdgeLength();
+    }
     std::int64_t sum = 0;
-    for (QxDisconnectedPathIter it(this); it; ++it) {
+    for (auto it = madeParts(); it; ++it) {
         sum += it.pEdge()->ntEdgeLength();
     }
-    return qx::clampToInt32(sum);
+    return sum;
+}
+
+std::int32_t QxDEdge::ntEdgeLength() const {
+    return qx::clampToInt32(pathLength());
 }
 
 std::int32_t QxDEdge::edgeLength() const {
     refreshVisiblePart();
+    if (isPathImplied()) {
+        return QxGEdge::edgeLength();
+    }
     std::int64_t sum = 0;
-    for (QxDisconnectedPathIter it(this); it; ++it) {
+    for (auto it = madeParts(); it; ++it) {
         sum += it.pEdge()->edgeLength();
     }
     return qx::clampToInt32(sum);
@@ -34,11 +44,15 @@ void QxDEdge::projectionPoint(const QxPoint* point, QxPoint* nearest,
         return;
     }
     refreshVisiblePart();
+    if (isPathImplied()) {
+        QxGEdge::projectionPoint(point, nearest, distance);
+        return;
+    }
     const QxPoint from = *point;  // the caller may want the result in the same place
     double best = std::numeric_limits<double>::infinity();
     std::int64_t lengthBefore = 0;
     *distance = 0;
-    for (QxDisconnectedPathIter it(this); it; ++it) {
+    for (auto it = madeParts(); it; ++it) {
         QxPoint candidate;
         std::int32_t along = 0;
         it.pEdge()->projectionPoint(&from, &candidate, &along);
@@ -53,19 +67,21 @@ void QxDEdge::projectionPoint(const QxPoint* point, QxPoint* nearest,
 }
 
 void QxDEdge::pointOnEdge(QxPoint* point, std::int16_t perMil) const {
-    if (point == nullptr || perMil < 0 || perMil > 1000 || m_sourcePathEdge == nullptr) {
+    if (point == nullptr || perMil < 0 || perMil > 1000 ||
+        (m_sourcePathEdge == nullptr && !isPathImplied())) {
         return;
     }
-    refreshVisiblePart();
-    std::int64_t total = 0;
-    for (QxDisconnectedPathIter it(this); it; ++it) {
-        total += it.pEdge()->ntEdgeLength();
-    }
+    const std::int64_t total = pathLength();
     const std::int64_t wanted = total * perMil / 1000;
+    if (isPathImplied()) {
+        const std::int64_t local = total > 0 ? wanted * 1000 / total : 0;
+        QxGEdge::pointOnEdge(point, static_cast<std::int16_t>(local));
+        return;
+    }
     const QxPEdge* segment = m_sourcePathEdge;
     std::int64_t length = 0;
     std::int64_t sum = 0;
-    for (QxDisconnectedPathIter it(this); it && sum < wanted; ++it) {
+    for (auto it = madeParts(); it && sum < wanted; ++it) {
         segment = it.pEdge();
         length = segment->ntEdgeLength();
         sum += length;
@@ -79,7 +95,10 @@ int QxDEdge::ntIntersectsRect(const QxRect* rect, int clipped) const {
     if (clipped != 0) {
         refreshVisiblePart();
     }
-    for (QxDisconnectedPathIter it(this); it; ++it) {
+    if (isPathImplied()) {
+        return QxGEdge::ntIntersectsRect(rect, clipped);
+    }
+    for (auto it = madeParts(); it; ++it) {
         if (it.pEdge()->ntIntersectsRect(rect, clipped) != 0) {
             return 1;
         }
@@ -91,7 +110,7 @@ void QxDEdge::ntBoundingRectWithPathNodes(QxRect& rect) const {
     // The unclipped ends: what the edge covers then does not depend on whether anybody has asked
     // for its visible part.
     ntBoundingRect(rect, 0);
-    for (QxDisconnectedPathIter it(this); it && it.pNode() != nullptr; ++it) {
+    for (auto it = madeParts(); it && it.pNode() != nullptr; ++it) {
         const QxPNode& bend = *it.pNode();
         const QxRect point(bend.iX(), bend.iY(), bend.iX(), bend.iY());
         rect.updateBounds(&point);

@@ -10,14 +10,21 @@
 #include <ostream>
 
 #include "qx/drawing/QxDEdge.h"
+#include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxPathIter.h"
+#include "qx/drawing/bounds/internal/Coverage.h"
+#include "qx/drawing/internal/Extras.h"
 #include "qx/drawing/path/internal/Bend.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/util/QxDebugStream.h"
-#include "qx/foundation/util/internal/KeepAlive.h"
+#include "qx/foundation/util/internal/Ref.h"
 
+using qx::internal::Coverage;
+using qx::internal::EdgeExtras;
 using qx::internal::isBend;
+using qx::internal::Ref;
+using qx::internal::Snapshot;
 
 namespace {
 
@@ -49,22 +56,51 @@ QxPoint QxDEdge::ntToPoint(int clipped) const {
 }
 
 int QxDEdge::getSourcePoint(QxPoint& point, int inOwnGraph) const {
-    if (m_sourcePathEdge != nullptr) {
-        m_sourcePathEdge->getSourcePoint(point, inOwnGraph);
+    return getEnd(point, inOwnGraph, true);
+}
+
+int QxDEdge::getTargetPoint(QxPoint& point, int inOwnGraph) const {
+    return getEnd(point, inOwnGraph, false);
+}
+
+int QxDEdge::getEnd(QxPoint& point, int inOwnGraph, bool atSource) const {
+    readEnd(point, 0, atSource);
+    if (const QxDGraph* graph = inOwnGraph == 0 ? pOwnerGraph() : nullptr) {
+        graph->expandedTransformPoint(point);
     }
     return 1;
 }
 
-int QxDEdge::getTargetPoint(QxPoint& point, int inOwnGraph) const {
-    if (m_targetPathEdge != nullptr) {
-        m_targetPathEdge->getTargetPoint(point, inOwnGraph);
+QxDisconnectedPathIter QxDEdge::madeParts(QxIterDirectionEnum direction) const {
+    return isPathImplied() ? QxDisconnectedPathIter() : QxDisconnectedPathIter(this, direction);
+}
+
+QxPEdge* QxDEdge::pEndSegment(QxPEdge* const& segment) const {
+    if (isPathImplied()) {
+        // What is made here says nothing that the edge does not say already.
+        const_cast<QxDEdge*>(this)->makePath();
     }
-    return 1;
+    return segment;
+}
+
+void QxDEdge::makePath() {
+    QxPEdge* segment = vNewPEdge();
+    if (segment == nullptr) {
+        return;
+    }
+    setFlag(qx::flags::EdgePathImplied, 0);
+    takeOver(segment, pSourceNode(), pTargetNode());
+    segment->setFlag(qx::flags::SegmentVisible | qx::flags::SegmentNewVisible,
+                     hasFlag(qx::flags::EdgeHasVisiblePart));
+}
+
+int QxDEdge::vNeedsPathAtOnce() const {
+    return 0;
 }
 
 QxDEdge::Path QxDEdge::collectPath(QxIterDirectionEnum direction) const {
     Path path;
-    for (QxDisconnectedPathIter it(this, direction); it; ++it) {
+    for (auto it = madeParts(direction); it; ++it) {
         path.segments.push_back(it.pEdge());
         if (it.pNode() != nullptr) {
             path.bends.push_back(it.pNode());
@@ -74,47 +110,55 @@ QxDEdge::Path QxDEdge::collectPath(QxIterDirectionEnum direction) const {
 }
 
 void QxDEdge::connectPath() {
-    for (QxDisconnectedPathIter it(this); it; ++it) {
+    for (auto it = madeParts(); it; ++it) {
         it.pEdge()->connect();
-        if (it.pNode() != nullptr) {
-            it.pNode()->refreshExtent();
-        }
     }
     actOnEndObjectChange();
+    Coverage::countChanged(*this);
 }
 
 void QxDEdge::disconnectPath() {
-    for (QxDisconnectedPathIter it(this); it; ++it) {
+    for (auto it = madeParts(); it; ++it) {
         it.pEdge()->disconnect();
-        if (it.pNode() != nullptr) {
-            it.pNode()->clearExtent();
-        }
     }
     actOnEndObjectChange();
+    Coverage::countChanged(*this);
 }
 
 void QxDEdge::destroyPath() {
-    // The second walk finds what is left of a path that is open.
-    for (const QxIterDirectionEnum direction : {QxIterForward, QxIterBackward}) {
-        const Path path = collectPath(direction);
-        for (QxPEdge* segment : path.segments) {
-            discardPEdge(segment);
-        }
-        for (QxPNode* bend : path.bends) {
-            detachPNode(bend);
-            bend->vRelease();
+    setFlag(qx::flags::EdgePathImplied, 0);
+    // Segments first: a bend without any leaves the path at no cost.
+    for (const bool segments : {true, false}) {
+        for (QxGraphMember* part : Snapshot<QxGraphMember>(pParts())) {
+            if (segments && part->isPathEdge() != 0) {
+                discardPEdge(static_cast<QxPEdge*>(part));
+            } else if (!segments) {
+                detachPNode(static_cast<QxPNode*>(part));
+                part->vRelease();
+            }
         }
     }
 }
 
+const QxDList* QxDEdge::pParts() const {
+    const auto* extras = static_cast<const EdgeExtras*>(pQueryExtras());
+    return extras != nullptr ? &extras->parts : nullptr;
+}
+
 void QxDEdge::attachPath(QxNode* source, QxNode* target) {
-    if (m_sourcePathEdge == nullptr) {
-        linkNewSegment(source, target);
-    } else if (m_sourcePathEdge == m_targetPathEdge) {
-        m_sourcePathEdge->setEnds(source, target);
-    } else {
-        m_sourcePathEdge->setEnds(source, m_sourcePathEdge->QxEdge::pTargetNode());
-        m_targetPathEdge->setEnds(m_targetPathEdge->QxEdge::pSourceNode(), target);
+    QxPEdge* first = m_sourcePathEdge;
+    QxPEdge* last = m_targetPathEdge;
+    if (first == nullptr && last == nullptr) {
+        setFlag(qx::flags::EdgePathImplied, 1);
+        if (vNeedsPathAtOnce() != 0) {
+            makePath();
+        }
+    }
+    if (first != nullptr) {
+        first->setEnds(source, first == last ? target : first->QxEdge::pTargetNode());
+    }
+    if (last != nullptr && last != first) {
+        last->setEnds(last->QxEdge::pSourceNode(), target);
     }
     actOnEndObjectChange();
 }
@@ -128,7 +172,13 @@ QxPEdge* QxDEdge::linkNewSegment(QxNode* from, QxNode* to) {
 }
 
 void QxDEdge::link(QxPEdge* segment, QxNode* from, QxNode* to) {
+    takeOver(segment, from, to);
+    actOnEndObjectChange();
+}
+
+void QxDEdge::takeOver(QxPEdge* segment, QxNode* from, QxNode* to) {
     segment->m_ownerEdge = this;
+    static_cast<EdgeExtras&>(extras()).parts.appendCell(segment->pOwnerCell());
     segment->actOnChangeOwner(pOwner(), ownerValid());
     if (!isBend(from)) {
         m_sourcePathEdge = segment;
@@ -138,12 +188,11 @@ void QxDEdge::link(QxPEdge* segment, QxNode* from, QxNode* to) {
     }
     segment->setFlag(qx::flags::EdgeConnected, isActive() ? 1 : 0);
     segment->setEnds(from, to);
-    setFlag(qx::flags::EdgeShownWhole, 0);
-    actOnEndObjectChange();
 }
 
 void QxDEdge::detachPNode(QxPNode* node) {
     node->disconnectEdges();
+    static_cast<EdgeExtras&>(extras()).parts.removeCell(node->pOwnerCell());
     node->actOnChangeOwner(pUnverifiedFactory(), 0);
     node->m_ownerEdge = nullptr;
     actOnEndObjectChange();
@@ -151,9 +200,9 @@ void QxDEdge::detachPNode(QxPNode* node) {
 
 void QxDEdge::detachPEdge(QxPEdge* segment) {
     segment->nullEndNodes();
+    static_cast<EdgeExtras&>(extras()).parts.removeCell(segment->pOwnerCell());
     segment->actOnChangeOwner(pUnverifiedFactory(), 0);
     segment->m_ownerEdge = nullptr;
-    setFlag(qx::flags::EdgeShownWhole, 0);
     if (segment == m_sourcePathEdge) {
         m_sourcePathEdge = nullptr;
     }
@@ -177,6 +226,7 @@ QxPNode* QxDEdge::insertPNode(QxPNode* node) {
         return nullptr;
     }
     node->m_ownerEdge = this;
+    static_cast<EdgeExtras&>(extras()).parts.appendCell(node->pOwnerCell());
     node->actOnChangeOwner(pOwner(), ownerValid());
     node->connectDisconnectedEdges();
     actOnEndObjectChange();
@@ -202,7 +252,7 @@ void QxDEdge::discardPNode(QxPNode* node) {
 
 void QxDEdge::discardDetached(const std::vector<QxPNode*>& bends) {
     // A listener may discard the edge.
-    const qx::internal::KeepAlive alive(*this);
+    const Ref alive(*this);
     for (QxPNode* bend : bends) {
         for (const QxDrawingChangeEventTypeEnum type : {PathNodeDiscarded, PathNodeRemoved}) {
             qx::internal::fireDrawingChange(
@@ -233,6 +283,9 @@ QxPEdge* QxDEdge::insertPEdge(QxPEdge* segment, QxNode* from, QxNode* to) {
     if (segment == nullptr || segment->m_ownerEdge != nullptr || !canJoin(from) || !canJoin(to)) {
         return nullptr;
     }
+    if (isPathImplied()) {
+        makePath();
+    }
     if ((!isBend(from) && m_sourcePathEdge != nullptr) ||
         (!isBend(to) && m_targetPathEdge != nullptr)) {
         return nullptr;
@@ -260,37 +313,44 @@ bool QxDEdge::followsEdge(const QxGraphMember& part) const {
 }
 
 void QxDEdge::actOnChangeOwner(QxOwnedObject* owner, int valid) {
+    Coverage::ended(*this);
     QxGEdge::actOnChangeOwner(owner, valid);
-    for (QxDisconnectedPathIter it(this); it; ++it) {
-        it.pEdge()->actOnChangeOwner(owner, valid);
-        if (it.pNode() != nullptr) {
-            it.pNode()->actOnChangeOwner(owner, valid);
-        }
+    Coverage::changed(*this);
+    for (QxGraphMember* part : Snapshot<QxGraphMember>(pParts())) {
+        giveOwner(*part);
+    }
+}
+
+void QxDEdge::giveOwner(QxGraphMember& part) {
+    if (part.isPathEdge() != 0) {
+        static_cast<QxPEdge&>(part).actOnChangeOwner(pOwner(), ownerValid());
+    } else {
+        static_cast<QxPNode&>(part).actOnChangeOwner(pOwner(), ownerValid());
     }
 }
 
 void QxDEdge::updatePathOwnership() {
     QxNode* source = pSourceNode();
     QxNode* target = pTargetNode();
-    if (source != nullptr && target != nullptr &&
-        (m_sourcePathEdge == nullptr || m_sourcePathEdge->QxEdge::pSourceNode() != source ||
-         m_targetPathEdge->QxEdge::pTargetNode() != target)) {
+    const auto isAttached = [&] {
+        return m_sourcePathEdge != nullptr && m_targetPathEdge != nullptr &&
+               m_sourcePathEdge->QxEdge::pSourceNode() == source &&
+               m_targetPathEdge->QxEdge::pTargetNode() == target;
+    };
+    if (source != nullptr && target != nullptr && !isPathImplied() && !isAttached()) {
         attachPath(source, target);
     }
-    for (const QxIterDirectionEnum direction : {QxIterForward, QxIterBackward}) {
-        for (QxDisconnectedPathIter it(this, direction); it && !followsEdge(*it.pEdge()); ++it) {
-            it.pEdge()->actOnChangeOwner(pOwner(), ownerValid());
-            if (it.pNode() == nullptr || followsEdge(*it.pNode())) {
-                break;
-            }
-            it.pNode()->actOnChangeOwner(pOwner(), ownerValid());
+    for (QxGraphMember* part : Snapshot<QxGraphMember>(pParts())) {
+        if (followsEdge(*part)) {
+            break;  // all follow the edge, or none
         }
+        giveOwner(*part);
     }
 }
 
 bool QxDEdge::isPathWhole() const {
     const QxPEdge* last = nullptr;
-    for (QxDisconnectedPathIter it(this); it; ++it) {
+    for (auto it = madeParts(); it; ++it) {
         last = it.pEdge();
     }
     return last == m_targetPathEdge;
@@ -299,6 +359,9 @@ bool QxDEdge::isPathWhole() const {
 int QxDEdge::checkPath() const {
     if (!isActive()) {
         return complain("the edge is not connected");
+    }
+    if (isPathImplied()) {
+        return 1;
     }
     if (m_sourcePathEdge == nullptr || m_targetPathEdge == nullptr) {
         return complain("there is no path");

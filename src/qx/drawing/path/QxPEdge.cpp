@@ -9,19 +9,16 @@
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxGeometricUpdateInfo.h"
 #include "qx/drawing/QxPNode.h"
+#include "qx/drawing/bounds/internal/Change.h"
+#include "qx/drawing/bounds/internal/Moment.h"
 #include "qx/drawing/clipping/internal/EdgeEnd.h"
 #include "qx/drawing/path/internal/Bend.h"
 #include "qx/drawing/path/internal/PathOwner.h"
 #include "qx/foundation/util/QxDebugStream.h"
 
+using qx::internal::Change;
 using qx::internal::isBend;
-
-/// One of the four moments at which a segment reports: where its rectangle goes, and how a straight
-/// owner edge brings its visible part up to date afterwards (null: it is before the change).
-struct QxPEdge::Phase {
-    void (QxGeometricUpdateInfo::*collect)(const QxGraphObject*, const QxRect&);
-    void (QxDEdge::*updateStraightEdge)(QxGeometricUpdateInfo*);
-};
+using qx::internal::Moment;
 
 QxPEdge::QxPEdge(QxOwnedObject* owner) : QxGEdge(nullptr) {
     // The owner is set only now: the graph would list the segment among its own members.
@@ -108,25 +105,24 @@ void QxPEdge::copyEdge(const QxEdge* source, int deep) {
     }
 }
 
-template <class Change>
-int QxPEdge::changeEndInRecord(const Change& change) {
-    QxGeometricUpdateInfo record(pOwnerGraph(), 0, 0);
-    actBeforeGeometryChanges(&record, 1);
-    const int changed = change();
-    if (QxDEdge* edge = changed != 0 ? pOwnerEdge() : nullptr) {
-        edge->actOnEndObjectChange();
-    }
-    actAfterGeometryChanges(&record, 1);
-    record.enableAndRestoreState();
+template <class Act>
+int QxPEdge::changeEnd(const Act& act) {
+    int changed = 0;
+    Change::run(*this, [&] {
+        changed = act();
+        if (QxDEdge* edge = changed != 0 ? pOwnerEdge() : nullptr) {
+            edge->actOnEndObjectChange();
+        }
+    });
     return changed;
 }
 
 int QxPEdge::changeSourceNodeWithoutConnect(QxNode* node) {
-    return changeEndInRecord([&] { return QxGEdge::changeSourceNodeWithoutConnect(node); });
+    return changeEnd([&] { return QxGEdge::changeSourceNodeWithoutConnect(node); });
 }
 
 int QxPEdge::changeTargetNodeWithoutConnect(QxNode* node) {
-    return changeEndInRecord([&] { return QxGEdge::changeTargetNodeWithoutConnect(node); });
+    return changeEnd([&] { return QxGEdge::changeTargetNodeWithoutConnect(node); });
 }
 
 void QxPEdge::setEnds(QxNode* source, QxNode* target) {
@@ -141,8 +137,8 @@ void QxPEdge::readEnd(QxPoint& point, int clipped, bool atSource) const {
     if (edge == nullptr || node == nullptr) {
         return;
     }
-    const bool isClipped = clipped != 0 && edge->isUpdatedVisiblePart() != 0 &&
-                           inVisiblePart() != 0 && edge->isClippedAt(atSource);
+    const bool isClipped = clipped != 0 && inVisiblePart() != 0 &&
+                           edge->isUpdatedVisiblePart() != 0 && edge->isClippedAt(atSource);
     if (isBend(node)) {
         const auto* bend = static_cast<const QxPNode*>(node);
         if (!isClipped || bend->inVisiblePart() != 0) {
@@ -215,13 +211,18 @@ QxDirectionEnum QxPEdge::direction() const {
 
 int QxPEdge::isUsable() const {
     const QxDEdge* edge = pOwnerEdge();
-    return edge != nullptr && edge->canUsePart(*this, inVisiblePart()) ? 1 : 0;
+    return edge != nullptr && edge->canUsePart(*this, hasFlag(qx::flags::SegmentVisible)) ? 1 : 0;
+}
+
+int QxPEdge::inVisiblePart() const {
+    if (const QxDEdge* edge = pOwnerEdge()) {
+        edge->refreshVisiblePart();
+    }
+    return hasFlag(qx::flags::SegmentVisible);
 }
 
 int QxPEdge::inVisiblePart(int value) {
-    if (QxDEdge* edge = pOwnerEdge()) {
-        edge->setFlag(qx::flags::EdgeShownWhole, 0);
-    }
+    inVisiblePart();  // or the next reader would bring it up to date
     setFlag(qx::flags::SegmentVisible, value);
     return value;
 }
@@ -229,45 +230,32 @@ int QxPEdge::inVisiblePart(int value) {
 int QxPEdge::inNewVisiblePart(int value) {
     if (QxDEdge* edge = pOwnerEdge()) {
         edge->invalidateEndPoints();
-        edge->setFlag(qx::flags::EdgeShownWhole, 0);
     }
     setFlag(qx::flags::SegmentNewVisible, value);
     return value;
 }
 
-void QxPEdge::report(const Phase& phase, QxGeometricUpdateInfo* info, int recurse) {
-    QxDEdge* edge = pOwnerEdge();
-    if (edge == nullptr || !edge->reportsTo(info)) {
-        return;
-    }
-    if (!edge->liesWithinItsEnds()) {
+void QxPEdge::report(Moment moment, QxGeometricUpdateInfo* info) {
+    const QxDEdge* edge = pOwnerEdge();
+    if (edge != nullptr && edge->reportsTo(info) && !edge->liesWithinItsEnds()) {
         QxRect rect;
         ntBoundingRect(rect, 0);
-        (info->*phase.collect)(this, rect);
-    }
-    // The path of an edge with bends is walked only when somebody asks for its visible part, lest
-    // each of many bends that come one by one cost such a walk.
-    if (recurse != 0 && phase.updateStraightEdge != nullptr && edge->hasBends() == 0 &&
-        edge->isUpdatedVisiblePart() == 0) {
-        (edge->*phase.updateStraightEdge)(info);
+        qx::internal::collect(*info, moment, *this, rect);
     }
 }
 
-void QxPEdge::actAfterInsert(QxGeometricUpdateInfo* info, int recurse) {
-    report({&QxGeometricUpdateInfo::updateAfterInsert, &QxDEdge::updateVisiblePartAfterInsert},
-           info, recurse);
+void QxPEdge::actAfterInsert(QxGeometricUpdateInfo* info, int) {
+    report(Moment::AfterInsert, info);
 }
 
-void QxPEdge::actBeforeRemove(QxGeometricUpdateInfo* info, int recurse) {
-    report({&QxGeometricUpdateInfo::updateBeforeRemove, nullptr}, info, recurse);
+void QxPEdge::actBeforeRemove(QxGeometricUpdateInfo* info, int) {
+    report(Moment::BeforeRemove, info);
 }
 
-void QxPEdge::actBeforeGeometryChanges(QxGeometricUpdateInfo* info, int recurse) {
-    report({&QxGeometricUpdateInfo::updateBeforeGeometryChanges, nullptr}, info, recurse);
+void QxPEdge::actBeforeGeometryChanges(QxGeometricUpdateInfo* info, int) {
+    report(Moment::BeforeChange, info);
 }
 
-void QxPEdge::actAfterGeometryChanges(QxGeometricUpdateInfo* info, int recurse) {
-    report({&QxGeometricUpdateInfo::updateAfterGeometryChanges,
-            &QxDEdge::updateVisiblePartAfterGeometryChanges},
-           info, recurse);
+void QxPEdge::actAfterGeometryChanges(QxGeometricUpdateInfo* info, int) {
+    report(Moment::AfterChange, info);
 }

@@ -9,18 +9,16 @@
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxGeometricUpdateInfo.h"
 #include "qx/drawing/QxPEdge.h"
+#include "qx/drawing/bounds/internal/Change.h"
+#include "qx/drawing/bounds/internal/Coverage.h"
 #include "qx/drawing/bounds/internal/ExtentTree.h"
-#include "qx/drawing/bounds/internal/GeometryBracket.h"
+#include "qx/drawing/bounds/internal/Moment.h"
 #include "qx/drawing/path/internal/PathOwner.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/util/QxDebugStream.h"
 
-/// One of the four moments at which a bend reports: where its point goes, and the hook by which its
-/// segments report.
-struct QxPNode::Phase {
-    void (QxGeometricUpdateInfo::*collect)(const QxGraphObject*, const QxRect&);
-    void (QxPEdge::*reportSegment)(QxGeometricUpdateInfo*, int);
-};
+using qx::internal::Coverage;
+using qx::internal::Moment;
 
 QxPNode::QxPNode(QxOwnedObject* owner) : QxGNode(nullptr) {
     // The owner is set only now: the graph would list the bend among its own members.
@@ -59,7 +57,7 @@ int QxPNode::checkInvariants() const {
         return 0;
     }
     const QxDEdge* edge = pOwnerEdge();
-    const bool counts = edge != nullptr && edge->countsInExtents();
+    const bool counts = edge != nullptr && Coverage::counts(*edge);
     if (counts != (m_extentSlot != qx::internal::ExtentTree::NoSlot)) {
         qxDebugStream() << "bend: just those of connected edges have a place in graph extents\n";
         return 0;
@@ -103,7 +101,7 @@ void QxPNode::vMoveTo(const QxPoint& center) {
         return;
     }
     edge->actOnEndObjectChange();
-    refreshExtent();
+    Coverage::changed(*this);
     qx::internal::fireDrawingChange(*this, PathNodeMoved, [&] {
         const QxRect oldRect(old, old);
         const QxRect newRect(center, center);
@@ -112,15 +110,23 @@ void QxPNode::vMoveTo(const QxPoint& center) {
 }
 
 void QxPNode::updateForDiagramming(const QxPoint& center) {
-    qx::internal::changeBendGeometry(*this, [&] { vMoveTo(center); });
+    qx::internal::Change::ofGeometry(*this, [&] { vMoveTo(center); });
 }
 
 int QxPNode::isUsable() const {
     const QxDEdge* edge = pOwnerEdge();
-    return edge != nullptr && edge->canUsePart(*this, inVisiblePart()) ? 1 : 0;
+    return edge != nullptr && edge->canUsePart(*this, hasFlag(qx::flags::BendVisible)) ? 1 : 0;
+}
+
+int QxPNode::inVisiblePart() const {
+    if (const QxDEdge* edge = pOwnerEdge()) {
+        edge->refreshVisiblePart();
+    }
+    return hasFlag(qx::flags::BendVisible);
 }
 
 int QxPNode::inVisiblePart(int value) {
+    inVisiblePart();  // or the next reader would bring it up to date
     setFlag(qx::flags::BendVisible, value);
     return value;
 }
@@ -131,60 +137,42 @@ int QxPNode::inNewVisiblePart(int value) {
 }
 
 void QxPNode::actOnChangeOwner(QxOwnedObject* owner, int valid) {
-    clearExtent();
+    Coverage::ended(*this);
     QxGNode::actOnChangeOwner(owner, valid);
-    refreshExtent();
+    Coverage::changed(*this);
 }
 
-void QxPNode::refreshExtent() {
-    const QxDEdge* edge = pOwnerEdge();
-    if (edge != nullptr && edge->countsInExtents()) {
-        pOwnerGraph()->extents().set(m_extentSlot, QxRect(m_x, m_y, m_x, m_y));
-    } else {
-        clearExtent();
-    }
-}
-
-void QxPNode::clearExtent() {
-    if (m_extentSlot != qx::internal::ExtentTree::NoSlot) {
-        pOwnerGraph()->extents().clear(m_extentSlot);
-    }
-}
-
-void QxPNode::report(const Phase& phase, QxGeometricUpdateInfo* info, int recurse) {
+void QxPNode::report(Moment moment, QxGeometricUpdateInfo* info, int recurse) {
     const QxDEdge* edge = pOwnerEdge();
     if (edge == nullptr || !edge->reportsTo(info)) {
         return;
     }
     // Whether the bend is drawn may not be known at the moment. One that is not lies within a node,
     // so that reporting it does no harm.
-    (info->*phase.collect)(this, QxRect(m_x, m_y, m_x, m_y));
+    qx::internal::collect(*info, moment, *this, QxRect(m_x, m_y, m_x, m_y));
     if (recurse != 0) {
         for (QxEdge* segment : {pFirstInEdge(), pFirstOutEdge()}) {
             if (segment != nullptr) {
-                (static_cast<QxPEdge*>(segment)->*phase.reportSegment)(info, 0);
+                static_cast<QxPEdge*>(segment)->report(moment, info);
             }
         }
     }
 }
 
 void QxPNode::actAfterInsert(QxGeometricUpdateInfo* info, int recurse, int) {
-    report({&QxGeometricUpdateInfo::updateAfterInsert, &QxPEdge::actAfterInsert}, info, recurse);
+    report(Moment::AfterInsert, info, recurse);
 }
 
 void QxPNode::actBeforeRemove(QxGeometricUpdateInfo* info, int recurse, int) {
-    report({&QxGeometricUpdateInfo::updateBeforeRemove, &QxPEdge::actBeforeRemove}, info, recurse);
+    report(Moment::BeforeRemove, info, recurse);
 }
 
 void QxPNode::actBeforeGeometryChanges(QxGeometricUpdateInfo* info, int recurse, int) {
-    report(
-        {&QxGeometricUpdateInfo::updateBeforeGeometryChanges, &QxPEdge::actBeforeGeometryChanges},
-        info, recurse);
+    report(Moment::BeforeChange, info, recurse);
 }
 
 void QxPNode::actAfterGeometryChanges(QxGeometricUpdateInfo* info, int recurse, int) {
-    report({&QxGeometricUpdateInfo::updateAfterGeometryChanges, &QxPEdge::actAfterGeometryChanges},
-           info, recurse);
+    report(Moment::AfterChange, info, recurse);
 }
 
 void QxPNode::vActBeforeGeometryChanges(QxGeometricUpdateInfo* own, QxGeometricUpdateInfo*) {

@@ -15,9 +15,13 @@ QxGraphObject::~QxGraphObject() = default;
 
 qx::internal::GraphObjectExtras& QxGraphObject::extras() {
     if (!m_extras) {
-        m_extras = std::make_unique<qx::internal::GraphObjectExtras>();
+        m_extras.reset(vNewExtras());
     }
     return *m_extras;
+}
+
+qx::internal::GraphObjectExtras* QxGraphObject::vNewExtras() const {
+    return new qx::internal::GraphObjectExtras;
 }
 
 QxObject* QxGraphObject::pParentEventSource() const {

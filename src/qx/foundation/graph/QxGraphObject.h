@@ -105,8 +105,11 @@ protected:
     /// Takes over what every copy of a graph object shares with its source: the name.
     void copyName(const QxGraphObject& source);
 
+    /// What the object has of rarely used state; null when it has none. Made on first use.
     qx::internal::GraphObjectExtras* pQueryExtras() const { return m_extras.get(); }
     qx::internal::GraphObjectExtras& extras();
+    /// Makes it, of the type in which the class keeps its own.
+    virtual qx::internal::GraphObjectExtras* vNewExtras() const;
 
 private:
     std::unique_ptr<qx::internal::GraphObjectExtras> m_extras;

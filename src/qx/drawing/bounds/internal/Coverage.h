@@ -1,0 +1,42 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include "qx/foundation/util/QxApi.h"
+
+class QxDEdge;
+class QxDGraph;
+class QxDNode;
+class QxPNode;
+
+namespace qx::internal {
+
+/// What objects cover, told to their graphs here and nowhere else: every raw step that changes what
+/// an object covers, or whether it counts, ends in changed().
+///
+/// A graph keeps the extents of its nodes and of the bends of its connected edges; straight edges
+/// lie within the rectangles of their nodes. The graph of the edges between graphs, which has no
+/// nodes, keeps those of its visible edges: the ends, and the bends one by one.
+class Coverage {
+public:
+    static void changed(QxDNode& node);
+    static void changed(QxPNode& bend);
+    /// An edge between graphs: its ends.
+    static void changed(QxDEdge& edge);
+    /// An edge that has come to count, or has ceased to: its ends and its bends.
+    static void countChanged(QxDEdge& edge);
+    /// The edges between graphs at a node that has come to a graph or left one.
+    static void ownerChanged(QxDNode& node);
+    /// All edges of the graph of the edges between graphs.
+    static void allChanged(QxDGraph& between);
+    /// The object leaves its graph.
+    static void ended(QxDNode& node);
+    static void ended(QxPNode& bend);
+    static void ended(QxDEdge& edge);
+
+    /// Whether the graph's extents hold what the edge covers beyond the rectangles of its nodes.
+    static bool counts(const QxDEdge& edge);
+};
+
+}  // namespace qx::internal
