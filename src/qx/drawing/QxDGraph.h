@@ -397,6 +397,7 @@ private:
     qx::internal::ExtentTree& extents() const { return *m_extents; }
     /// Changes that are being made: while there are any, the bounds rest.
     void holdBounds() { ++m_boundsHolds; }
+    bool areBoundsHeld() const { return m_boundsHolds != 0; }
     void letGoOfBounds(const QxRect* reported = nullptr);
     /// Whether changes are to update the bounds once nobody holds them.
     bool keepsBounds() const;

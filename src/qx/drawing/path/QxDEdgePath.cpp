@@ -127,6 +127,9 @@ void QxDEdge::disconnectPath() {
 
 void QxDEdge::destroyPath() {
     setFlag(qx::flags::EdgePathImplied, 0);
+    if (pParts() == nullptr) {
+        return;
+    }
     // Segments first: a bend without any leaves the path at no cost.
     for (const bool segments : {true, false}) {
         for (QxGraphMember* part : Snapshot<QxGraphMember>(pParts())) {

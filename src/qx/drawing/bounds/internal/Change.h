@@ -18,8 +18,7 @@ public:
     enum Extent { OfSome, OfAll };
 
     explicit BoundsHold(QxDGraph* graph, Extent contents = OfSome)
-        : m_graph(graph != nullptr && (contents == OfAll || graph->isVisible() != 0) ? graph
-                                                                                     : nullptr) {
+        : m_graph(mayHold(graph, contents) ? graph : nullptr) {
         if (m_graph) {
             m_graph->holdBounds();
         }
@@ -33,6 +32,12 @@ public:
     BoundsHold& operator=(const BoundsHold&) = delete;
 
 private:
+    /// Whoever holds the bounds already outlives what happens inside.
+    static bool mayHold(const QxDGraph* graph, Extent contents) {
+        return graph != nullptr && !graph->areBoundsHeld() &&
+               (contents == OfAll || graph->isVisible() != 0);
+    }
+
     Ref<QxDGraph> m_graph;
 };
 
