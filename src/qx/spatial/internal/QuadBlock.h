@@ -4,7 +4,7 @@
 #pragma once
 
 #include <array>
-#include <cstddef>
+#include <bit>
 #include <cstdint>
 
 #include "qx/spatial/internal/QuadShape.h"
@@ -30,57 +30,85 @@ struct QuadRecord {
     QuadShape shape() const { return {box, static_cast<QuadForm>(bits & QuadBits::Form)}; }
 };
 
-/// Up to 64 records of one tree node, each property in an array of its own, so that one
-/// instruction compares many of them.
+/// Eight boxes side by side, as vector instructions take them.
+struct alignas(32) QuadEight {
+    static constexpr std::uint32_t Lanes = 8;
+
+    std::array<std::int32_t, Lanes> minX;
+    std::array<std::int32_t, Lanes> minY;
+    std::array<std::int32_t, Lanes> maxX;
+    std::array<std::int32_t, Lanes> maxY;
+};
+
+/// Up to 64 records of one tree node. Each has a position, which it keeps while others come and go:
+/// a word tells which positions are taken.
 struct alignas(64) QuadBlock {
     static constexpr std::uint32_t Capacity = 64;
 
-    std::array<std::int32_t, Capacity> minX;
-    std::array<std::int32_t, Capacity> minY;
-    std::array<std::int32_t, Capacity> maxX;
-    std::array<std::int32_t, Capacity> maxY;
+    std::array<QuadEight, Capacity / QuadEight::Lanes> boxes;
     std::array<std::uint64_t, Capacity> payload;
     std::array<std::uint32_t, Capacity> slot;
     std::array<std::uint8_t, Capacity> bits;
+    /// One bit for each position that is taken, the first in the lowest.
+    std::uint64_t taken;
+    std::uint32_t count;
+    /// The tree node whose list it is in.
+    std::uint32_t node;
     /// Encloses all boxes; tight but for changes in place.
     QuadBox bounds;
     /// Where the block stands in the order of its list.
     std::uint32_t key;
-    /// The tree node whose list it is in.
-    std::uint32_t node;
-    std::uint32_t count;
 
     bool isFull() const { return count == Capacity; }
-    QuadBox box(std::size_t at) const { return {minX[at], minY[at], maxX[at], maxY[at]}; }
-    QuadShape shape(std::size_t at) const {
+    /// The positions from here on are free.
+    std::uint32_t end() const {
+        return Capacity - static_cast<std::uint32_t>(std::countl_zero(taken));
+    }
+    std::uint32_t firstFree() const { return static_cast<std::uint32_t>(std::countr_one(taken)); }
+    QuadBox box(std::uint32_t at) const {
+        const QuadEight& eight = boxes[at / QuadEight::Lanes];
+        const std::uint32_t lane = at % QuadEight::Lanes;
+        return {eight.minX[lane], eight.minY[lane], eight.maxX[lane], eight.maxY[lane]};
+    }
+    QuadShape shape(std::uint32_t at) const {
         return {box(at), static_cast<QuadForm>(bits[at] & QuadBits::Form)};
     }
-    QuadRecord record(std::size_t at) const { return {box(at), bits[at], slot[at], payload[at]}; }
-    void setShape(std::size_t at, const QuadShape& shape) {
+    QuadRecord record(std::uint32_t at) const { return {box(at), bits[at], slot[at], payload[at]}; }
+
+    void setShape(std::uint32_t at, const QuadShape& shape) {
         setBox(at, shape.box);
         bits[at] = static_cast<std::uint8_t>((bits[at] & ~QuadBits::Form) |
                                              static_cast<unsigned>(shape.form));
     }
-    void setRecord(std::size_t at, const QuadRecord& record) {
+    /// Takes the position, which must be free, for the record.
+    void put(std::uint32_t at, const QuadRecord& record) {
         setBox(at, record.box);
         bits[at] = record.bits;
         slot[at] = record.slot;
         payload[at] = record.payload;
+        taken |= std::uint64_t{1} << at;
+        ++count;
+    }
+    void free(std::uint32_t at) {
+        taken ^= std::uint64_t{1} << at;
+        --count;
     }
     QuadBox unionOfBoxes() const {
         QuadBox all = QuadBox::nothing();
-        for (std::size_t at = 0; at < count; ++at) {
-            all.unite(box(at));
+        for (std::uint64_t left = taken; left != 0; left &= left - 1) {
+            all.unite(box(static_cast<std::uint32_t>(std::countr_zero(left))));
         }
         return all;
     }
 
 private:
-    void setBox(std::size_t at, const QuadBox& box) {
-        minX[at] = box.minX;
-        minY[at] = box.minY;
-        maxX[at] = box.maxX;
-        maxY[at] = box.maxY;
+    void setBox(std::uint32_t at, const QuadBox& box) {
+        QuadEight& eight = boxes[at / QuadEight::Lanes];
+        const std::uint32_t lane = at % QuadEight::Lanes;
+        eight.minX[lane] = box.minX;
+        eight.minY[lane] = box.minY;
+        eight.maxX[lane] = box.maxX;
+        eight.maxY[lane] = box.maxY;
     }
 };
 

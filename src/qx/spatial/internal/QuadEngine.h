@@ -47,7 +47,7 @@ public:
     static constexpr unsigned AllKinds = 0xFF;
 
     /// `vectorUnit` false: the plain path, with the same answers.
-    explicit QuadEngine(bool vectorUnit = true) : m_filter(chooseQuadFilter(vectorUnit)) {}
+    explicit QuadEngine(bool vectorUnit = true) : m_filter(QuadFilter::choose(vectorUnit)) {}
 
     /// @name Changes
     /// @{
@@ -175,7 +175,7 @@ bool QuadEngine::visitNodes(const QuadBox& rect, const Visit& visit) const {
         !m_nodes[m_root].square.overlaps(rect)) {
         return false;
     }
-    std::array<std::uint32_t, 3 * MaxDepth> waiting;
+    std::array<std::uint32_t, 3 * MaxDepth + 4> waiting;
     std::size_t count = 0;
     waiting[count++] = m_root;
     while (count > 0) {
@@ -185,10 +185,10 @@ bool QuadEngine::visitNodes(const QuadBox& rect, const Visit& visit) const {
         }
         if (!node.isLeaf()) {
             const unsigned quadrants = node.square.quadrantsOf(rect);
+            // Without branches: which quadrants are met is anyone's guess.
             for (unsigned quadrant = 4; quadrant-- > 0;) {
-                if ((quadrants >> quadrant & 1U) != 0) {
-                    waiting[count++] = node.children[quadrant];
-                }
+                waiting[count] = node.children[quadrant];
+                count += quadrants >> quadrant & 1U;
             }
         }
     }
@@ -198,18 +198,13 @@ bool QuadEngine::visitNodes(const QuadBox& rect, const Visit& visit) const {
 template <class Visit>
 bool QuadEngine::visitRecords(const QuadBox& rect, unsigned kinds, const Visit& visit) const {
     return visitNodes(rect, [&](const Node& node) {
-        return node.list.visitBoxes(
-            m_store, m_filter, rect, [&](std::uint32_t index, std::uint32_t position) {
-                const QuadBlock& block = m_store.block(index);
-                const std::uint8_t bits = block.bits[position];
-                const unsigned kind = bits & QuadBits::Kind;
-                if ((kinds >> kind & 1U) == 0 ||
-                    ((bits & QuadBits::Segment) != 0 && !block.shape(position).meets(rect))) {
-                    return false;
-                }
-                const QuadHit hit{block.payload[position], block.slot[position], kind};
-                return visit(hit, QuadStore::placeOf(index, position),
-                             (bits & QuadBits::Shared) != 0);
+        return node.list.visitHits(
+            m_store, m_filter, rect, kinds,
+            [&](const QuadBlock& block, QuadStore::Place place, bool isShared) {
+                const std::uint32_t at = QuadStore::positionOf(place);
+                const QuadHit hit{block.payload[at], block.slot[at],
+                                  block.bits[at] & unsigned{QuadBits::Kind}};
+                return visit(hit, place, isShared);
             });
     });
 }

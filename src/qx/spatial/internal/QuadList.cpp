@@ -47,7 +47,7 @@ std::uint32_t stepsAlong(std::int64_t low, std::int64_t high, std::int64_t start
 class BlockKeys {
 public:
     BlockKeys(const QuadSquare& square, const QuadBlock& block) {
-        for (std::size_t at = 0; at < m_keys.size(); ++at) {
+        for (std::uint32_t at = 0; at < m_keys.size(); ++at) {
             m_keys[at] = (std::uint64_t{QuadList::keyOf(square, block.box(at))} << 8U) | at;
         }
     }
@@ -130,12 +130,11 @@ std::size_t QuadList::splitAt(QuadStore& store, const Home& home, std::size_t at
     const std::uint32_t next = isLast ? ~std::uint32_t{0} : keyAt(at + 1);
     const std::uint32_t upperKey = std::clamp(keys.halve(), keyAt(at), next);
     openAt(store, at + 1, home.node, upperKey);
-    // From the back, so that each gap is filled by a record that stays.
-    for (std::uint64_t left = keys.upperPositions(); left != 0;) {
-        const auto position = static_cast<std::uint32_t>(std::bit_width(left) - 1);
-        left ^= std::uint64_t{1} << position;
+    for (std::uint64_t left = keys.upperPositions(); left != 0; left &= left - 1) {
+        const auto position = static_cast<std::uint32_t>(std::countr_zero(left));
         store.move(QuadStore::placeOf(full, position), blockAt(at + 1));
     }
+    store.compact(full);
     for (const std::size_t half : {at, at + 1}) {
         QuadBlock& block = store.block(blockAt(half));
         block.bounds = block.unionOfBoxes();
@@ -217,7 +216,7 @@ void QuadList::moveAll(QuadStore& store, std::size_t from, std::size_t to) {
     QuadBlock& source = store.block(blockAt(from));
     QuadBlock& target = store.block(blockAt(to));
     while (source.count > 0) {
-        store.move(QuadStore::placeOf(blockAt(from), source.count - 1), blockAt(to));
+        store.move(QuadStore::placeOf(blockAt(from), source.end() - 1), blockAt(to));
     }
     target.bounds = target.unionOfBoxes();
     setBounds(to, target.bounds);
@@ -315,7 +314,8 @@ bool QuadList::checkInvariants(const QuadStore& store, std::uint32_t node,
             fault = "is not what the directory says";
         } else if (at == 0 ? keyAt(at) != 0 : keyAt(at) < keyAt(at - 1)) {
             fault = "is out of order";
-        } else if (block.count == 0 || block.count > QuadBlock::Capacity) {
+        } else if (block.count == 0 ||
+                   block.count != static_cast<std::uint32_t>(std::popcount(block.taken))) {
             fault = "has an impossible number of records";
         } else if (!block.bounds.encloses(block.unionOfBoxes())) {
             fault = "has bounds that are too small";

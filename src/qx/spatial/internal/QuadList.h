@@ -42,12 +42,11 @@ public:
     /// The place of a box on the curve.
     static std::uint32_t keyOf(const QuadSquare& square, const QuadBox& box);
 
-    /// Calls `visit(blockIndex, position)` for each record whose box meets `rect`, until a call
-    /// returns true; whether one did.
+    /// Calls `visit(block, place, isShared)` for each record of a wanted kind that meets `rect`,
+    /// until a call returns true; whether one did.
     template <class Visit>
-    bool visitBoxes(const QuadStore& store, QuadFilter filter, const QuadBox& rect,
-                    const Visit& visit) const;
-
+    bool visitHits(const QuadStore& store, const QuadFilter& filter, const QuadBox& rect,
+                   unsigned kinds, const Visit& visit) const;
     /// Calls `visit(record, place)` for each record. It may unlink the record, but not move it.
     template <class Visit>
     void visitAll(const QuadStore& store, const Visit& visit) const;
@@ -60,10 +59,13 @@ public:
 private:
     /// The columns of the directory lie one after the other in one array.
     enum Column : std::size_t { MinX, MinY, MaxX, MaxY, Keys, Blocks, ColumnCount };
-    static constexpr std::uint32_t Step = 8;  // what a filter reads at once
+    static constexpr std::uint32_t Step = QuadEight::Lanes;
 
     std::int32_t* column(Column which) { return m_data.data() + which * m_capacity; }
     const std::int32_t* column(Column which) const { return m_data.data() + which * m_capacity; }
+    template <class Visit>
+    static bool visitHitsIn(const QuadBlock& block, std::uint32_t index, const QuadFilter& filter,
+                            const QuadBox& rect, unsigned kinds, const Visit& visit);
     std::uint32_t blockAt(std::size_t at) const {
         return static_cast<std::uint32_t>(column(Blocks)[at]);
     }
@@ -91,23 +93,40 @@ private:
 };
 
 template <class Visit>
-bool QuadList::visitBoxes(const QuadStore& store, QuadFilter filter, const QuadBox& rect,
-                          const Visit& visit) const {
+bool QuadList::visitHits(const QuadStore& store, const QuadFilter& filter, const QuadBox& rect,
+                         unsigned kinds, const Visit& visit) const {
     for (std::uint32_t from = 0; from < m_count; from += QuadBlock::Capacity) {
-        const QuadColumns bounds{column(MinX) + from, column(MinY) + from, column(MaxX) + from,
+        const QuadColumns bounds{column(MinX) + from,
+                                 column(MinY) + from,
+                                 column(MaxX) + from,
                                  column(MaxY) + from,
+                                 Step,
                                  std::min(m_count - from, QuadBlock::Capacity)};
-        for (std::uint64_t near = filter(bounds, rect); near != 0; near &= near - 1) {
+        for (std::uint64_t near = filter.meet(bounds, rect); near != 0; near &= near - 1) {
             const std::uint32_t index =
                 blockAt(from + static_cast<std::uint32_t>(std::countr_zero(near)));
-            const QuadBlock& block = store.block(index);
-            const QuadColumns boxes{block.minX.data(), block.minY.data(), block.maxX.data(),
-                                    block.maxY.data(), block.count};
-            for (std::uint64_t hits = filter(boxes, rect); hits != 0; hits &= hits - 1) {
-                if (visit(index, static_cast<std::uint32_t>(std::countr_zero(hits)))) {
-                    return true;
-                }
+            if (visitHitsIn(store.block(index), index, filter, rect, kinds, visit)) {
+                return true;
             }
+        }
+    }
+    return false;
+}
+
+template <class Visit>
+bool QuadList::visitHitsIn(const QuadBlock& block, std::uint32_t index, const QuadFilter& filter,
+                           const QuadBox& rect, unsigned kinds, const Visit& visit) {
+    const QuadMatch match = filter.match(block, rect, kinds);
+    std::uint64_t hits = match.hits;
+    for (std::uint64_t unsure = match.unsure; unsure != 0; unsure &= unsure - 1) {
+        const auto position = static_cast<std::uint32_t>(std::countr_zero(unsure));
+        hits ^= std::uint64_t{!block.shape(position).meets(rect)} << position;
+    }
+    for (; hits != 0; hits &= hits - 1) {
+        const auto position = static_cast<std::uint32_t>(std::countr_zero(hits));
+        if (visit(block, QuadStore::placeOf(index, position),
+                  (match.shared >> position & 1U) != 0)) {
+            return true;
         }
     }
     return false;
@@ -117,7 +136,8 @@ template <class Visit>
 void QuadList::visitAll(const QuadStore& store, const Visit& visit) const {
     for (std::size_t at = 0; at < m_count; ++at) {
         const QuadBlock& block = store.block(blockAt(at));
-        for (std::uint32_t position = 0; position < block.count; ++position) {
+        for (std::uint64_t left = block.taken; left != 0; left &= left - 1) {
+            const auto position = static_cast<std::uint32_t>(std::countr_zero(left));
             visit(block.record(position), QuadStore::placeOf(blockAt(at), position));
         }
     }

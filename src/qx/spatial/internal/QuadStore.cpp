@@ -31,7 +31,7 @@ std::uint32_t QuadStore::acquireSlot() {
 std::uint32_t QuadStore::acquireBlock(std::uint32_t node, std::uint32_t key) {
     if (m_freeBlocks.empty()) {
         m_freeBlocks.push_back(static_cast<std::uint32_t>(m_blocks.size()));
-        // Not cleared: what lies beyond `count` is never looked at.
+        // Not cleared: what no bit of `taken` stands for counts for nothing.
         m_blocks.emplace_back(new QuadBlock);
     }
     const std::uint32_t index = m_freeBlocks.back();
@@ -40,39 +40,36 @@ std::uint32_t QuadStore::acquireBlock(std::uint32_t node, std::uint32_t key) {
     fresh.bounds = QuadBox::nothing();
     fresh.key = key;
     fresh.node = node;
+    fresh.taken = 0;
     fresh.count = 0;
     return index;
 }
 
 void QuadStore::append(std::uint32_t index, const QuadRecord& record) {
     QuadBlock& target = block(index);
-    const std::uint32_t position = target.count++;
-    target.setRecord(position, record);
+    const std::uint32_t position = target.firstFree();
+    target.put(position, record);
     link(record.slot, placeOf(index, position));
 }
 
 void QuadStore::remove(Place place) {
-    unlink(block(blockOf(place)).slot[positionOf(place)], place);
-    closeGap(place);
+    QuadBlock& source = block(blockOf(place));
+    unlink(source.slot[positionOf(place)], place);
+    source.free(positionOf(place));
 }
 
 void QuadStore::move(Place place, std::uint32_t toBlock) {
     const QuadRecord moved = record(place);
     QuadBlock& target = block(toBlock);
-    const std::uint32_t position = target.count++;
-    target.setRecord(position, moved);
+    const std::uint32_t position = target.firstFree();
+    target.put(position, moved);
     repoint(moved.slot, moved.bits, place, placeOf(toBlock, position));
-    closeGap(place);
+    block(blockOf(place)).free(positionOf(place));
 }
 
-void QuadStore::closeGap(Place place) {
-    const std::uint32_t index = blockOf(place);
-    QuadBlock& source = block(index);
-    const std::uint32_t last = --source.count;
-    if (positionOf(place) != last) {
-        const QuadRecord moved = source.record(last);
-        source.setRecord(positionOf(place), moved);
-        repoint(moved.slot, moved.bits, placeOf(index, last), place);
+void QuadStore::compact(std::uint32_t index) {
+    while (block(index).end() > block(index).count) {
+        move(placeOf(index, block(index).end() - 1), index);
     }
 }
 

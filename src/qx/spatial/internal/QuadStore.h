@@ -61,13 +61,13 @@ public:
     /// @name Records; the bounds of blocks are the caller's
     /// @{
 
-    /// Adds a record at the end of a block that is not full. The bit Shared is set as due.
+    /// Adds a record to a block that is not full. The bit Shared is set as due.
     void append(std::uint32_t index, const QuadRecord& record);
-    /// Takes the record away; the last one of its block comes to its place.
     void remove(Place place);
-    /// Moves the record to the end of another block that is not full; its old place is filled as
-    /// by `remove`.
+    /// Moves the record to another block that is not full, or to a free position of its own.
     void move(Place place, std::uint32_t toBlock);
+    /// Moves records so that the block's free positions come last.
+    void compact(std::uint32_t index);
     /// Takes the record from its slot, but leaves it in its block, which is about to go.
     void unlink(std::uint32_t slot, Place place);
     /// @}
@@ -89,7 +89,6 @@ private:
     std::uint32_t acquireCell(Place place, std::uint32_t next);
     void releaseCell(std::uint32_t cell);
     void repoint(std::uint32_t slot, std::uint8_t bits, Place from, Place to);
-    void closeGap(Place place);
 
     std::vector<std::unique_ptr<QuadBlock>> m_blocks;
     std::vector<std::uint32_t> m_freeBlocks;
