@@ -28,10 +28,9 @@ namespace qx::internal {
 
 std::uint32_t QuadEngine::insert(const QuadShape& shape, unsigned kind, std::uint64_t payload) {
     const std::uint32_t slot = m_store.acquireSlot();
-    growRootOver(shape.box);
     const auto bits = static_cast<std::uint8_t>((kind & QuadBits::Kind) |  //
                                                 static_cast<unsigned>(shape.form));
-    insertFrom(m_root, {shape.box, bits, slot, payload});
+    insertAnywhere({shape.box, bits, slot, payload});
     return slot;
 }
 
@@ -45,8 +44,7 @@ void QuadEngine::update(std::uint32_t slot, const QuadShape& shape) {
     record.box = shape.box;
     record.bits = static_cast<std::uint8_t>((record.bits & QuadBits::Kind) |
                                             static_cast<unsigned>(shape.form));
-    growRootOver(shape.box);
-    insertFrom(m_root, record);
+    insertAnywhere(record);
 }
 
 void QuadEngine::remove(std::uint32_t slot) {
@@ -59,6 +57,7 @@ void QuadEngine::clear() {
     m_nodes = {};
     m_freeNodes = {};
     m_root = None;
+    m_lastLeaf = None;
 }
 
 void QuadEngine::collect(const QuadBox& rect, unsigned kinds, std::vector<QuadHit>& hits) const {
@@ -126,12 +125,26 @@ void QuadEngine::curtailRoot() {
 
 // Putting in
 
-void QuadEngine::insertFrom(std::uint32_t node, QuadRecord record) {
+void QuadEngine::insertAnywhere(const QuadRecord& record) {
+    const QuadShape shape = record.shape();
+    if (m_lastLeaf != None) {
+        const Node& last = m_nodes[m_lastLeaf];
+        if (last.isLeaf() && last.isPlaceOf(shape.box, shape.extent())) {
+            insertHere(m_lastLeaf, record, last.square.holdsAsLarge(shape));
+            return;
+        }
+    }
+    growRootOver(record.box);
+    insertFrom(m_root, record);
+}
+
+void QuadEngine::insertFrom(std::uint32_t node, const QuadRecord& record) {
     const QuadShape shape = record.shape();
     for (;;) {
         const Node& here = m_nodes[node];
         const bool isLarge = here.square.holdsAsLarge(shape);
         if (isLarge || here.isLeaf()) {
+            m_lastLeaf = node;
             insertHere(node, record, isLarge);
             return;
         }
@@ -287,8 +300,7 @@ bool QuadEngine::rewrite(QuadStore::Place place, const QuadShape& shape) {
     const std::int64_t extent = shape.extent();
     const bool wasLarge = (block.bits[QuadStore::positionOf(place)] & QuadBits::Large) != 0;
     const bool isLarge = extent * 2 >= node.square.side;
-    // What is as long as the square is large for the parent.
-    if (isLarge != wasLarge || extent >= node.square.side || !node.square.encloses(shape.box)) {
+    if (isLarge != wasLarge || !node.isPlaceOf(shape.box, extent)) {
         return false;
     }
     node.list.reshape(m_store, {node.square, block.node}, place, shape);

@@ -124,6 +124,12 @@ private:
         QuadList list;
 
         bool isLeaf() const { return children[0] == None; }
+        /// Whether an object lies all within it and is not large for its parent either, which is as
+        /// wide as two of it.
+
+        bool isPlaceOf(const QuadBox& box, std::int64_t extent) const {
+            return extent < square.side && square.encloses(box);
+        }
         bool hasToSplit() const {
             return isLeaf() && square.side >= SmallestToSplit && count >= CountToSplit;
         }
@@ -138,10 +144,14 @@ private:
     }
 
     std::uint32_t acquireNode(const QuadSquare& square, std::uint32_t parent);
-    void releaseNode(std::uint32_t node) { m_freeNodes.push_back(node); }
+    void releaseNode(std::uint32_t node) {
+        m_freeNodes.push_back(node);
+        m_lastLeaf = None;
+    }
     void makeChildren(std::uint32_t node);
     void growRootOver(const QuadBox& box);
-    void insertFrom(std::uint32_t node, QuadRecord record);
+    void insertAnywhere(const QuadRecord& record);
+    void insertFrom(std::uint32_t node, const QuadRecord& record);
     void insertIntoQuadrants(std::uint32_t node, const QuadRecord& record);
     void insertHere(std::uint32_t node, QuadRecord record, bool isLarge);
     void split(std::uint32_t node);
@@ -167,6 +177,8 @@ private:
     std::vector<Node> m_nodes;
     std::vector<std::uint32_t> m_freeNodes;
     std::uint32_t m_root = None;
+    /// The leaf that was inserted into last: the next object is often near.
+    std::uint32_t m_lastLeaf = None;
 };
 
 template <class Visit>

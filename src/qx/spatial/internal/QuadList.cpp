@@ -35,20 +35,37 @@ std::uint32_t spreadBits(std::uint32_t value) {
     return (value | (value << 1U)) & 0x55555555U;
 }
 
-/// How far along a side of the square, in 65,536ths of it or in units when it is shorter.
-std::uint32_t stepsAlong(std::int64_t low, std::int64_t high, std::int64_t start,
-                         std::int64_t side) {
-    const std::int64_t offset = std::clamp<std::int64_t>((low + high) / 2 - start, 0, side - 1);
-    const int width = 63 - std::countl_zero(static_cast<std::uint64_t>(side));
-    return static_cast<std::uint32_t>(offset >> std::max(0, width - 16));
-}
+/// Numbers the cells of a square, 65,536 to a side or as many as it has units, along the curve.
+class Curve {
+public:
+    explicit Curve(const QuadSquare& square)
+        : m_square(square),
+          m_shift(std::max(0, 47 - std::countl_zero(static_cast<std::uint64_t>(square.side)))) {}
+
+    /// That of the box's center, or of the cell nearest to it.
+    std::uint32_t keyOf(const QuadBox& box) const {
+        return spreadBits(stepsFrom(m_square.left, box.minX, box.maxX)) |
+               (spreadBits(stepsFrom(m_square.bottom, box.minY, box.maxY)) << 1U);
+    }
+
+private:
+    std::uint32_t stepsFrom(std::int64_t start, std::int64_t low, std::int64_t high) const {
+        const std::int64_t offset = ((low + high) >> 1) - start;
+        return static_cast<std::uint32_t>(std::clamp<std::int64_t>(offset, 0, m_square.side - 1) >>
+                                          m_shift);
+    }
+
+    const QuadSquare& m_square;
+    int m_shift;
+};
 
 /// The keys of a full block's records, each with the record's position below it.
 class BlockKeys {
 public:
     BlockKeys(const QuadSquare& square, const QuadBlock& block) {
+        const Curve curve(square);
         for (std::uint32_t at = 0; at < m_keys.size(); ++at) {
-            m_keys[at] = (std::uint64_t{QuadList::keyOf(square, block.box(at))} << 8U) | at;
+            m_keys[at] = (std::uint64_t{curve.keyOf(block.box(at))} << 8U) | at;
         }
     }
     bool areAll(std::uint32_t key) const {
@@ -79,8 +96,7 @@ private:
 }  // namespace
 
 std::uint32_t QuadList::keyOf(const QuadSquare& square, const QuadBox& box) {
-    return spreadBits(stepsAlong(box.minX, box.maxX, square.left, square.side)) |
-           (spreadBits(stepsAlong(box.minY, box.maxY, square.bottom, square.side)) << 1U);
+    return Curve(square).keyOf(box);
 }
 
 void QuadList::insert(QuadStore& store, const Home& home, const QuadRecord& record) {
