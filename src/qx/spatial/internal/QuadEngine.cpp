@@ -61,20 +61,38 @@ void QuadEngine::clear() {
 }
 
 void QuadEngine::collect(const QuadBox& rect, unsigned kinds, std::vector<QuadHit>& hits) const {
-    visit(rect, kinds, [&hits](const QuadHit& hit) {
-        hits.push_back(hit);
+    visitBlocks(rect, kinds, [&](std::uint32_t index, std::uint64_t met, std::uint64_t shared) {
+        // By way of an array, which spares the vector's question for room at each hit.
+        std::array<QuadHit, QuadBlock::Capacity> found;
+        auto end = found.begin();
+        const QuadBlock& block = m_store.block(index);
+        for (met ^= metBefore(index, shared, rect); met != 0; met &= met - 1) {
+            *end++ = hitAt(block, static_cast<std::uint32_t>(std::countr_zero(met)));
+        }
+        hits.insert(hits.end(), found.begin(), end);
         return false;
     });
 }
 
 bool QuadEngine::overlaps(const QuadBox& rect, unsigned kinds) const {
-    return overlaps(rect, kinds, [](const QuadHit&) { return true; });
+    return visitBlocks(rect, kinds,
+                       [](std::uint32_t, std::uint64_t, std::uint64_t) { return true; });
 }
 
-bool QuadEngine::isFirstMet(std::uint32_t slot, QuadStore::Place place, const QuadBox& rect) const {
-    return m_store.findPlace(slot, [&](QuadStore::Place other) {
-        return m_nodes[nodeOf(other)].square.overlaps(rect);
-    }) == place;
+/// Those of a block's shared records whose objects are reported by another record.
+std::uint64_t QuadEngine::metBefore(std::uint32_t index, std::uint64_t shared,
+                                    const QuadBox& rect) const {
+    const auto isMet = [&](QuadStore::Place place) {
+        return m_nodes[nodeOf(place)].square.overlaps(rect);
+    };
+    std::uint64_t before = 0;
+    for (; shared != 0; shared &= shared - 1) {
+        const auto at = static_cast<std::uint32_t>(std::countr_zero(shared));
+        const std::uint32_t slot = m_store.block(index).slot[at];
+        const bool isFirst = m_store.findPlace(slot, isMet) == QuadStore::placeOf(index, at);
+        before |= std::uint64_t{!isFirst} << at;
+    }
+    return before;
 }
 
 // Nodes
@@ -216,7 +234,7 @@ void QuadEngine::removeRecords(std::uint32_t slot) {
         const std::uint32_t index = block.node;
         const bool isLarge = (block.bits[QuadStore::positionOf(place)] & QuadBits::Large) != 0;
         Node& node = m_nodes[index];
-        node.list.remove(m_store, place);
+        node.list.remove(m_store, slot, place);
         if (node.isLeaf()) {
             node.count -= isLarge ? 0 : 1;
             if (node.count < CountToKeep) {

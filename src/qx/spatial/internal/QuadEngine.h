@@ -126,7 +126,6 @@ private:
         bool isLeaf() const { return children[0] == None; }
         /// Whether an object lies all within it and is not large for its parent either, which is as
         /// wide as two of it.
-
         bool isPlaceOf(const QuadBox& box, std::int64_t extent) const {
             return extent < square.side && square.encloses(box);
         }
@@ -165,12 +164,17 @@ private:
     bool holds(std::uint32_t node, std::uint32_t slot) const;
     void curtailRoot();
     bool rewrite(QuadStore::Place place, const QuadShape& shape);
-    bool isFirstMet(std::uint32_t slot, QuadStore::Place place, const QuadBox& rect) const;
+    std::uint64_t metBefore(std::uint32_t index, std::uint64_t shared, const QuadBox& rect) const;
+    static QuadHit hitAt(const QuadBlock& block, std::uint32_t at) {
+        return {block.payload[at], block.slot[at], block.bits[at] & unsigned{QuadBits::Kind}};
+    }
 
     template <class Visit>
     bool visitNodes(const QuadBox& rect, const Visit& visit) const;
     template <class Visit>
-    bool visitRecords(const QuadBox& rect, unsigned kinds, const Visit& visit) const;
+    bool visitBlocks(const QuadBox& rect, unsigned kinds, const Visit& visit) const;
+    template <class Visit>
+    bool visitPositions(std::uint32_t index, std::uint64_t positions, const Visit& visit) const;
 
     QuadFilter m_filter;
     QuadStore m_store;
@@ -208,32 +212,38 @@ bool QuadEngine::visitNodes(const QuadBox& rect, const Visit& visit) const {
 }
 
 template <class Visit>
-bool QuadEngine::visitRecords(const QuadBox& rect, unsigned kinds, const Visit& visit) const {
+bool QuadEngine::visitBlocks(const QuadBox& rect, unsigned kinds, const Visit& visit) const {
     return visitNodes(rect, [&](const Node& node) {
-        return node.list.visitHits(
-            m_store, m_filter, rect, kinds,
-            [&](const QuadBlock& block, QuadStore::Place place, bool isShared) {
-                const std::uint32_t at = QuadStore::positionOf(place);
-                const QuadHit hit{block.payload[at], block.slot[at],
-                                  block.bits[at] & unsigned{QuadBits::Kind}};
-                return visit(hit, place, isShared);
-            });
+        return node.list.visitHits(m_store, m_filter, rect, kinds, visit);
     });
 }
 
 template <class Visit>
 bool QuadEngine::visit(const QuadBox& rect, unsigned kinds, const Visit& visit) const {
-    return visitRecords(rect, kinds,
-                        [&](const QuadHit& hit, QuadStore::Place place, bool isShared) {
-                            return (!isShared || isFirstMet(hit.slot, place, rect)) && visit(hit);
-                        });
+    return visitBlocks(
+        rect, kinds, [&](std::uint32_t index, std::uint64_t hits, std::uint64_t shared) {
+            return visitPositions(index, hits ^ metBefore(index, shared, rect), visit);
+        });
 }
 
 template <class Test>
 bool QuadEngine::overlaps(const QuadBox& rect, unsigned kinds, const Test& test) const {
-    return visitRecords(rect, kinds, [&](const QuadHit& hit, QuadStore::Place, bool) {
-        return static_cast<bool>(test(hit));
+    return visitBlocks(rect, kinds, [&](std::uint32_t index, std::uint64_t hits, std::uint64_t) {
+        return visitPositions(index, hits, test);
     });
+}
+
+template <class Visit>
+bool QuadEngine::visitPositions(std::uint32_t index, std::uint64_t positions,
+                                const Visit& visit) const {
+    const QuadBlock& block = m_store.block(index);
+    for (; positions != 0; positions &= positions - 1) {
+        const QuadHit hit = hitAt(block, static_cast<std::uint32_t>(std::countr_zero(positions)));
+        if (visit(hit)) {
+            return true;
+        }
+    }
+    return false;
 }
 
 }  // namespace qx::internal

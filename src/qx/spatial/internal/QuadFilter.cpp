@@ -90,11 +90,11 @@ QX_AVX2 inline std::uint64_t reachingOut(const RectLanes& box, const RectLanes& 
 QX_AVX2 std::uint64_t meetByEights(const QuadColumns& boxes, const QuadBox& rect) {
     const RectLanes wanted = spread(rect);
     std::uint64_t misses = 0;
-    std::size_t at = 0;
-    for (std::uint32_t i = 0; i < boxes.count; i += Lanes, at += boxes.stride) {
+    for (std::size_t group = (boxes.count + Lanes - 1) / Lanes; group-- > 0;) {
+        const std::size_t at = group * boxes.stride;
         const RectLanes eight{load(boxes.minX + at), load(boxes.minY + at), load(boxes.maxX + at),
                               load(boxes.maxY + at)};
-        misses |= missesOf(eight, wanted) << i;
+        misses = misses << Lanes | missesOf(eight, wanted);
     }
     return boxes.count == 0 ? 0 : ~misses & ~std::uint64_t{0} >> (64 - boxes.count);
 }
@@ -118,13 +118,12 @@ QX_AVX2 QuadMatch matchByEights(const QuadBlock& block, const QuadBox& rect, uns
     const RectLanes wanted = spread(rect);
     std::uint64_t misses = 0;
     std::uint64_t crossing = 0;
-    const std::uint32_t end = block.end();
-    for (std::uint32_t i = 0; i < end; i += Lanes) {
-        const QuadEight& boxes = block.boxes[i / Lanes];
+    for (std::uint32_t group = (block.end() + Lanes - 1) / Lanes; group-- > 0;) {
+        const QuadEight& boxes = block.boxes[group];
         const RectLanes eight{load(boxes.minX.data()), load(boxes.minY.data()),
                               load(boxes.maxX.data()), load(boxes.maxY.data())};
-        misses |= missesOf(eight, wanted) << i;
-        crossing |= reachingOut(eight, wanted) << i;
+        misses = misses << Lanes | missesOf(eight, wanted);
+        crossing = crossing << Lanes | reachingOut(eight, wanted);
     }
     const __m256i low = load(block.bits.data());
     const __m256i high = load(block.bits.data() + 32);

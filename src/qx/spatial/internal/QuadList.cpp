@@ -159,16 +159,16 @@ std::size_t QuadList::splitAt(QuadStore& store, const Home& home, std::size_t at
     return key >= upperKey ? at + 1 : at;
 }
 
-void QuadList::remove(QuadStore& store, QuadStore::Place place) {
-    takeOut(store, place);
+void QuadList::remove(QuadStore& store, std::uint32_t slot, QuadStore::Place place) {
+    takeOut(store, slot, place);
     --m_recordCount;
 }
 
-void QuadList::takeOut(QuadStore& store, QuadStore::Place place) {
+void QuadList::takeOut(QuadStore& store, std::uint32_t slot, QuadStore::Place place) {
     const std::uint32_t index = QuadStore::blockOf(place);
     QuadBlock& block = store.block(index);
     const QuadBox box = block.box(QuadStore::positionOf(place));
-    store.remove(place);
+    store.remove(slot, place);
     if (block.count == 0) {
         closeAt(store, positionOf(store, index));
         return;
@@ -200,7 +200,7 @@ void QuadList::reshape(QuadStore& store, const Home& home, QuadStore::Place plac
         return;
     }
     QuadRecord record = block.record(position);
-    takeOut(store, place);
+    takeOut(store, record.slot, place);
     record.box = shape.box;
     record.bits = static_cast<std::uint8_t>((record.bits & ~QuadBits::Form) |
                                             static_cast<unsigned>(shape.form));

@@ -32,7 +32,7 @@ public:
     /// Adds behind all others a record that has the largest key yet: what a bulk build calls in
     /// order.
     void append(QuadStore& store, const Home& home, const QuadRecord& record, std::uint32_t key);
-    void remove(QuadStore& store, QuadStore::Place place);
+    void remove(QuadStore& store, std::uint32_t slot, QuadStore::Place place);
     /// The record has a new box. Records of large lists may change their block.
     void reshape(QuadStore& store, const Home& home, QuadStore::Place place,
                  const QuadShape& shape);
@@ -42,8 +42,9 @@ public:
     /// The place of a box on the curve.
     static std::uint32_t keyOf(const QuadSquare& square, const QuadBox& box);
 
-    /// Calls `visit(block, place, isShared)` for each record of a wanted kind that meets `rect`,
-    /// until a call returns true; whether one did.
+    /// Calls `visit(blockIndex, hits, shared)` for each block with records of a wanted kind that
+    /// meet `rect`, until a call returns true; whether one did. `hits` and, of these, `shared` have
+    /// one bit for each position in the block.
     template <class Visit>
     bool visitHits(const QuadStore& store, const QuadFilter& filter, const QuadBox& rect,
                    unsigned kinds, const Visit& visit) const;
@@ -63,9 +64,8 @@ private:
 
     std::int32_t* column(Column which) { return m_data.data() + which * m_capacity; }
     const std::int32_t* column(Column which) const { return m_data.data() + which * m_capacity; }
-    template <class Visit>
-    static bool visitHitsIn(const QuadBlock& block, std::uint32_t index, const QuadFilter& filter,
-                            const QuadBox& rect, unsigned kinds, const Visit& visit);
+    static std::uint64_t passingBy(const QuadBlock& block, std::uint64_t segments,
+                                   const QuadBox& rect);
     std::uint32_t blockAt(std::size_t at) const {
         return static_cast<std::uint32_t>(column(Blocks)[at]);
     }
@@ -82,7 +82,7 @@ private:
     void closeAt(QuadStore& store, std::size_t at);
     void place(QuadStore& store, const Home& home, const QuadRecord& record);
     std::size_t splitAt(QuadStore& store, const Home& home, std::size_t at, std::uint32_t key);
-    void takeOut(QuadStore& store, QuadStore::Place place);
+    void takeOut(QuadStore& store, std::uint32_t slot, QuadStore::Place place);
     bool joinNeighbour(QuadStore& store, std::size_t at);
     void moveAll(QuadStore& store, std::size_t from, std::size_t to);
 
@@ -92,41 +92,42 @@ private:
     std::size_t m_recordCount = 0;
 };
 
+/// Those of the segments that do not meet the rectangle, though their boxes do.
+inline std::uint64_t QuadList::passingBy(const QuadBlock& block, std::uint64_t segments,
+                                         const QuadBox& rect) {
+    std::uint64_t passing = 0;
+    for (; segments != 0; segments &= segments - 1) {
+        const auto position = static_cast<std::uint32_t>(std::countr_zero(segments));
+        passing |= std::uint64_t{!block.shape(position).diagonalMeets(rect)} << position;
+    }
+    return passing;
+}
+
 template <class Visit>
 bool QuadList::visitHits(const QuadStore& store, const QuadFilter& filter, const QuadBox& rect,
                          unsigned kinds, const Visit& visit) const {
     for (std::uint32_t from = 0; from < m_count; from += QuadBlock::Capacity) {
+        const auto firstOf = [this, from](std::uint64_t blocks) {
+            return blockAt(from + static_cast<std::uint32_t>(std::countr_zero(blocks)));
+        };
         const QuadColumns bounds{column(MinX) + from,
                                  column(MinY) + from,
                                  column(MaxX) + from,
                                  column(MaxY) + from,
                                  Step,
                                  std::min(m_count - from, QuadBlock::Capacity)};
-        for (std::uint64_t near = filter.meet(bounds, rect); near != 0; near &= near - 1) {
-            const std::uint32_t index =
-                blockAt(from + static_cast<std::uint32_t>(std::countr_zero(near)));
-            if (visitHitsIn(store.block(index), index, filter, rect, kinds, visit)) {
+        for (std::uint64_t near = filter.meet(bounds, rect); near != 0;) {
+            const std::uint32_t index = firstOf(near);
+            near &= near - 1;
+            if (near != 0) {
+                store.block(firstOf(near)).fetchAhead();
+            }
+            const QuadBlock& block = store.block(index);
+            const QuadMatch match = filter.match(block, rect, kinds);
+            const std::uint64_t hits = match.hits ^ passingBy(block, match.unsure, rect);
+            if (hits != 0 && visit(index, hits, hits & match.shared)) {
                 return true;
             }
-        }
-    }
-    return false;
-}
-
-template <class Visit>
-bool QuadList::visitHitsIn(const QuadBlock& block, std::uint32_t index, const QuadFilter& filter,
-                           const QuadBox& rect, unsigned kinds, const Visit& visit) {
-    const QuadMatch match = filter.match(block, rect, kinds);
-    std::uint64_t hits = match.hits;
-    for (std::uint64_t unsure = match.unsure; unsure != 0; unsure &= unsure - 1) {
-        const auto position = static_cast<std::uint32_t>(std::countr_zero(unsure));
-        hits ^= std::uint64_t{!block.shape(position).meets(rect)} << position;
-    }
-    for (; hits != 0; hits &= hits - 1) {
-        const auto position = static_cast<std::uint32_t>(std::countr_zero(hits));
-        if (visit(block, QuadStore::placeOf(index, position),
-                  (match.shared >> position & 1U) != 0)) {
-            return true;
         }
     }
     return false;

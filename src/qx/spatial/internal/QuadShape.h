@@ -129,11 +129,9 @@ struct QuadShape {
         const std::int64_t height = std::int64_t{box.maxY} - box.minY;
         return std::max(width, height) + (isSegment() ? 0 : 1);
     }
-    /// Whether it has a point in the closed rectangle.
-    bool meets(const QuadBox& rect) const {
-        return rect.meets(box) &&
-               (!isSegment() || rect.encloses(box) ||
-                QuadDiagonal(box, form, rect.minX, rect.minY, rect.maxX, rect.maxY).meets());
+    /// Whether a segment has a point in the closed rectangle, provided that its box has.
+    bool diagonalMeets(const QuadBox& rect) const {
+        return QuadDiagonal(box, form, rect.minX, rect.minY, rect.maxX, rect.maxY).meets();
     }
 };
 

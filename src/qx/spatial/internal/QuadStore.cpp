@@ -52,10 +52,9 @@ void QuadStore::append(std::uint32_t index, const QuadRecord& record) {
     link(record.slot, placeOf(index, position));
 }
 
-void QuadStore::remove(Place place) {
-    QuadBlock& source = block(blockOf(place));
-    unlink(source.slot[positionOf(place)], place);
-    source.free(positionOf(place));
+void QuadStore::remove(std::uint32_t slot, Place place) {
+    unlink(slot, place);
+    block(blockOf(place)).free(positionOf(place));
 }
 
 void QuadStore::move(Place place, std::uint32_t toBlock) {

@@ -63,7 +63,7 @@ public:
 
     /// Adds a record to a block that is not full. The bit Shared is set as due.
     void append(std::uint32_t index, const QuadRecord& record);
-    void remove(Place place);
+    void remove(std::uint32_t slot, Place place);
     /// Moves the record to another block that is not full, or to a free position of its own.
     void move(Place place, std::uint32_t toBlock);
     /// Moves records so that the block's free positions come last.
