@@ -101,3 +101,4 @@
 #include "qx/layout/QxForceScanSort.h"
 #include "qx/layout/QxSpringEmbedderAlgorithm.h"
 #include "qx/layout/QxSpringEmbedderInfo.h"
+#include "qx/spatial/QxQTree.h"

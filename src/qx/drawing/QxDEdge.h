@@ -20,6 +20,8 @@ class QxPNode;
 
 namespace qx::internal {
 class Coverage;
+struct IndexSlot;
+class IndexUpkeep;
 enum class Moment : unsigned char;
 }  // namespace qx::internal
 
@@ -233,8 +235,8 @@ public:
     int usePartiallyUpdated(int value);
     /// Forgets the clipped end points.
     void invalidateEndPoints() const {
-        m_fromClip.isKnown = false;
-        m_toClip.isKnown = false;
+        m_fromClip = ClipPoint();
+        m_toClip = ClipPoint();
     }
     /// @}
 
@@ -260,9 +262,11 @@ public:
         setFlag(qx::flags::EdgeOrthogonal, value);
         return value;
     }
-    QxGraphObjectStatusEnum graphObjectStatus() const { return m_status; }
+    QxGraphObjectStatusEnum graphObjectStatus() const { return qx::flags::status(flagWord()); }
     QxGraphObjectStatusEnum graphObjectStatus(QxGraphObjectStatusEnum value) {
-        return m_status = value;
+        setFlag(qx::flags::Status, 0);
+        setFlag(qx::flags::statusBits(value), 1);
+        return value;
     }
     /// The copy of this edge while a graph is copied, when its manager stores clones; else null.
     QxDEdge* pClonedEdge() const;
@@ -281,7 +285,7 @@ public:
     void actOnEndObjectChange() {
         invalidateEndPoints();
         setFlag(qx::flags::EdgeVisiblePartUpdated, 0);
-        if (m_extentSlot >= 0) {
+        if (hasFlag(qx::flags::EdgeIsTracked) != 0) {
             tellCoverage();
         }
     }
@@ -306,11 +310,17 @@ private:
     friend class QxPEdge;
     friend class QxPNode;
     friend class qx::internal::Coverage;
+    friend struct qx::internal::IndexSlot;
+    friend class qx::internal::IndexUpkeep;
+    friend class QxQTree;
 
+    /// The farthest corner stands for a point that is not known; one that really lies there is
+    /// computed every time.
     struct ClipPoint {
-        std::int32_t x = 0;
-        std::int32_t y = 0;
-        bool isKnown = false;
+        std::int32_t x = qx::MinInt32;
+        std::int32_t y = qx::MinInt32;
+
+        bool isKnown() const { return x != qx::MinInt32 || y != qx::MinInt32; }
     };
     /// The path objects from source to target.
     struct Path {
@@ -398,7 +408,7 @@ private:
     void report(qx::internal::Moment moment, QxGeometricUpdateInfo* info);
     /// @}
 
-    /// Brings up to date what the graph of the edges between graphs knows of this one.
+    /// Tells the graph's extents and index that the ends have moved.
     void tellCoverage();
 
     QxPEdge* m_sourcePathEdge = nullptr;
@@ -406,6 +416,7 @@ private:
     /// The clipped end points, while they are known.
     mutable ClipPoint m_fromClip;
     mutable ClipPoint m_toClip;
-    QxGraphObjectStatusEnum m_status = QxStatusUnchanged;
     std::int32_t m_extentSlot = -1;
+    /// In the spatial index: of a straight edge whose segment has not been made.
+    std::int32_t m_indexSlot = -1;
 };

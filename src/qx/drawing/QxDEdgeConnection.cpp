@@ -157,7 +157,7 @@ void QxDEdge::copyEdge(const QxEdge* source, int deep) {
 void QxDEdge::copyDiagramming(const QxDEdge& source) {
     qx::internal::linkClone(source, *this, qx::internal::managerOf(source),
                             [](QxDEdge& edge, QxDEdge* clone) { edge.pClonedEdge(clone); });
-    m_status = source.m_status;
+    graphObjectStatus(source.graphObjectStatus());
     internalOrthogonalRouting(source.internalOrthogonalRouting());
 }
 

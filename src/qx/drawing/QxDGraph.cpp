@@ -28,6 +28,7 @@ QxDGraph::QxDGraph(QxOwnedObject* owner, int, QxFactory*)
 }
 
 QxDGraph::~QxDGraph() {
+    discardQuadTree();
     needsUpdateGraphBounds(0);
     QxDGraph::emptyTopology();
     qx::internal::endEventSource(*this);
@@ -232,6 +233,8 @@ void QxDGraph::copyDiagramming(const QxDGraph& source) {
                             [](QxDGraph& graph, QxDGraph* clone) { graph.pClonedGraph(clone); });
     orthogonalRouting(source.orthogonalRouting());
     needsUpdateGraphBounds(source.hasFlag(qx::flags::GraphNeedsBounds));
+    disableQuadTree(source.needsUpdateQuadTree() != 0 ? 0 : 1);
+    disableQuadTreeUpdates(source.disableQuadTreeUpdates());
 }
 
 void QxDGraph::internalDuplicateTopology(QxGraph* source, int disconnected, int deactivated) {
@@ -240,6 +243,7 @@ void QxDGraph::internalDuplicateTopology(QxGraph* source, int disconnected, int 
 }
 
 void QxDGraph::actOnDiscard() {
+    discardQuadTree();
     initDiagramming();
     emptyTopology();
     QxGraph::actOnDiscard();

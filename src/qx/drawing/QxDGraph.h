@@ -292,25 +292,39 @@ public:
                                 int inOwnGraph) const;
     /// @}
 
-    /// @name Switches of the spatial index (spatial/QxDGraphSwitches.cpp)
+    /// @name Spatial index (spatial/QxDGraphIndex.cpp)
+    /// A graph starts without an index. One that it has follows every change of the graph.
     /// @{
-    /// The index; null: a graph starts without one.
+
+    /// The index; null when there is none. It belongs to the graph.
     QxQTree* pQuadTree() const { return m_quadTree; }
+    /// Makes an index that holds nothing in place of the present one; connectors stay out of it.
+    void allocateQuadTree();
+    /// Makes an index of everything in the graph, which is built when it is first asked.
+    void calculateQuadTree();
+    void discardQuadTree();
+    /// Drops the index (nonzero), or brings one back. Returns the argument.
+    int disableQuadTree(int disable);
     /// Whether an index may be used: not while a file or document is read.
     int useQuadTree() const;
-    /// Whether queries use the index; nothing without one.
-    void useQuadTree(int value);
+    /// Whether queries use the index while its upkeep is suspended; returns the argument.
+    int useQuadTree(int value);
+    /// Whether queries can use the index.
     int canUseQuadTree() const;
-    /// Whether changes keep the index up to date; 0 without one.
+    /// 0 without an index, while a file is read, and while an update record is open.
     int needsUpdateQuadTree() const;
-    /// Drops the index, or (0) brings it back with all visible parts up to date.
-    void disableQuadTree(int disable);
-    /// Suspends the upkeep of the index; the getter answers 1 without one.
+    /// Suspends the upkeep of the index; the getter answers 1 without one. What has come or changed
+    /// meanwhile is taken in at the next question after the upkeep has been resumed.
     void disableQuadTreeUpdates(int disable);
     int disableQuadTreeUpdates() const;
     /// Whether changes of geometry pass the index by; 1 without one.
     int isIgnoredGeometryChanges() const;
     void ignoreGeometryChanges(int ignore);
+    /// Refresh what the index knows of everything, of a node with what hangs on it, of an edge. 1,
+    /// or 0 without an index in use and for an object of another graph.
+    int updateQuadTree();
+    int updateQuadTree(QxDNode* node);
+    int updateQuadTree(QxDEdge* edge);
     /// Kept for symmetry: entries are refreshed one by one, there is nothing to mark.
     void markQuadTreeDirty() {}
     /// @}
@@ -371,6 +385,8 @@ protected:
     void actAfterInsertEdgeBeforeConnect(QxEdge* edge) override;
     /// Stores new bounds: refits the node that shows the graph and fires GraphBoundsChanged.
     virtual void vUpdateBoundingRect(const QxRect& rect, int fit);
+    /// Makes an index that leaves out these kinds (QxQTree::ExcludedEnum).
+    virtual QxQTree* vNewQuadTree(unsigned short excluded);
     /// Takes over the values of a transform.
     virtual void vUpdateTransform(const QxTransform& transform);
 
@@ -384,6 +400,10 @@ private:
         3 *
         (qx::flags::GraphNodeLabels | qx::flags::GraphEdgeLabels | qx::flags::GraphConnectorLabels);
 
+    /// For update records: clears the index's needsUpdate, returns whether it was set; sets it
+    /// again.
+    bool suspendQuadTree();
+    void resumeQuadTree();
     void init();
     void initDiagramming();
     void copySpacings(const QxDGraph& source);

@@ -96,6 +96,7 @@ QxGraph* QxDGraphManager::vNewIntergraph(int type) {
         markAsIntergraph(graph);
         if (m_anchor != nullptr) {
             graph->vUpdateTransform(*m_anchor->pTransform());
+            graph->allocateQuadTree();
         }
     }
     return graph;

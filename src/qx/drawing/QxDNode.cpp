@@ -123,7 +123,7 @@ void QxDNode::copyDiagrammingNode(const QxDNode& source) {
     setFlag(qx::flags::NodeForceClipping, source.forceClipping());
     qx::internal::linkClone(source, *this, qx::internal::managerOf(source),
                             [](QxDNode& node, QxDNode* clone) { node.pClonedNode(clone); });
-    m_status = source.m_status;
+    graphObjectStatus(source.graphObjectStatus());
     const QxRect* saved = source.pRectBeforeMoveForSelfLoops();
     pRectBeforeMoveForSelfLoops(saved != nullptr ? new QxRect(*saved) : nullptr);
     place(source.iCenter(), source.iSize());

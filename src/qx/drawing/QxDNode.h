@@ -15,6 +15,7 @@ class QxShapeResource;
 
 namespace qx::internal {
 class Coverage;
+struct IndexSlot;
 enum class Moment : unsigned char;
 }  // namespace qx::internal
 
@@ -197,9 +198,11 @@ public:
     /// Whether the node shows a nested graph.
     int expanded() const { return 0; }
     /// What the tracking of affected objects notes about the node; the setter returns its argument.
-    QxGraphObjectStatusEnum graphObjectStatus() const { return m_status; }
+    QxGraphObjectStatusEnum graphObjectStatus() const { return qx::flags::status(flagWord()); }
     QxGraphObjectStatusEnum graphObjectStatus(QxGraphObjectStatusEnum value) {
-        return m_status = value;
+        setFlag(qx::flags::Status, 0);
+        setFlag(qx::flags::statusBits(value), 1);
+        return value;
     }
     /// The copy made of this node while its manager stored clones.
     QxDNode* pClonedNode() const;
@@ -242,6 +245,7 @@ protected:
 private:
     friend class QxDGraph;
     friend class qx::internal::Coverage;
+    friend struct qx::internal::IndexSlot;
 
     /// Moves, then resizes the node, by the raw steps.
     void place(const QxPoint& center, const QxSize& size);
@@ -262,6 +266,6 @@ private:
     std::int32_t m_originalWidth = 40;
     std::int32_t m_originalHeight = 40;
     QxShapeResource* m_shapeResource = nullptr;
-    QxGraphObjectStatusEnum m_status = QxStatusUnchanged;
     std::int32_t m_extentSlot = -1;
+    std::int32_t m_indexSlot = -1;
 };

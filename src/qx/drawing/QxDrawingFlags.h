@@ -3,10 +3,21 @@
 
 #pragma once
 
+#include "qx/drawing/QxGraphObjectStatusEnum.h"
 #include "qx/foundation/graph/QxGraphFlags.h"
 
 /// State bits of drawing objects, beside those of the graph layer.
 namespace qx::flags {
+
+// Drawing nodes and edges: their QxGraphObjectStatusEnum.
+inline constexpr std::uint32_t Status = 0x7000000;
+inline constexpr unsigned StatusShift = 24;
+constexpr std::uint32_t statusBits(QxGraphObjectStatusEnum status) {
+    return (static_cast<std::uint32_t>(status) << StatusShift) & Status;
+}
+constexpr QxGraphObjectStatusEnum status(std::uint32_t flags) {
+    return static_cast<QxGraphObjectStatusEnum>((flags & Status) >> StatusShift);
+}
 
 // Drawing nodes.
 inline constexpr std::uint32_t NodeForceClipping = 0x40;
@@ -31,6 +42,7 @@ inline constexpr std::uint32_t EdgeClipTarget = 0x8000;
 inline constexpr std::uint32_t EdgeMulti = 0x10000;
 inline constexpr std::uint32_t EdgeMeta = 0x20000;
 inline constexpr std::uint32_t EdgeOrthogonal = 0x40000;
+inline constexpr std::uint32_t EdgeIsTracked = 0x100000;   ///< extents or index hold its segments
 inline constexpr std::uint32_t EdgePathImplied = 0x80000;  ///< straight, its segment not made yet
 
 // Drawing graphs.

@@ -11,8 +11,9 @@ class QxDEdge;
 class QxGeometricUpdateInfo;
 
 namespace qx::internal {
+struct IndexSlot;
 enum class Moment : unsigned char;
-}
+}  // namespace qx::internal
 
 /// A segment: a straight piece of the path of a drawing edge, which owns it. It runs between two
 /// bends, or from the edge's source or to its target.
@@ -82,8 +83,12 @@ public:
     void actAfterGeometryChanges(QxGeometricUpdateInfo* info, int recurse);
     /// @}
 
+protected:
+    void actOnChangeOwner(QxOwnedObject* owner, int valid) override;
+
 private:
     friend class QxDEdge;
+    friend struct qx::internal::IndexSlot;
     friend class QxDGraph;
     friend class QxPNode;
 
@@ -97,4 +102,5 @@ private:
     void setEnds(QxNode* source, QxNode* target);
 
     QxDEdge* m_ownerEdge = nullptr;
+    std::int32_t m_indexSlot = -1;
 };

@@ -10,6 +10,7 @@ class QxDEdge;
 
 namespace qx::internal {
 class Coverage;
+struct IndexSlot;
 enum class Moment : unsigned char;
 }  // namespace qx::internal
 
@@ -77,6 +78,7 @@ private:
     friend class QxDEdge;
     friend class QxDGraph;
     friend class qx::internal::Coverage;
+    friend struct qx::internal::IndexSlot;
 
     void report(qx::internal::Moment moment, QxGeometricUpdateInfo* info, int recurse);
 
@@ -84,4 +86,5 @@ private:
     std::int32_t m_x = 0;
     std::int32_t m_y = 0;
     std::int32_t m_extentSlot = -1;
+    std::int32_t m_indexSlot = -1;
 };

@@ -11,6 +11,7 @@
 #include "qx/drawing/QxPNode.h"
 #include "qx/drawing/QxPathIter.h"
 #include "qx/foundation/graph/internal/EachObject.h"
+#include "qx/spatial/QxQTree.h"
 
 using qx::internal::each;
 
@@ -23,6 +24,10 @@ int QxDGraph::overlaps(const QxRect& rect, int nodes, int pathNodes, int pathEdg
     QxRect region = rect;
     if (inOwnGraph == 0) {
         inverseExpandedTransformRect(region);
+    }
+    if (canUseQuadTree() != 0) {
+        return m_quadTree->overlaps(&region, nodes, pathNodes, pathEdges, nodeLabels,
+                                    connectorLabels, edgeLabels, 0, 0);
     }
     return overlapsFromGraphLists(region, nodes, pathNodes, pathEdges);
 }

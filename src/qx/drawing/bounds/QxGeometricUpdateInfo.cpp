@@ -37,7 +37,10 @@ void QxGeometricUpdateInfo::storeStateAndDisable(int) {
         return;
     }
     m_needsUpdateGraphBounds = m_graph->needsUpdateGraphBounds() != 0;
-    m_needsRecursiveUpdate = m_needsRecursiveUpdate || m_needsUpdateGraphBounds;
+    m_qTree = m_graph->pQuadTree();
+    m_needsUpdateQuadTree = m_graph->suspendQuadTree();
+    m_needsRecursiveUpdate =
+        m_needsRecursiveUpdate || m_needsUpdateGraphBounds || m_needsUpdateQuadTree;
     m_graph->holdBounds();
     m_holdsBounds = true;
 }
@@ -47,6 +50,9 @@ void QxGeometricUpdateInfo::enableAndRestoreState() {
         return;
     }
     m_holdsBounds = false;
+    if (m_needsUpdateQuadTree) {
+        m_graph->resumeQuadTree();
+    }
     const bool grows =
         m_hasNewBoundingRect &&
         !(m_hasOldBoundingRect && m_graph->retreats(m_oldBoundingRect, m_newBoundingRect));

@@ -296,26 +296,26 @@ int QxDEdge::usePartiallyUpdated(int value) {
 
 void QxDEdge::clipStraight(QxPoint& point, bool atSource) const {
     ClipPoint& cached = atSource ? m_fromClip : m_toClip;
-    if (!cached.isKnown) {
+    if (!cached.isKnown()) {
         QxPoint from;
         QxPoint toward;
         readEnd(from, 0, atSource);
         readEnd(toward, 0, !atSource);
         EdgeEnd(*this, atSource).clip(from, toward);
-        cached = {from.x(), from.y(), true};
+        cached = {from.x(), from.y()};
     }
     point.moveTo(cached.x, cached.y);
 }
 
 void QxDEdge::readClipPoint(QxPoint& point, const QxPEdge& segment, bool atSource) const {
     ClipPoint& cached = atSource ? m_fromClip : m_toClip;
-    if (!cached.isKnown) {
+    if (!cached.isKnown()) {
         QxPoint from;
         QxPoint toward;
         segment.readEnd(from, 0, atSource);
         segment.readEnd(toward, 0, !atSource);
         EdgeEnd(*this, atSource).clip(from, toward);
-        cached = {from.x(), from.y(), true};
+        cached = {from.x(), from.y()};
     }
     point.moveTo(cached.x, cached.y);
 }
@@ -323,7 +323,7 @@ void QxDEdge::readClipPoint(QxPoint& point, const QxPEdge& segment, bool atSourc
 void QxDEdge::readEnd(QxPoint& point, int clipped, bool atSource) const {
     if (clipped != 0) {
         const ClipPoint& cached = atSource ? m_fromClip : m_toClip;
-        if (cached.isKnown) {
+        if (cached.isKnown()) {
             point.moveTo(cached.x, cached.y);
             return;
         }

@@ -88,6 +88,7 @@ void QxDEdge::makePath() {
     if (segment == nullptr) {
         return;
     }
+    Coverage::impliedSegmentEnds(*this);
     setFlag(qx::flags::EdgePathImplied, 0);
     takeOver(segment, pSourceNode(), pTargetNode());
     segment->setFlag(qx::flags::SegmentVisible | qx::flags::SegmentNewVisible,
@@ -126,6 +127,7 @@ void QxDEdge::disconnectPath() {
 }
 
 void QxDEdge::destroyPath() {
+    Coverage::impliedSegmentEnds(*this);
     setFlag(qx::flags::EdgePathImplied, 0);
     if (pParts() == nullptr) {
         return;
@@ -153,6 +155,7 @@ void QxDEdge::attachPath(QxNode* source, QxNode* target) {
     QxPEdge* last = m_targetPathEdge;
     if (first == nullptr && last == nullptr) {
         setFlag(qx::flags::EdgePathImplied, 1);
+        Coverage::changed(*this);
         if (vNeedsPathAtOnce() != 0) {
             makePath();
         }

@@ -10,6 +10,7 @@
 #include "qx/drawing/QxGeometricUpdateInfo.h"
 #include "qx/drawing/QxPNode.h"
 #include "qx/drawing/bounds/internal/Change.h"
+#include "qx/drawing/bounds/internal/Coverage.h"
 #include "qx/drawing/bounds/internal/Moment.h"
 #include "qx/drawing/clipping/internal/EdgeEnd.h"
 #include "qx/drawing/path/internal/Bend.h"
@@ -17,6 +18,7 @@
 #include "qx/foundation/util/QxDebugStream.h"
 
 using qx::internal::Change;
+using qx::internal::Coverage;
 using qx::internal::isBend;
 using qx::internal::Moment;
 
@@ -129,6 +131,18 @@ void QxPEdge::setEnds(QxNode* source, QxNode* target) {
     // The lists of the bends hold the path together in every state, that of a detached edge too,
     // and that of an edge between graphs whose node is on its way from one graph to another.
     placeEnds(source, target);
+    Coverage::changed(*this);
+    for (QxNode* end : {source, target}) {
+        if (isBend(end)) {
+            Coverage::changed(*static_cast<QxPNode*>(end));  // it counts once it joins a segment
+        }
+    }
+}
+
+void QxPEdge::actOnChangeOwner(QxOwnedObject* owner, int valid) {
+    Coverage::ended(*this);
+    QxGEdge::actOnChangeOwner(owner, valid);
+    Coverage::changed(*this);
 }
 
 void QxPEdge::readEnd(QxPoint& point, int clipped, bool atSource) const {

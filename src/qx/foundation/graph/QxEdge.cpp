@@ -366,6 +366,7 @@ void QxEdge::changeState(std::uint32_t setBits, std::uint32_t clearBits) {
     enterEndLists();
     if (listed) {
         graph->listOfState(this).transferCell(pOwnerCell(), oldList);
+        m_listStamp = graph->nextListStamp();
     }
 }
 

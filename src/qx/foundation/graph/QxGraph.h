@@ -202,6 +202,7 @@ private:
     friend class QxGraphManager;
     friend class QxGraphMember;
 
+    std::uint64_t nextListStamp() { return ++m_lastListStamp; }
     QxEdgeDList& listOfState(const QxEdge* edge);
     void adopt(QxGraphMember* member, QxDList& list);
     void dismiss(QxGraphMember* member, QxDList& list);
@@ -226,4 +227,5 @@ private:
     QxDList m_detachedMembers;
     QxChildGraphForestNode* m_forestNode = nullptr;
     QxDListCell m_managerCell;
+    std::uint64_t m_lastListStamp = 0;
 };

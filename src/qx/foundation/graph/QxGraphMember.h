@@ -39,6 +39,10 @@ public:
     /// The relation of the nesting forest that holds the child graph, connected or not.
     QxChildGraphForestEdge* pChildGraphForestEdge() const;
 
+    /// Grows along each list of the graph: of two nodes, or two edges in the same state, the one
+    /// with the smaller stamp stands first.
+    std::uint64_t listStamp() const { return m_listStamp; }
+
 protected:
     virtual QxGraph* vSetChildGraph(QxGraph* graph);
 
@@ -50,10 +54,12 @@ protected:
     const QxDListCell* pOwnerCell() const { return &m_ownerCell; }
 
 private:
+    friend class QxEdge;
     friend class QxGraph;
     friend class QxGraphManager;
     friend class QxChildGraphForest;
     friend class QxChildGraphForestEdge;
 
     QxDListCell m_ownerCell;
+    std::uint64_t m_listStamp = 0;
 };

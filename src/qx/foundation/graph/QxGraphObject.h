@@ -14,7 +14,8 @@ class QxText;
 
 namespace qx::internal {
 struct GraphObjectExtras;
-}
+struct IndexSlot;
+}  // namespace qx::internal
 
 /// Root of graphs, nodes, edges, connectors, labels and managers: an owned object with a name and
 /// user fields. What most objects never use hangs behind one pointer, made on first use.
@@ -112,5 +113,7 @@ protected:
     virtual qx::internal::GraphObjectExtras* vNewExtras() const;
 
 private:
+    friend struct qx::internal::IndexSlot;
+
     std::unique_ptr<qx::internal::GraphObjectExtras> m_extras;
 };

@@ -235,6 +235,7 @@ void QxGraph::adopt(QxGraphMember* member, QxDList& list) {
         member->pUnverifiedOwnerGraph()->m_detachedMembers.removeCell(&member->m_ownerCell);
     }
     list.appendCell(&member->m_ownerCell);
+    member->m_listStamp = nextListStamp();
     member->actOnChangeOwner(this, 1);
 }
 
@@ -289,6 +290,7 @@ void QxGraph::leaveMembersToHeir() {
 
 void QxGraph::takeOverMembers(QxDList& from, QxDList& to) {
     for (QxGraphMember* member : each<QxGraphMember>(from)) {
+        member->m_listStamp = nextListStamp();
         member->actOnChangeOwner(this, 1);
         if (QxChildGraphForest* forest = forestFor(member, this)) {
             forest->actOnInsertGraphMember(member);

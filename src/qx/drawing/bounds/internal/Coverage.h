@@ -8,12 +8,14 @@
 class QxDEdge;
 class QxDGraph;
 class QxDNode;
+class QxPEdge;
 class QxPNode;
 
 namespace qx::internal {
 
 /// What objects cover, told to their graphs here and nowhere else: every raw step that changes what
-/// an object covers, or whether it counts, ends in changed().
+/// an object covers, or whether it counts, ends in changed(). The spatial index of the graph hears
+/// of it through here, too.
 ///
 /// A graph keeps the extents of its nodes and of the bends of its connected edges; straight edges
 /// lie within the rectangles of their nodes. The graph of the edges between graphs, which has no
@@ -22,7 +24,8 @@ class Coverage {
 public:
     static void changed(QxDNode& node);
     static void changed(QxPNode& bend);
-    /// An edge between graphs: its ends.
+    static void changed(QxPEdge& segment);
+    /// The ends of an edge.
     static void changed(QxDEdge& edge);
     /// An edge that has come to count, or has ceased to: its ends and its bends.
     static void countChanged(QxDEdge& edge);
@@ -33,10 +36,16 @@ public:
     /// The object leaves its graph.
     static void ended(QxDNode& node);
     static void ended(QxPNode& bend);
+    static void ended(QxPEdge& segment);
     static void ended(QxDEdge& edge);
+    /// The segment that a straight edge stood for has been made, or is no more.
+    static void impliedSegmentEnds(QxDEdge& edge);
 
     /// Whether the graph's extents hold what the edge covers beyond the rectangles of its nodes.
     static bool counts(const QxDEdge& edge);
+
+private:
+    static void placeEnds(QxDEdge& edge);
 };
 
 }  // namespace qx::internal

@@ -1,0 +1,162 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+#include "qx/spatial/internal/IndexedObject.h"
+
+#include "qx/drawing/QxDEdge.h"
+#include "qx/drawing/QxDGraph.h"
+#include "qx/drawing/QxDNode.h"
+#include "qx/drawing/QxPEdge.h"
+#include "qx/drawing/QxPNode.h"
+
+namespace qx::internal {
+
+namespace {
+
+QuadShape boxOf(const QxRect& rect) {
+    return {{rect.left(), rect.bottom(), rect.right(), rect.top()}};
+}
+
+bool isActive(const QxDEdge* edge) {
+    return edge != nullptr && edge->connected() != 0 && edge->deactivated() == 0;
+}
+
+/// The edge that a segment, or an edge that stands for its segment, belongs to.
+const QxDEdge* wholeEdge(const QxGraphObject& segment) {
+    return (segment.flagWord() & flags::PathObject) != 0
+               ? static_cast<const QxPEdge&>(segment).pOwnerEdge()
+               : static_cast<const QxDEdge*>(&segment);
+}
+
+}  // namespace
+
+std::optional<IndexKind> indexKindOf(const QxGraphObject& object) {
+    if (object.isNode() != 0) {
+        return object.isPathNode() != 0 ? IndexKind::PathNode : IndexKind::Node;
+    }
+    if (object.isEdge() != 0) {
+        const bool stands =
+            object.isPathEdge() != 0 || (object.flagWord() & flags::EdgePathImplied) != 0;
+        return stands ? std::optional(IndexKind::PathEdge) : std::nullopt;
+    }
+    return std::nullopt;
+}
+
+bool countsInIndex(const QxGraphObject& object, IndexKind kind) {
+    switch (kind) {
+        case IndexKind::PathEdge: {
+            const auto& segment = static_cast<const QxEdge&>(object);
+            return isActive(wholeEdge(object)) && segment.pSourceNode() != nullptr &&
+                   segment.pTargetNode() != nullptr;
+        }
+        case IndexKind::PathNode: {
+            const auto& bend = static_cast<const QxPNode&>(object);
+            return isActive(bend.pOwnerEdge()) && bend.degree() > 0;
+        }
+        default:
+            return indexGraphOf(object, kind) != nullptr;
+    }
+}
+
+QuadShape indexShapeOf(const QxGraphObject& object, IndexKind kind) {
+    QxRect rect;
+    switch (kind) {
+        case IndexKind::PathEdge: {
+            const auto& segment = static_cast<const QxGEdge&>(object);
+            const auto* made = (object.flagWord() & flags::PathObject) != 0
+                                   ? static_cast<const QxPEdge*>(&segment)
+                                   : nullptr;
+            if (made != nullptr && made->isCurvedEdge() != 0) {
+                made->getUserBoundingRect(rect, 1);
+                return boxOf(rect);
+            }
+            const QxPoint from = segment.ntFromPoint(0);
+            const QxPoint to = segment.ntToPoint(0);
+            return QuadShape::segment(from.x(), from.y(), to.x(), to.y());
+        }
+        case IndexKind::PathNode:
+        case IndexKind::Node:
+            static_cast<const QxGNode&>(object).getUserBoundingRect(rect, 1);
+            return boxOf(rect);
+        default:
+            return {};
+    }
+}
+
+bool showsIn(const QxGraphObject& object, IndexKind kind, const QxRect& rect) {
+    constexpr std::uint32_t SetAside = flags::TemporarilyInvisible | flags::Processing;
+    if ((object.flagWord() & SetAside) != 0) {
+        return false;
+    }
+    const auto isSeen = [](const QxDEdge* edge) {
+        return edge != nullptr && (edge->intergraphEdge() == 0 || edge->isVisible() != 0) &&
+               edge->hasVisiblePart() != 0;
+    };
+    const QuadBox region{rect.left(), rect.bottom(), rect.right(), rect.top()};
+    if (kind == IndexKind::PathNode) {
+        const auto& bend = static_cast<const QxPNode&>(object);
+        return indexShapeOf(object, kind).box.meets(region) && isSeen(bend.pOwnerEdge()) &&
+               bend.isUsable() != 0;
+    }
+    if (kind == IndexKind::PathEdge) {
+        const QxDEdge* edge = wholeEdge(object);
+        const bool isMade = (object.flagWord() & flags::PathObject) != 0;
+        return isSeen(edge) && (!isMade || static_cast<const QxPEdge&>(object).isUsable() != 0) &&
+               static_cast<const QxGEdge&>(object).ntIntersectsRect(&rect, 1) != 0;
+    }
+    return indexShapeOf(object, kind).box.meets(region);
+}
+
+QxGraphObject* reportedObject(QxGraphObject* object, IndexKind kind) {
+    if (kind == IndexKind::PathEdge && (object->flagWord() & flags::PathObject) == 0) {
+        return static_cast<QxDEdge*>(object)->pSourceOrPathEdge();
+    }
+    return object;
+}
+
+QxDGraph* indexGraphOf(const QxGraphObject& object, IndexKind) {
+    // Nodes, edges and what is on their paths are members of the graph or have its owner.
+    return static_cast<QxDGraph*>(static_cast<const QxGraphMember&>(object).pOwnerGraph());
+}
+
+QxQTreeObject::Kind recordKindOf(const QxGraphObject& object, IndexKind kind) {
+    switch (kind) {
+        case IndexKind::PathEdge:
+            return indexShapeOf(object, kind).isSegment() ? QxQTreeObject::PathEdgeSegment
+                                                          : QxQTreeObject::PathEdgeRect;
+        case IndexKind::PathNode:
+            return QxQTreeObject::PathNode;
+        case IndexKind::Node:
+            return QxQTreeObject::Node;
+        case IndexKind::NodeLabel:
+            return QxQTreeObject::NodeLabel;
+        case IndexKind::ConnectorLabel:
+            return QxQTreeObject::ConnectorLabel;
+        case IndexKind::EdgeLabel:
+            return QxQTreeObject::EdgeLabel;
+        case IndexKind::GraphLabel:
+            return QxQTreeObject::GraphLabel;
+        case IndexKind::Connector:
+            break;
+    }
+    return QxQTreeObject::Connector;
+}
+
+void IndexSlot::trackEdgeOf(QxGraphObject& segment) {
+    if (const QxDEdge* edge = wholeEdge(segment)) {
+        const_cast<QxDEdge*>(edge)->setFlag(flags::EdgeIsTracked, 1);
+    }
+}
+
+std::int32_t& IndexSlot::of(QxGraphObject& object, IndexKind kind) {
+    if (kind == IndexKind::Node) {
+        return static_cast<QxDNode&>(object).m_indexSlot;
+    }
+    if (kind == IndexKind::PathNode) {
+        return static_cast<QxPNode&>(object).m_indexSlot;
+    }
+    return (object.flagWord() & flags::PathObject) != 0 ? static_cast<QxPEdge&>(object).m_indexSlot
+                                                        : static_cast<QxDEdge&>(object).m_indexSlot;
+}
+
+}  // namespace qx::internal

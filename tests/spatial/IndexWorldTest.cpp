@@ -1,0 +1,269 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+// A drawing under random edits whose indexes are asked the same as a walk over its lists, again and
+// again: the index of a graph, that of another graph which takes over members, and that of the
+// edges between both.
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <set>
+
+#include "drawing/DrawingTesting.h"
+#include "qx/drawing/QxPathIter.h"
+#include "qx/spatial/QxQTree.h"
+#include "support/TestRandom.h"
+
+namespace qxtest {
+namespace {
+
+/// Graphs that are visible without being nested.
+class ShownFactory : public QxFactory {
+    struct Shown : QxDGraph {
+        using QxDGraph::QxDGraph;
+        int vIsVisible() const override { return 1; }
+    };
+
+protected:
+    QxDGraph* vNewDGraph(QxOwnedObject* owner, int type) override {
+        return new Shown(owner, type, this);
+    }
+};
+
+using Objects = std::vector<const QxObject*>;
+
+struct Found {
+    Objects nodes;
+    Objects bends;
+    Objects segments;
+    bool operator==(const Found&) const = default;
+};
+
+/// What shows in the rectangle, in the order of the graph.
+Found walk(const QxDGraph& graph, const QxRect& rect) {
+    Found found;
+    for (const QxDNode* node : QxDNodeIter(&graph)) {
+        if (node->marked() == 0 && node->pIRect()->intersectsRect(rect) != 0) {
+            found.nodes.push_back(node);
+        }
+    }
+    for (const QxDEdge* edge : QxDEdgeIter(&graph)) {
+        if (edge->isVisible() == 0 || edge->hasVisiblePart() == 0) {
+            continue;
+        }
+        for (QxPathIter part(edge); part; ++part) {
+            if (part.pEdge()->isUsable() != 0 && part.pEdge()->ntIntersectsRect(&rect, 1) != 0) {
+                found.segments.push_back(part.pEdge());
+            }
+            const QxPNode* bend = part.pNode();
+            if (bend != nullptr && bend->isUsable() != 0 && rect.within(bend->iCenter()) != 0) {
+                found.bends.push_back(bend);
+            }
+        }
+    }
+    return found;
+}
+
+Found ask(QxQTree& tree, const QxRect& rect, int drawingOrder) {
+    QxDNodeDList nodes;
+    QxPNodeDList bends;
+    QxPEdgeDList segments;
+    tree.buildLists(&rect, &nodes, nullptr, &bends, &segments, nullptr, nullptr, nullptr, nullptr,
+                    drawingOrder);
+    const auto all = [](const QxDList& list) {
+        const auto objects = objectsOf<const QxObject>(list);
+        return Objects(objects.begin(), objects.end());
+    };
+    return {all(nodes), all(bends), all(segments)};
+}
+
+void sort(Found& found) {
+    for (Objects* objects : {&found.nodes, &found.bends, &found.segments}) {
+        std::sort(objects->begin(), objects->end());
+    }
+}
+
+class IndexWorld {
+public:
+    explicit IndexWorld(std::uint32_t seed)
+        : m_random(seed), m_manager(m_factory.newDGraphManager()) {
+        for (QxDGraph*& graph : m_graphs) {
+            graph = m_manager->addGraph(0);
+            graph->calculateQuadTree();
+        }
+    }
+
+    void step() {
+        QxDGraph* graph = m_graphs[m_random.below(2)];
+        switch (m_random.below(22)) {
+            case 0:
+            case 1:
+            case 2:
+            case 3:
+                m_nodes.push_back(graph->addNodeWithCoordinates(place(), size(), 1, 0));
+                break;
+            case 4:
+            case 5:
+            case 6:
+            case 7:
+                if (!m_nodes.empty()) {
+                    keep(m_manager->addEdge(m_random.pick(m_nodes), m_random.pick(m_nodes), 0));
+                }
+                break;
+            case 8:
+                if (m_nodes.size() > 40) {
+                    discardNode(m_random.pick(m_nodes));
+                }
+                break;
+            case 9:
+                onEdge([&](QxDEdge* edge) { discardEdge(edge); });
+                break;
+            case 10:
+            case 11:
+                onEdge(
+                    [&](QxDEdge* edge) { edge->addBend(edge->pTargetOrPathEdge(), place(), 1); });
+                break;
+            case 12:
+                onEdge([&](QxDEdge* edge) {
+                    m_random.chance(50) ? edge->discardAllBends() : edge->discardBends(1, 1);
+                });
+                break;
+            case 13:
+                onEdge([&](QxDEdge* edge) {
+                    for (QxPathNodeIter bend(edge); bend; ++bend) {
+                        m_random.chance(50) ? bend.pNode()->ntMoveTo(place())
+                                            : bend.pNode()->updateForDiagramming(place());
+                    }
+                });
+                break;
+            case 14:
+            case 15:
+                onNode([&](QxDNode* node) { node->moveTo(place(), 1); });
+                break;
+            case 16:
+                onNode([&](QxDNode* node) {
+                    m_random.chance(50) ? node->ntMoveTo(place()) : node->ntResize(size());
+                });
+                break;
+            case 17:
+                onEdge([&](QxDEdge* edge) {
+                    switch (m_random.below(5)) {
+                        case 0:
+                            edge->disconnect();
+                            break;
+                        case 1:
+                            edge->connect();
+                            break;
+                        case 2:
+                            edge->deactivate();
+                            break;
+                        case 3:
+                            edge->activate();
+                            break;
+                        default:
+                            edge->reverse();
+                    }
+                });
+                break;
+            case 18:
+                onEdge([&](QxDEdge* edge) { edge->changeSourceNode(m_random.pick(m_nodes)); });
+                break;
+            case 19:
+                onNode([&](QxDNode* node) {  // through the hands of the client to another graph
+                    node->pOwnerGraph()->removeNode(node);
+                    m_graphs[m_random.below(2)]->insertNode(node);
+                    node->connectDisconnectedEdges();
+                });
+                break;
+            case 20:
+                graph->disableQuadTreeUpdates(m_random.chance(50) ? 1 : 0);
+                break;
+            default:
+                graph->ntMove(m_random.below(200) - 100, m_random.below(200) - 100, 0);
+        }
+    }
+
+    void check() {
+        for (QxDGraph* graph : {m_graphs[0], m_graphs[1], m_manager->pIntergraph()}) {
+            graph->disableQuadTreeUpdates(0);
+            QxQTree* tree = graph->pQuadTree();
+            ASSERT_NE(tree, nullptr);
+            for (int i = 0; i < 3; ++i) {
+                const QxPoint corner = place();
+                const QxPoint other = i == 0 ? corner : place();
+                const QxRect rect(corner, other);
+                const Found seen = walk(*graph, rect);
+                ASSERT_EQ(ask(*tree, rect, 1), seen) << "in the order of the graph";
+                Found any = ask(*tree, rect, 0);
+                Found wanted = seen;
+                sort(any);
+                sort(wanted);
+                ASSERT_EQ(any, wanted);
+                ASSERT_EQ(tree->overlaps(&rect, 1, 0, 0, 0, 0, 0, 0, 0), !seen.nodes.empty());
+                ASSERT_EQ(tree->overlaps(&rect, 0, 0, 1, 0, 0, 0, 0, 0), !seen.segments.empty());
+            }
+            ASSERT_EQ(tree->isConsistent(), 1);
+            ASSERT_EQ(graph->checkInvariants(), 1);
+        }
+    }
+
+private:
+    QxPoint place() {
+        const int spread = m_random.chance(95) ? 9000 : 900000;
+        return {m_random.below(spread) - spread / 2, m_random.below(spread) - spread / 2};
+    }
+    QxSize size() { return {m_random.below(300), m_random.below(300)}; }
+    void keep(QxDEdge* edge) {
+        if (edge != nullptr) {
+            m_edges.push_back(edge);
+        }
+    }
+    template <class Act>
+    void onEdge(const Act& act) {
+        if (!m_edges.empty()) {
+            act(m_random.pick(m_edges));
+        }
+    }
+    template <class Act>
+    void onNode(const Act& act) {
+        if (!m_nodes.empty()) {
+            act(m_random.pick(m_nodes));
+        }
+    }
+    void discardEdge(QxDEdge* edge) {
+        std::erase(m_edges, edge);
+        edge->pOwnerGraph()->discardEdge(edge);
+    }
+    void discardNode(QxDNode* node) {
+        std::erase_if(m_edges, [&](QxDEdge* edge) {
+            return edge->pSourceNode() == node || edge->pTargetNode() == node;
+        });
+        std::erase(m_nodes, node);
+        node->pOwnerGraph()->discardNode(node);
+    }
+
+    TestRandom m_random;
+    ShownFactory m_factory;
+    Ref<QxDGraphManager> m_manager;
+    QxDGraph* m_graphs[2] = {};
+    std::vector<QxDNode*> m_nodes;
+    std::vector<QxDEdge*> m_edges;
+};
+
+TEST(IndexWorld, AnswersAsAWalkOverTheListsDoes) {
+    for (std::uint32_t seed = 1; seed <= 12; ++seed) {
+        const std::uint32_t used = testSeed(seed);
+        SCOPED_TRACE(seedTrace(used));
+        IndexWorld world(used);
+        for (int i = 0; i < 1500; ++i) {
+            world.step();
+            if (i % 7 == 0) {
+                ASSERT_NO_FATAL_FAILURE(world.check()) << "step " << i;
+            }
+        }
+    }
+}
+
+}  // namespace
+}  // namespace qxtest
