@@ -280,6 +280,34 @@ TEST(QuadEngine, DoesNotMergeWhatItWouldSplitAgain) {
     EXPECT_EQ(printed(engine).substr(0, 4), "leaf");
 }
 
+/// Large boxes let the bounds of all blocks be wide, so that records wander without changing their
+/// block; the blocks that are then split must stay in order.
+TEST(QuadEngine, FindsItsBlocksAfterRecordsWandered) {
+    TestRandom random(5);
+    const auto anywhere = [&random] {
+        return box(random.below(2000) - 1000, random.below(2000) - 1000, 3, 3);
+    };
+    QuadEngine engine;
+    engine.insert(box(0, 0, 0, 0), 0, 0);
+    for (int i = 1; i < 300; ++i) {
+        engine.insert(i % 5 == 0 ? box(-1000 + i, -1000 + i, 1020, 1000) : anywhere(), 0, 0);
+    }
+    for (std::uint32_t slot = 1; slot < 300; ++slot) {
+        if (slot % 5 != 0) {
+            engine.update(slot, box(slot % 2 == 0 ? 0 : 20, slot % 2 == 0 ? 15 : 0, 3, 3));
+        }
+    }
+    for (int i = 0; i < 900; ++i) {
+        engine.insert(anywhere(), 0, 0);
+    }
+    for (std::uint32_t slot = 0; slot < 1200; slot += 2) {
+        engine.remove(slot);
+    }
+    std::ostringstream faults;
+    EXPECT_TRUE(engine.checkInvariants(faults)) << faults.str();
+    EXPECT_EQ(found(engine, {Low, Low, High, High}, 1).size(), 600U);
+}
+
 TEST(QuadEngine, TakesLittleMemory) {
     QuadEngine engine;
     constexpr std::uint32_t Count = 50'000;

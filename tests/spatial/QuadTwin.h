@@ -214,7 +214,10 @@ private:
     }
     /// Whether the slot was found there or below.
     bool removeFrom(Node& node, std::uint32_t slot) {
-        bool isFound = node.slots.erase(slot) > 0;
+        if (node.slots.erase(slot) > 0) {
+            return true;
+        }
+        bool isFound = false;
         for (std::size_t i = 0; i < 4 && !node.isLeaf(); ++i) {
             isFound |= removeFrom(*node.children[i], slot);
         }

@@ -240,8 +240,6 @@ void QuadEngine::removeRecords(std::uint32_t slot) {
             if (node.count < CountToKeep) {
                 mergeUpward(node.parent);
             }
-        } else {
-            mergeUpward(index);
         }
     }
     curtailRoot();

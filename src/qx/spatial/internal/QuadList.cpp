@@ -254,12 +254,7 @@ void QuadList::setBounds(std::size_t at, const QuadBox& bounds) {
     column(MaxY)[at] = bounds.maxY;
 }
 
-void QuadList::setKey(QuadStore& store, std::size_t at, std::uint32_t key) {
-    column(Keys)[at] = static_cast<std::int32_t>(key);
-    store.block(blockAt(at)).key = key;
-}
-
-/// The last block whose key is not above this one. The first block's key is 0.
+/// The last block whose key is not above this one, or the first.
 std::size_t QuadList::find(std::uint32_t key) const {
     std::size_t at = 0;
     std::size_t count = m_count;
@@ -312,9 +307,6 @@ void QuadList::closeAt(QuadStore& store, std::size_t at) {
         std::copy(values + at + 1, values + m_count, values + at);
     }
     --m_count;
-    if (at == 0 && m_count > 0) {
-        setKey(store, 0, 0);
-    }
 }
 
 bool QuadList::checkInvariants(const QuadStore& store, std::uint32_t node,
@@ -328,7 +320,7 @@ bool QuadList::checkInvariants(const QuadStore& store, std::uint32_t node,
         const char* fault = nullptr;
         if (block.node != node || block.key != keyAt(at) || !(block.bounds == listed)) {
             fault = "is not what the directory says";
-        } else if (at == 0 ? keyAt(at) != 0 : keyAt(at) < keyAt(at - 1)) {
+        } else if (at > 0 && keyAt(at) < keyAt(at - 1)) {
             fault = "is out of order";
         } else if (block.count == 0 ||
                    block.count != static_cast<std::uint32_t>(std::popcount(block.taken))) {

@@ -72,7 +72,6 @@ private:
     std::uint32_t keyAt(std::size_t at) const {
         return static_cast<std::uint32_t>(column(Keys)[at]);
     }
-    void setKey(QuadStore& store, std::size_t at, std::uint32_t key);
     void setBounds(std::size_t at, const QuadBox& bounds);
     void fit(QuadBlock& block, std::size_t at, const QuadBox& box);
     std::size_t find(std::uint32_t key) const;
