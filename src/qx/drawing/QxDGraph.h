@@ -38,6 +38,8 @@ class QX_API QxDGraph : public QxGraph {
 public:
     /// Only the owner is used.
     QxDGraph(QxOwnedObject* owner, int type, QxFactory* factory);
+    /// A copy in the factory of `source` that no manager lists; nesting relations are not copied.
+    QxDGraph(const QxDGraph& source, QxDeepFlagEnum depth);
     ~QxDGraph() override;
 
     /// @name What every graph answers
@@ -65,6 +67,8 @@ public:
     int fileReadRunning(int value) override;
     using QxGraph::fileReadRunning;
     void copyGraph(const QxGraph* source, int deep) override;
+    QxDGraph* cloneObject() const { return static_cast<QxDGraph*>(vCloneObject()); }
+    QxDGraph* cloneAttributes() const { return static_cast<QxDGraph*>(vCloneAttributes()); }
     void internalDuplicateTopology(QxGraph* source, int disconnected, int deactivated) override;
     /// @}
 
@@ -298,8 +302,8 @@ public:
     QxQTree* pQuadTree() const { return m_quadTree; }
     /// Whether an index may be used: not while a file or document is read.
     int useQuadTree() const;
-    /// Whether queries use the index; nothing without one.
-    void useQuadTree(int value);
+    /// Whether queries use the index; nothing without one. Returns whether they do.
+    int useQuadTree(int value);
     int canUseQuadTree() const;
     /// Whether changes keep the index up to date; 0 without one.
     int needsUpdateQuadTree() const;
@@ -317,7 +321,8 @@ public:
 
     /// @name State
     /// @{
-    /// What is known of labels in the graph; hasNodeLabels() and its kin ask it.
+    /// What is known of labels in the graph. hasNodeLabels() and its kin search when it is not
+    /// known, and store what they find.
     QxTriStateEnum hasNodeLabelsState() const { return labelState(qx::flags::GraphNodeLabels); }
     QxTriStateEnum hasNodeLabelsState(QxTriStateEnum s) {
         return labelState(qx::flags::GraphNodeLabels, s);
@@ -359,6 +364,8 @@ public:
     /// @}
 
 protected:
+    QxObject* vCloneObject() const override;
+    QxObject* vCloneAttributes() const override;
     qx::internal::GraphObjectExtras* vNewExtras() const override;
     QxNode* vNewNode(int type) override;
     QxEdge* vNewEdge(int type) override;
@@ -390,6 +397,7 @@ private:
     void copyDiagramming(const QxDGraph& source);
     QxTriStateEnum labelState(std::uint32_t lowBit) const;
     QxTriStateEnum labelState(std::uint32_t lowBit, QxTriStateEnum state);
+    int hasLabels(std::uint32_t lowBit) const;
     qx::internal::GraphExtras& graphExtras();
     const qx::internal::GraphExtras* pQueryGraphExtras() const;
     /// What the objects of the graph cover, whatever the switches say; internal/Coverage.h keeps

@@ -12,7 +12,9 @@ int QxDGraph::useQuadTree() const {
     return fileReadRunning() != 0 || (manager != nullptr && manager->isReading() != 0) ? 0 : 1;
 }
 
-void QxDGraph::useQuadTree(int) {}
+int QxDGraph::useQuadTree(int) {
+    return canUseQuadTree();
+}
 
 int QxDGraph::canUseQuadTree() const {
     return 0;
