@@ -88,6 +88,7 @@
 #include "qx/foundation/util/QxIterSources.h"
 #include "qx/foundation/util/QxNounDLists.h"
 #include "qx/foundation/util/QxObject.h"
+#include "qx/foundation/util/QxObjectFlags.h"
 #include "qx/foundation/util/QxOleTypes.h"
 #include "qx/foundation/util/QxOwnedObject.h"
 #include "qx/foundation/util/QxSingleEventData.h"

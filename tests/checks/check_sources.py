@@ -5,6 +5,7 @@
 
 heads            every file opens with the licence head; headers with #pragma once after it
 includes         include directions between the layers; internal headers stay inside
+records          update records are constructed in the one bracket of changes only
 umbrella         qx/qxdraw.h includes every public header, in sorted order
 readme           the first program in README.md is examples/first_drawing.cpp
 output PROGRAM   PROGRAM prints what README.md says that it prints
@@ -38,6 +39,13 @@ LAYERS = {
 DOORS = {
     "qx/spatial/internal/IndexUpkeep.h",
     "qx/update/internal/MoveReactions.h",
+}
+# The class of update records, and where the library constructs one.
+RECORD = "QxGeometricUpdateInfo"
+RECORD_FILES = {
+    "qx/drawing/bounds/internal/Change.h",
+    f"qx/drawing/{RECORD}.h",
+    f"qx/drawing/bounds/{RECORD}.cpp",
 }
 UMBRELLA = "qx/qxdraw.h"
 SKIPPED = 77
@@ -127,6 +135,22 @@ def check_includes(root):
                 yield f"{path.relative_to(root)}:{number}: {fault}"
 
 
+def check_records(root):
+    for path in files_below(root / "src", ["qx"], "*.h", "*.cpp"):
+        if path.relative_to(root / "src").as_posix() in RECORD_FILES:
+            continue
+        text = path.read_text(encoding="utf-8")
+        aliases = re.findall(rf"\busing\s+(\w+)\s*=\s*{RECORD}\s*;", text)
+        name = rf"\b(?:{'|'.join([RECORD, *aliases])})"
+        constructed = re.compile(rf"{name}(?:\s+\w+)?\s*[({{]|{name}\s+\w+\s*;|<\s*{name}\s*>")
+        for number, line in enumerate(text.splitlines(), start=1):
+            if constructed.search(line.split("//")[0]):
+                yield (
+                    f"{path.relative_to(root)}:{number}: a change opens its own record;"
+                    " run it through qx::internal::Change"
+                )
+
+
 def check_umbrella(root):
     source = root / "src"
     public = [path.relative_to(source).as_posix() for path in files_below(source, ["qx"], "*.h")]
@@ -182,6 +206,7 @@ def check_format(root, program):
 CHECKS = {
     "heads": check_heads,
     "includes": check_includes,
+    "records": check_records,
     "umbrella": check_umbrella,
     "readme": check_readme,
     "output": check_output,

@@ -68,10 +68,15 @@ class IncludesTest(TreeTest):
             ],
         )
 
-    def test_drawing_sources_reach_one_layer_up_and_no_further(self):
-        self.header("src/qx/drawing/QxD.cpp", "qx/nesting/QxN.h", "qx/events/QxE.h")
+    def test_drawing_sources_reach_up_through_the_doors_only(self):
+        door = "qx/spatial/internal/IndexUpkeep.h"
+        self.header(f"src/{door}", "qx/drawing/QxD.h")
+        self.header("src/qx/drawing/QxD.cpp", door, "qx/events/QxE.h")
         self.assertEqual(self.faults(), [])
-        self.header("src/qx/drawing/QxD.cpp", "qx/xml/QxX.h")
+        self.header("src/qx/drawing/internal/QxDetail.h", door)
+        self.assertEqual(self.faults(), ["src/qx/drawing/internal/QxDetail.h"])
+        self.header("src/qx/drawing/internal/QxDetail.h")
+        self.header("src/qx/drawing/QxD.cpp", "qx/nesting/QxN.h")
         self.assertEqual(self.faults(), ["src/qx/drawing/QxD.cpp"])
 
     def test_internal_headers_stay_inside(self):
@@ -86,6 +91,28 @@ class IncludesTest(TreeTest):
         self.write("src/qx/xml/QxX.cpp", HEAD + "#include <qx/xml/QxX.h>\n#include <vector>\n")
         self.header("src/qx/nowhere/QxY.h", "qx/drawing/QxD.h")
         self.assertEqual(len(self.faults()), 4)
+
+
+class RecordsTest(TreeTest):
+    def test_the_library_opens_records_in_the_bracket_only(self):
+        record = "QxGeometricUpdateInfo"
+        opened = f"{record} own(graph, 0, 1);\n"
+        self.write("src/qx/drawing/bounds/internal/Change.h", opened)
+        self.write(f"src/qx/drawing/bounds/{record}.cpp", f"{record}::{record}(QxDGraph*) {{}}\n")
+        self.write("tests/QxDTest.cpp", opened)
+        named = f"class {record};\nvoid told({record}* own, const {record}& other);  // {opened}"
+        self.write("src/qx/drawing/QxD.cpp", named)
+        self.assertEqual(list(check_sources.check_records(self.root)), [])
+        for fault in (
+            opened,
+            f"{record} own{{graph, 0, 1}};\n",
+            f"struct Both {{\n    {record} own;\n}};\n",
+            f"auto own = {record}(graph, 0, 1);\n",
+            f"auto own = std::make_unique<{record}>(graph, 0, 1);\n",
+            f"using Info = {record};\nInfo own(graph, 0, 1);\n",
+        ):
+            self.write("src/qx/drawing/QxD.cpp", named + fault)
+            self.assertEqual(len(list(check_sources.check_records(self.root))), 1, fault)
 
 
 class UmbrellaTest(TreeTest):

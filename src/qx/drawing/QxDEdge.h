@@ -378,6 +378,9 @@ private:
     /// @name Bends
     /// @{
     QxPNode* splitSegment(QxPEdge* segment, const QxPoint& point);
+    /// Puts a bend, and a new segment after it, behind a segment of any state; null, and no change,
+    /// when the factory makes one of the two not.
+    QxPNode* breakSegment(QxPEdge* segment, const QxPoint& point);
     bool canMergeAt(const QxPNode* bend) const;
     /// Takes a bend out of the path and makes one segment of the two at it.
     void mergeSegmentsAt(QxPNode* bend);

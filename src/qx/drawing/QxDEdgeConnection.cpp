@@ -165,22 +165,23 @@ void QxDEdge::duplicatePath(const QxDEdge& source) {
     destroyPath();
     setFlag(qx::flags::EdgePathImplied, source.isPathImplied() ? 1 : 0);
     const Path path = source.collectPath();
-    QxNode* from = pSourceNode();
-    for (std::size_t i = 0; i < path.segments.size(); ++i) {
-        QxPNode* bend = i < path.bends.size() ? vNewPNode() : nullptr;
-        if (bend != nullptr) {
-            bend->copyNode(path.bends[i], 1);
-            insertPNode(bend);
-        } else if (i < path.bends.size()) {
-            continue;  // the factory makes no bend: the path runs on to the next one
+    QxPEdge* segment =
+        path.segments.empty() ? nullptr : linkNewSegment(pSourceNode(), pTargetNode());
+    if (segment == nullptr) {
+        if (pSourceNode() != nullptr) {
+            attachPath(pSourceNode(), pTargetNode());
         }
-        QxNode* to = bend != nullptr ? static_cast<QxNode*>(bend) : pTargetNode();
-        if (QxPEdge* segment = linkNewSegment(from, to)) {
-            segment->copyEdge(path.segments[i], 1);
-        }
-        from = to;
+        return;
     }
-    if (path.segments.empty() && from != nullptr) {
-        attachPath(from, pTargetNode());
+    segment->copyEdge(path.segments.front(), 1);
+    for (std::size_t i = 0; i < path.bends.size(); ++i) {
+        // Where the factory makes no bend, the path runs on to the next one.
+        if (QxPNode* bend = breakSegment(segment, path.bends[i]->iCenter())) {
+            bend->copyNode(path.bends[i], 1);
+            segment = m_targetPathEdge;
+            if (i + 1 < path.segments.size()) {
+                segment->copyEdge(path.segments[i + 1], 1);
+            }
+        }
     }
 }

@@ -27,6 +27,11 @@ QxDGraph::QxDGraph(QxOwnedObject* owner, int, QxFactory*)
     init();
 }
 
+QxDGraph::QxDGraph(const QxDGraph& source, QxDeepFlagEnum depth)
+    : QxDGraph(source.pUnverifiedFactory(), 0, nullptr) {
+    QxDGraph::copyGraph(&source, depth == QxDeepCopy ? 1 : 0);
+}
+
 QxDGraph::~QxDGraph() {
     discardQuadTree();
     needsUpdateGraphBounds(0);
@@ -141,17 +146,25 @@ QxTriStateEnum QxDGraph::labelState(std::uint32_t lowBit, QxTriStateEnum state) 
     return state;
 }
 
-// Without label classes no object has labels: a set that is not known to be empty is empty.
+int QxDGraph::hasLabels(std::uint32_t lowBit) const {
+    if (labelState(lowBit) == QxTriStateUnknown) {
+        // The search stands here. As long as no object can have labels, it finds none. The state is
+        // a cache of what it finds.
+        const_cast<QxDGraph*>(this)->labelState(lowBit, QxTriStateNo);
+    }
+    return labelState(lowBit) == QxTriStateYes ? 1 : 0;
+}
+
 int QxDGraph::hasNodeLabels() const {
-    return hasNodeLabelsState() == QxTriStateYes ? 1 : 0;
+    return hasLabels(qx::flags::GraphNodeLabels);
 }
 
 int QxDGraph::hasConnectorLabels() const {
-    return hasConnectorLabelsState() == QxTriStateYes ? 1 : 0;
+    return hasLabels(qx::flags::GraphConnectorLabels);
 }
 
 int QxDGraph::hasEdgeLabels() const {
-    return hasEdgeLabelsState() == QxTriStateYes ? 1 : 0;
+    return hasLabels(qx::flags::GraphEdgeLabels);
 }
 
 qx::internal::GraphObjectExtras* QxDGraph::vNewExtras() const {
@@ -192,6 +205,14 @@ QxDGraph* QxDGraph::pClonedGraph(QxDGraph* graph) {
         graphExtras().clone = graph;
     }
     return graph;
+}
+
+QxObject* QxDGraph::vCloneObject() const {
+    return new QxDGraph(*this, QxDeepCopy);
+}
+
+QxObject* QxDGraph::vCloneAttributes() const {
+    return new QxDGraph(*this, QxAttributeCopy);
 }
 
 void QxDGraph::copyGraph(const QxGraph* source, int deep) {

@@ -38,6 +38,8 @@ class QX_API QxDGraph : public QxGraph {
 public:
     /// Only the owner is used.
     QxDGraph(QxOwnedObject* owner, int type, QxFactory* factory);
+    /// A copy in the factory of `source` that no manager lists; nesting relations are not copied.
+    QxDGraph(const QxDGraph& source, QxDeepFlagEnum depth);
     ~QxDGraph() override;
 
     /// @name What every graph answers
@@ -65,6 +67,8 @@ public:
     int fileReadRunning(int value) override;
     using QxGraph::fileReadRunning;
     void copyGraph(const QxGraph* source, int deep) override;
+    QxDGraph* cloneObject() const { return static_cast<QxDGraph*>(vCloneObject()); }
+    QxDGraph* cloneAttributes() const { return static_cast<QxDGraph*>(vCloneAttributes()); }
     void internalDuplicateTopology(QxGraph* source, int disconnected, int deactivated) override;
     /// @}
 
@@ -331,7 +335,8 @@ public:
 
     /// @name State
     /// @{
-    /// What is known of labels in the graph; hasNodeLabels() and its kin ask it.
+    /// What is known of labels in the graph. hasNodeLabels() and its kin search when it is not
+    /// known, and store what they find.
     QxTriStateEnum hasNodeLabelsState() const { return labelState(qx::flags::GraphNodeLabels); }
     QxTriStateEnum hasNodeLabelsState(QxTriStateEnum s) {
         return labelState(qx::flags::GraphNodeLabels, s);
@@ -373,6 +378,8 @@ public:
     /// @}
 
 protected:
+    QxObject* vCloneObject() const override;
+    QxObject* vCloneAttributes() const override;
     qx::internal::GraphObjectExtras* vNewExtras() const override;
     QxNode* vNewNode(int type) override;
     QxEdge* vNewEdge(int type) override;
@@ -410,6 +417,7 @@ private:
     void copyDiagramming(const QxDGraph& source);
     QxTriStateEnum labelState(std::uint32_t lowBit) const;
     QxTriStateEnum labelState(std::uint32_t lowBit, QxTriStateEnum state);
+    int hasLabels(std::uint32_t lowBit) const;
     qx::internal::GraphExtras& graphExtras();
     const qx::internal::GraphExtras* pQueryGraphExtras() const;
     /// What the objects of the graph cover, whatever the switches say; internal/Coverage.h keeps

@@ -159,10 +159,12 @@ int QxDGraphManager::vTransferTopology(QxGraphManager* manager) {
         return 0;
     }
     QxDGraph* anchor = other->m_anchor;
-    const int moved = QxGraphManager::vTransferTopology(other);
+    if (QxGraphManager::vTransferTopology(other) == 0) {
+        return 0;
+    }
     other->showAnchor(nullptr);
     showAnchor(m_anchor != nullptr ? m_anchor : anchor);
-    return moved;
+    return 1;
 }
 
 void QxDGraphManager::copyGraphManager(const QxGraphManager* source, int deep) {

@@ -131,6 +131,9 @@ void QxDNode::copyDiagrammingNode(const QxDNode& source) {
 }
 
 void QxDNode::internalDuplicateTopology(QxNode* source) {
+    if (source == nullptr || source == this) {
+        return;
+    }
     if (levelNumber() == source->levelNumber()) {
         shareShapeOf(*static_cast<QxDNode*>(source));
     }
@@ -152,7 +155,7 @@ int QxDNode::forceClipping(int value) {
             invalidateIncidentEdgeEndPoints();
         });
     }
-    return value;
+    return forceClipping();
 }
 
 QxDNode* QxDNode::pClonedNode() const {

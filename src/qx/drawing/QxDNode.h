@@ -187,13 +187,13 @@ public:
 
     /// Whether edges are clipped here even when they do not ask for it.
     int forceClipping() const { return hasFlag(qx::flags::NodeForceClipping); }
-    /// A change outdates the clip points of the incident edges. Returns the value.
+    /// A change outdates the clip points of the incident edges. Returns what it stored.
     int forceClipping(int value);
     int isFolderNode() const { return hasFlag(qx::flags::NodeFolder); }
-    /// Only keeps the mark; returns the value.
+    /// Only keeps the mark; returns what it stored.
     int setFolderNode(int value) {
         setFlag(qx::flags::NodeFolder, value);
-        return value;
+        return isFolderNode();
     }
     /// Whether the node shows a nested graph.
     int expanded() const { return 0; }

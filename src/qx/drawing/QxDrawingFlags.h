@@ -10,8 +10,8 @@
 namespace qx::flags {
 
 // Drawing nodes and edges: their QxGraphObjectStatusEnum.
-inline constexpr std::uint32_t Status = 0x7000000;
-inline constexpr unsigned StatusShift = 24;
+inline constexpr std::uint32_t Status = 0xE00000;
+inline constexpr unsigned StatusShift = 21;
 constexpr std::uint32_t statusBits(QxGraphObjectStatusEnum status) {
     return (static_cast<std::uint32_t>(status) << StatusShift) & Status;
 }
@@ -61,5 +61,52 @@ inline constexpr std::uint32_t ManagerCompressMetaEdges = 0x2000;
 inline constexpr std::uint32_t ManagerReplaceReflexive = 0x4000;
 inline constexpr std::uint32_t ManagerIgnoreConnectors = 0x8000;
 inline constexpr std::uint32_t ManagerStoreClones = 0x10000;
+
+// Connectors, which are never left out while something is rearranged.
+inline constexpr std::uint32_t ConnectorRescaled = 0x8;    ///< a resize has rescaled its offset
+inline constexpr std::uint32_t ConnectorSpecified = 0x10;  ///< made by a client, not calculated
+inline constexpr std::uint32_t ConnectorHasRoutingDirection = 0x20;
+inline constexpr std::uint32_t ConnectorFirstDirectionBit = 0x40;
+inline constexpr std::uint32_t ConnectorSecondDirectionBit = 0x80;
+inline constexpr std::uint32_t ConnectorInDiscard = 0x100;
+
+// Labels.
+inline constexpr std::uint32_t LabelMovesWithOwner = 0x10;
+
+// The bits of each kind of object, those of the layers below included: none means two things.
+
+inline constexpr std::uint32_t EveryObject =
+    OwnerValid | Processing | InQuadTree | ReadOnly | IsGraph | IsFactory;
+static_assert(areDisjoint({OwnerValid, Processing, InQuadTree, ReadOnly, IsGraph, IsFactory}));
+// Graphs.
+static_assert(areDisjoint({EveryObject, TemporarilyInvisible, GraphFileRead, GraphIntergraph,
+                           GraphHide, 3 * GraphNodeLabels, 3 * GraphEdgeLabels,
+                           3 * GraphConnectorLabels, GraphNeedsBounds, GraphBoundsInitialized,
+                           GraphOrthogonal}));
+// Graph managers.
+static_assert(areDisjoint({EveryObject, TemporarilyInvisible, ManagerReading,
+                           ManagerUpdatingAffected, ManagerControlStarted, ManagerCompressMetaEdges,
+                           ManagerReplaceReflexive, ManagerIgnoreConnectors, ManagerStoreClones}));
+// Drawing nodes.
+static_assert(areDisjoint({EveryObject, TemporarilyInvisible, PathObject, NodeForceClipping,
+                           NodeFolder, Status}));
+// Bends.
+static_assert(areDisjoint({EveryObject, TemporarilyInvisible, PathObject, BendVisible,
+                           BendNewVisible}));
+// Drawing edges.
+static_assert(areDisjoint({EveryObject, TemporarilyInvisible, PathObject, EdgeConnected,
+                           EdgeDeactivated, EdgeBeingInserted, EdgeFromConnectorValid,
+                           EdgeToConnectorValid, EdgeHasVisiblePart, EdgeVisiblePartUpdated,
+                           EdgePartiallyUpdated, EdgeClipSource, EdgeClipTarget, EdgeMulti,
+                           EdgeMeta, EdgeOrthogonal, EdgePathImplied, EdgeIsTracked, Status}));
+// Segments.
+static_assert(areDisjoint({EveryObject, TemporarilyInvisible, PathObject, EdgeConnected,
+                           EdgeDeactivated, EdgeBeingInserted, SegmentVisible, SegmentNewVisible}));
+// Connectors.
+static_assert(areDisjoint({EveryObject, ConnectorRescaled, ConnectorSpecified,
+                           ConnectorHasRoutingDirection, ConnectorFirstDirectionBit,
+                           ConnectorSecondDirectionBit, ConnectorInDiscard}));
+// Labels.
+static_assert(areDisjoint({EveryObject, TemporarilyInvisible, LabelMovesWithOwner}));
 
 }  // namespace qx::flags

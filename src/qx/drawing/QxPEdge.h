@@ -21,6 +21,8 @@ class QX_API QxPEdge : public QxGEdge {
 public:
     /// A segment in no path yet. A graph as owner stands for its factory.
     explicit QxPEdge(QxOwnedObject* owner);
+    /// A copy in no path and without ends, in the factory of `source`.
+    QxPEdge(const QxPEdge& source, QxDeepFlagEnum depth);
     ~QxPEdge() override;
 
     int isPathEdge() const override;
@@ -39,8 +41,11 @@ public:
     /// Whether the segment may be connected there: just while its edge is, and to no bend of
     /// another edge.
     int canConnect(const QxNode* node) const override;
-    /// Takes over the attributes; the segment keeps its ends and its place in the path.
+    /// Takes over the attributes; the segment keeps its ends and its place in the path. Nothing
+    /// happens for null and the segment itself.
     void copyEdge(const QxEdge* source, int deep) override;
+    QxPEdge* cloneObject() const { return static_cast<QxPEdge*>(vCloneObject()); }
+    QxPEdge* cloneAttributes() const { return static_cast<QxPEdge*>(vCloneAttributes()); }
     /// The rectangle of the unclipped ends.
     int getUserBoundingRect(QxRect& rect, int inOwnGraph) const override;
     void ntFromPoint(QxPoint& point, int clipped) const override;
@@ -85,6 +90,8 @@ public:
 
 protected:
     void actOnChangeOwner(QxOwnedObject* owner, int valid) override;
+    QxObject* vCloneObject() const override;
+    QxObject* vCloneAttributes() const override;
 
 private:
     friend class QxDEdge;

@@ -20,6 +20,8 @@ class QX_API QxPNode : public QxGNode {
 public:
     /// A bend in no path yet. A graph as owner stands for its factory.
     explicit QxPNode(QxOwnedObject* owner);
+    /// A copy in no path, in the factory of `source`.
+    QxPNode(const QxPNode& source, QxDeepFlagEnum depth);
     ~QxPNode() override;
 
     QxObject* pParentEventSource() const override;
@@ -30,7 +32,11 @@ public:
     int levelNumber() const override;
     void actOnDiscard() override;
     void innerDebugOutput(int depth) const override;
+    /// Takes over the place of `source`, when that is a bend; a bend that is in a path is dragged
+    /// there. Nothing happens for null and the bend itself.
     void copyNode(const QxNode* source, int deep) override;
+    QxPNode* cloneObject() const { return static_cast<QxPNode*>(vCloneObject()); }
+    QxPNode* cloneAttributes() const { return static_cast<QxPNode*>(vCloneAttributes()); }
     void restoreMovedNode() override;
 
     QxPoint iCenter() const override { return {m_x, m_y}; }
@@ -73,6 +79,8 @@ protected:
                                   QxGeometricUpdateInfo* intergraph) override;
     void vMoveTo(const QxPoint& center) override;
     void actOnChangeOwner(QxOwnedObject* owner, int valid) override;
+    QxObject* vCloneObject() const override;
+    QxObject* vCloneAttributes() const override;
 
 private:
     friend class QxDEdge;

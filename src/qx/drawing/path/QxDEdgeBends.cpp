@@ -63,11 +63,16 @@ QxPNode* QxDEdge::splitSegment(QxPEdge* segment, const QxPoint& point) {
         segment->pOwnerEdge() != this) {
         return nullptr;
     }
-    QxPNode* bend = addPNode(point);
+    return breakSegment(segment, point);
+}
+
+QxPNode* QxDEdge::breakSegment(QxPEdge* segment, const QxPoint& point) {
+    Ref rest = Ref<QxPEdge>::adopt(vNewPEdge());
+    QxPNode* bend = rest ? addPNode(point) : nullptr;
     if (bend != nullptr) {
         QxNode* end = segment->QxEdge::pTargetNode();
         segment->setEnds(segment->QxEdge::pSourceNode(), bend);
-        linkNewSegment(bend, end);
+        link(rest.handOver(), bend, end);
     }
     return bend;
 }

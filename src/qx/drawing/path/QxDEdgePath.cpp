@@ -292,7 +292,7 @@ QxPEdge* QxDEdge::insertPEdge(QxPEdge* segment, QxNode* from, QxNode* to) {
     if (isPathImplied()) {
         makePath();
     }
-    if ((!isBend(from) && m_sourcePathEdge != nullptr) ||
+    if (isPathImplied() || (!isBend(from) && m_sourcePathEdge != nullptr) ||
         (!isBend(to) && m_targetPathEdge != nullptr)) {
         return nullptr;
     }

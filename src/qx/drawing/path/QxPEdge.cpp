@@ -28,6 +28,10 @@ QxPEdge::QxPEdge(QxOwnedObject* owner) : QxGEdge(nullptr) {
     setFlag(qx::flags::PathObject, 1);
 }
 
+QxPEdge::QxPEdge(const QxPEdge& source, QxDeepFlagEnum depth) : QxPEdge(source.pOwner()) {
+    QxPEdge::copyEdge(&source, depth == QxDeepCopy ? 1 : 0);
+}
+
 QxPEdge::~QxPEdge() {
     if (QxDEdge* edge = pOwnerEdge()) {
         edge->detachPEdge(this);
@@ -100,7 +104,18 @@ int QxPEdge::canConnect(const QxNode* node) const {
     return !isBend(node) || static_cast<const QxPNode*>(node)->pOwnerEdge() == edge ? 1 : 0;
 }
 
+QxObject* QxPEdge::vCloneObject() const {
+    return new QxPEdge(*this, QxDeepCopy);
+}
+
+QxObject* QxPEdge::vCloneAttributes() const {
+    return new QxPEdge(*this, QxAttributeCopy);
+}
+
 void QxPEdge::copyEdge(const QxEdge* source, int deep) {
+    if (source == nullptr || source == this) {
+        return;
+    }
     QxGEdge::copyEdge(source, deep);
     if (QxDEdge* edge = pOwnerEdge()) {
         edge->actOnEndObjectChange();

@@ -26,6 +26,10 @@ QxPNode::QxPNode(QxOwnedObject* owner) : QxGNode(nullptr) {
     setFlag(qx::flags::PathObject, 1);
 }
 
+QxPNode::QxPNode(const QxPNode& source, QxDeepFlagEnum depth) : QxPNode(source.pOwner()) {
+    QxPNode::copyNode(&source, depth == QxDeepCopy ? 1 : 0);
+}
+
 QxPNode::~QxPNode() {
     if (QxDEdge* edge = pOwnerEdge()) {
         edge->detachPNode(this);
@@ -78,13 +82,23 @@ void QxPNode::innerDebugOutput(int depth) const {
     qxDebugIndent(depth) << "bend: " << m_x << ' ' << m_y << '\n';
 }
 
+QxObject* QxPNode::vCloneObject() const {
+    return new QxPNode(*this, QxDeepCopy);
+}
+
+QxObject* QxPNode::vCloneAttributes() const {
+    return new QxPNode(*this, QxAttributeCopy);
+}
+
 void QxPNode::copyNode(const QxNode* source, int deep) {
+    if (source == nullptr || source == this) {
+        return;
+    }
+    const bool isBend = source->isPathNode() != 0;
+    const QxPoint center = isBend ? static_cast<const QxPNode*>(source)->iCenter() : iCenter();
     QxGNode::copyNode(source, deep);
-    if (source->isPathNode() != 0) {
-        const QxPoint center = static_cast<const QxPNode*>(source)->iCenter();
-        if (center != iCenter()) {
-            vMoveTo(center);
-        }
+    if (center != iCenter()) {
+        updateForDiagramming(center);
     }
 }
 

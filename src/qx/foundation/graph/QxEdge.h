@@ -107,8 +107,7 @@ private:
         QxDList* sourceList = nullptr;
         QxDList* targetList = nullptr;
     };
-    /// Listed in the edge list already but not connected yet.
-    static constexpr std::uint32_t BeingInserted = 0x04000000;
+    static constexpr std::uint32_t BeingInserted = qx::flags::EdgeBeingInserted;
 
     using NodeHook = void (QxNode::*)(QxEdge*);
     using GraphHook = void (QxGraph::*)(QxEdge*);

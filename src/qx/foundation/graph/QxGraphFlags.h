@@ -3,14 +3,13 @@
 
 #pragma once
 
-#include <cstdint>
+#include "qx/foundation/util/QxObjectFlags.h"
 
 /// State bits in the flag word of graph objects. A bit may mean different things on different
 /// kinds of objects; every kind lists its own here or in its layer's flag header.
 namespace qx::flags {
 
 // Every graph object.
-inline constexpr std::uint32_t OwnerValid = 0x1;            ///< is in one of its owner's lists
 inline constexpr std::uint32_t Processing = 0x2;            ///< mark of a running algorithm
 inline constexpr std::uint32_t InQuadTree = 0x4;            ///< registered in a spatial index
 inline constexpr std::uint32_t TemporarilyInvisible = 0x8;  ///< left out while being rearranged
@@ -21,6 +20,7 @@ inline constexpr std::uint32_t PathObject = 0x20;  ///< belongs to the path of a
 // Edges.
 inline constexpr std::uint32_t EdgeConnected = 0x10;
 inline constexpr std::uint32_t EdgeDeactivated = 0x100;
+inline constexpr std::uint32_t EdgeBeingInserted = 0x04000000;  ///< listed, not connected yet
 
 // Graphs.
 inline constexpr std::uint32_t GraphFileRead = 0x80;     ///< a file is being read into it

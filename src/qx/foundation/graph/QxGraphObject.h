@@ -95,9 +95,12 @@ public:
     QxObject* pIUserField(QxObject* object);
     /// @}
 
-    /// The processing mark that algorithms set and clear again.
+    /// The processing mark that algorithms set and clear again; the setter returns what it stored.
     int marked() const { return hasFlag(qx::flags::Processing); }
-    void marked(int value) { setFlag(qx::flags::Processing, value); }
+    int marked(int value) {
+        setFlag(qx::flags::Processing, value);
+        return marked();
+    }
 
 protected:
     /// Stores a copy of the name; returns it (null for none).

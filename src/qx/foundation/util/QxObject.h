@@ -7,6 +7,7 @@
 #include <cstdint>
 
 #include "qx/foundation/util/QxApi.h"
+#include "qx/foundation/util/QxObjectFlags.h"
 #include "qx/foundation/util/QxOleTypes.h"
 
 /// How much of a source a copy takes over.
@@ -79,8 +80,12 @@ public:
     std::uint32_t referenceCount() const noexcept { return m_references; }
 
     /// Read-only objects are refused by the automation layer wherever they would be changed.
-    int isReadOnly() const noexcept { return hasFlag(ReadOnlyFlag); }
-    void isReadOnly(int value) noexcept { setFlag(ReadOnlyFlag, value); }
+    /// The setter returns what it stored.
+    int isReadOnly() const noexcept { return hasFlag(qx::flags::ReadOnly); }
+    int isReadOnly(int value) noexcept {
+        setFlag(qx::flags::ReadOnly, value);
+        return isReadOnly();
+    }
 
     /// The state bits of the object; each class family names its own.
     std::uint32_t flagWord() const noexcept { return m_flags; }
@@ -89,8 +94,6 @@ protected:
     /// Creates a new object of the same class; null for classes that cannot be cloned.
     virtual QxObject* vCloneObject() const;
     virtual QxObject* vCloneAttributes() const;
-
-    static constexpr std::uint32_t ReadOnlyFlag = 0x80000000U;
 
     int hasFlag(std::uint32_t bit) const noexcept { return (m_flags & bit) != 0 ? 1 : 0; }
     void setFlag(std::uint32_t bit, int value) noexcept {

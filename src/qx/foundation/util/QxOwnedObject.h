@@ -25,15 +25,13 @@ public:
     /// The owner that was set last; null at first.
     QxOwnedObject* pOwner() const noexcept { return m_owner; }
     /// 1 while the object is inserted in its owner.
-    int ownerValid() const noexcept { return hasFlag(OwnerValidFlag); }
+    int ownerValid() const noexcept { return hasFlag(qx::flags::OwnerValid); }
 
 protected:
-    static constexpr std::uint32_t OwnerValidFlag = 0x1U;
-
     /// Both return what they stored.
     QxOwnedObject* pOwner(QxOwnedObject* owner) noexcept { return m_owner = owner; }
     int ownerValid(int valid) noexcept {
-        setFlag(OwnerValidFlag, valid);
+        setFlag(qx::flags::OwnerValid, valid);
         return ownerValid();
     }
 
