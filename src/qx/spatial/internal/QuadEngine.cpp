@@ -26,6 +26,8 @@
 
 namespace qx::internal {
 
+QuadEngine::QuadEngine(bool vectorUnit) : m_filter(QuadFilter::choose(vectorUnit)) {}
+
 std::uint32_t QuadEngine::insert(const QuadShape& shape, unsigned kind, std::uint64_t payload) {
     const std::uint32_t slot = m_store.acquireSlot();
     const auto bits = static_cast<std::uint8_t>((kind & QuadBits::Kind) |  //

@@ -47,7 +47,7 @@ public:
     static constexpr unsigned AllKinds = 0xFF;
 
     /// `vectorUnit` false: the plain path, with the same answers.
-    explicit QuadEngine(bool vectorUnit = true) : m_filter(QuadFilter::choose(vectorUnit)) {}
+    explicit QuadEngine(bool vectorUnit = true);
 
     /// @name Changes
     /// @{
