@@ -239,6 +239,8 @@ TEST(SparingFactories, LeaveOutWhatTheyDoNotMake) {
         EXPECT_THAT(visiblePointsOf(straight), testing::SizeIs(makes("segment") ? 2 : 0));
         EXPECT_EQ(placeOf(straight->ntFromPoint(1)), (Place{5, 500}));
         straight->updateNewVisiblePart();
+        const Ref<QxPEdge> spare(drawing.segment->cloneObject());
+        EXPECT_EQ(straight->insertPEdge(spare.get(), a, b), nullptr) << "it has its first segment";
         EXPECT_EQ(straight->addBendAfter(nullptr, QxPoint(9, 9), 1) != nullptr,
                   left.bendAdded == 1);
         EXPECT_EQ(straight->addPNode(QxPoint(9, 9)) != nullptr, makes("bend"));
@@ -246,6 +248,12 @@ TEST(SparingFactories, LeaveOutWhatTheyDoNotMake) {
         EXPECT_EQ(bendsOf(straight), left.rerouted);
         straight->copyObject(drawing.edge);
         EXPECT_EQ(bendsOf(straight), left.rerouted);
+
+        // An edge whose segments were made before.
+        EXPECT_EQ(drawing.addBend(drawing.edge, 9, 9) != nullptr, left.bendAdded == 1);
+        EXPECT_EQ(drawing.edge->checkPath(), 1);
+        EXPECT_EQ(reroute(drawing.edge, Bends), 1);
+        EXPECT_EQ(bendsOf(drawing.edge), left.rerouted);
 
         // What is added.
         EXPECT_EQ(drawing.manager->addGraph(0) != nullptr, makes("graph"));

@@ -6,23 +6,22 @@
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDNode.h"
-#include "qx/foundation/geometry/QxShape.h"
-#include "qx/foundation/geometry/QxShapeResource.h"
+#include "qx/foundation/geometry/internal/PlacedOutline.h"
 
 namespace qx::internal {
+
+/// The outline of the node in one of its rectangles. A node that was given no shape shows the
+/// default, a rectangle, which has nothing to add.
+inline PlacedOutline outlineOf(const QxDNode& node, const QxRect& rect) {
+    return {rect, node.pQueryShapeResource(), nullptr};
+}
 
 /// Whether the point lies in the node's shape, as that is seen in the node's graph or, `inOwnGraph`
 /// 0, in the anchor graph: where the node is cut, not where it would be in finer coordinates. No
 /// point does there when the node is not visible.
 inline bool nodeContains(const QxDNode& node, const QxPoint& point, int inOwnGraph) {
     QxRect rect;
-    if (node.getBoundingRect(rect, inOwnGraph) == 0 || rect.within(point) == 0) {
-        return false;
-    }
-    const QxShapeResource* resource = node.pQueryShapeResource();
-    const QxShape* shape = resource != nullptr ? resource->pShape() : nullptr;
-    return shape == nullptr || shape->isRectangular() != 0 ||
-           shape->within(point, rect.center(), rect.size()) != 0;
+    return node.getBoundingRect(rect, inOwnGraph) != 0 && outlineOf(node, rect).contains(point);
 }
 
 /// The object at one end of an edge: its center is where the path starts or ends, its outline is
