@@ -11,7 +11,7 @@ class QX_API QxSpringEmbedderInfo : public QxGraphAlgInfo {
 public:
     /// The move of this round in world units; (0, 0) at first.
     const QxSize& displacement() const { return m_displacement; }
-    void displacement(const QxSize& value) { m_displacement = value; }
+    const QxSize& displacement(const QxSize& value) { return m_displacement = value; }
 
 private:
     QxSize m_displacement;
