@@ -5,11 +5,9 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <limits>
-
 #include "layout/LayoutTestGraph.h"
-#include "qx/layout/QxForceScanSort.h"
+#include "layout/PlainScan.h"
+#include "support/TestRandom.h"
 
 namespace {
 
@@ -19,42 +17,39 @@ QxRect rectOf(const QxDNode* node) {
     return rect;
 }
 
-/// The scan in its plainest form, over rectangles whose lower left corner is at the origin.
-std::vector<QxPoint> centersAfterScan(const std::vector<QxRect>& rects) {
-    std::vector<std::size_t> order(rects.size());
-    for (std::size_t i = 0; i < order.size(); ++i) {
-        order[i] = i;
-    }
-    const auto corner = [&](std::size_t i) { return std::min(rects[i].left(), rects[i].bottom()); };
-    std::stable_sort(order.begin(), order.end(),
-                     [&](std::size_t a, std::size_t b) { return corner(a) < corner(b); });
-    std::vector<QxPoint> centers(rects.size());
-    std::vector<QxRect> placed;
-    for (const std::size_t i : order) {
-        QxRect rect = rects[i];
-        const std::int32_t limit = corner(i) - 12;
-        for (bool moved = true; moved;) {
-            moved = false;
-            std::erase_if(placed,
-                          [&](const QxRect& q) { return q.right() < limit || q.top() < limit; });
-            for (const QxRect& q : placed) {
-                if (rect.intersectsRect(q) == 0) {
-                    continue;
-                }
-                const std::int32_t dx = q.right() - rect.left() + 12;
-                const std::int32_t dy = q.top() - rect.bottom() + 12;
-                if (dx <= dy) {
-                    rect.moveTo(rect.x() + dx, rect.y());
-                } else {
-                    rect.moveTo(rect.x(), rect.y() + dy);
-                }
-                moved = true;
-            }
+void expectClear(const LayoutTestGraph& drawing) {
+    for (const QxDNode* node : drawing.nodes()) {
+        for (const QxDNode* other : drawing.nodes()) {
+            EXPECT_TRUE(node == other || rectOf(node).intersectsRect(rectOf(other)) == 0);
         }
-        placed.push_back(rect);
-        centers[i] = rect.center();
     }
-    return centers;
+}
+
+/// Where the scan puts the nodes, which work in coordinates relative to the corner of them all.
+std::vector<QxRect> rectsAfterScan(const LayoutTestGraph& drawing) {
+    QxRect bounds = rectOf(drawing.nodes()[0]);
+    for (const QxDNode* node : drawing.nodes()) {
+        bounds |= rectOf(node);
+    }
+    const auto cornerOf = [&](const QxDNode* node) {
+        const QxRect rect = rectOf(node);
+        return std::min(rect.left() - bounds.left(), rect.bottom() - bounds.bottom());
+    };
+    std::vector<QxDNode*> order = drawing.nodes();
+    std::stable_sort(order.begin(), order.end(),
+                     [&](const QxDNode* a, const QxDNode* b) { return cornerOf(a) < cornerOf(b); });
+    PlainScan scan;
+    std::vector<QxRect> rects(order.size());
+    for (const QxDNode* node : order) {
+        const QxRect r = rectOf(node);
+        const auto placed = scan.place({r.left() - bounds.left(), r.bottom() - bounds.bottom(),
+                                        r.right() - bounds.left(), r.top() - bounds.bottom()});
+        const auto& all = drawing.nodes();
+        rects[static_cast<std::size_t>(std::find(all.begin(), all.end(), node) - all.begin())] = {
+            placed.left + bounds.left(), placed.bottom + bounds.bottom(),
+            placed.right + bounds.left(), placed.top + bounds.bottom()};
+    }
+    return rects;
 }
 
 TEST(QxForceScan, PushesTheLaterNodeTheShorterWay) {
@@ -70,57 +65,32 @@ TEST(QxForceScan, PushesTheLaterNodeTheShorterWay) {
     EXPECT_EQ(drawing.nodes()[3]->iCenter(), QxPoint(545, 500));
 }
 
-TEST(QxForceScan, PlacesNodesLikeThePlainScanAndKeepsTheCorner) {
-    for (std::uint32_t seed = 1; seed <= 20; ++seed) {
-        SCOPED_TRACE("seed " + std::to_string(seed));
-        std::mt19937 random(seed);
+TEST(QxForceScan, PlacesNodesLikeThePlainScanWhereverTheDrawingLies) {
+    for (std::uint32_t seed = qxtest::testSeed(1), last = seed + 30; seed < last; ++seed) {
+        SCOPED_TRACE(qxtest::seedTrace(seed));
+        qxtest::TestRandom random(seed);
         LayoutTestGraph drawing;
-        drawing.addNode(20, 20);  // the corner: no node is pushed before it
-        const auto extent = static_cast<std::int32_t>(100 + random() % 1'000);
+        const int x = random.below(140'000) - 70'000;
+        const int y = random.below(140'000) - 70'000;
+        const int extent = 100 + random.below(1'000);
         for (int i = 0; i < 80; ++i) {
-            const auto width = static_cast<std::int32_t>(random() % 70);
-            const auto height = static_cast<std::int32_t>(random() % 70);
-            const auto x = static_cast<std::int32_t>(random() % static_cast<unsigned>(extent));
-            const auto y = static_cast<std::int32_t>(random() % static_cast<unsigned>(extent));
-            drawing.addNode(35 + x, 35 + y, width, height);
+            drawing.addNode(x + random.below(extent), y + random.below(extent), random.below(70),
+                            random.below(70));
         }
-        std::vector<QxRect> rects;
-        for (const QxDNode* node : drawing.nodes()) {
-            rects.push_back(rectOf(node));
-        }
+        const std::vector<QxRect> expected = rectsAfterScan(drawing);
         QxForceScan(drawing.graph()).run();
-        EXPECT_EQ(drawing.centers(), centersAfterScan(rects));
-        EXPECT_EQ(rectOf(drawing.nodes()[0]), QxRect(0, 0, 40, 40));
-        for (std::size_t i = 0; i < rects.size(); ++i) {
-            for (std::size_t j = 0; j < i; ++j) {
-                EXPECT_EQ(rectOf(drawing.nodes()[i]).intersectsRect(rectOf(drawing.nodes()[j])), 0);
-            }
+        for (std::size_t i = 0; i < expected.size(); ++i) {
+            ASSERT_EQ(rectOf(drawing.nodes()[i]), expected[i]) << "node " << i;
         }
+        expectClear(drawing);
+        QxRect bounds;
+        drawing.graph()->getBoundingRect(bounds, 1);
         const std::vector<QxPoint> once = drawing.centers();
         QxForceScan(drawing.graph()).run();
         EXPECT_EQ(drawing.centers(), once) << "a clear drawing is left as it is";
-    }
-}
-
-/// The scan works relative to the corner of the drawing, wherever that lies left of the origin.
-TEST(QxForceScan, MovedDrawingsAreScannedAlike) {
-    std::vector<std::vector<QxPoint>> results;
-    for (const std::int32_t offset : {0, -1'000, -70'001}) {
-        std::mt19937 random(9);
-        LayoutTestGraph drawing;
-        drawing.addNode(20 + offset, 20 + offset);
-        for (int i = 0; i < 60; ++i) {
-            const auto x = static_cast<std::int32_t>(random() % 300);
-            const auto y = static_cast<std::int32_t>(random() % 300);
-            drawing.addNode(20 + x + offset, 20 + y + offset);
-        }
-        QxForceScan(drawing.graph()).run();
-        std::vector<QxPoint> centers = drawing.centers();
-        for (QxPoint& center : centers) {
-            center -= QxPoint(offset, offset);
-        }
-        results.push_back(centers);
-        EXPECT_EQ(results.back(), results.front()) << "offset " << offset;
+        QxRect after;
+        drawing.graph()->calculateAndReturnGraphBounds(after);
+        EXPECT_EQ(bounds, after);
     }
 }
 
@@ -130,20 +100,21 @@ TEST(QxForceScan, NodesDiscardedByAListenerAreSkipped) {
         for (const std::size_t doomed : {1U, 2U, 3U}) {
             SCOPED_TRACE(testing::Message() << "offset " << offset << " node " << doomed);
             LayoutTestGraph drawing;
+            LayoutTestGraph without;
             for (int i = 0; i < 4; ++i) {
                 drawing.addNode(20 + 10 * i + offset, 20 + offset);
+                without.addNode(20 + 10 * i + offset, 20 + offset);
             }
+            without.discardNode(without.nodes()[doomed]);
             const OnFirstMove listener(
                 drawing, [&](const QxGNode*) { drawing.discardNode(drawing.nodes()[doomed]); });
             QxForceScan(drawing.graph()).run();
             EXPECT_TRUE(listener.hasActed());
             ASSERT_EQ(drawing.graph()->numberOfNodes(), 3);
-            for (std::size_t i = 0; i < 3; ++i) {
-                for (std::size_t j = 0; j < i; ++j) {
-                    const QxRect rect = rectOf(drawing.nodes()[i]);
-                    EXPECT_EQ(rect.intersectsRect(rectOf(drawing.nodes()[j])), 0);
-                }
-            }
+            expectClear(drawing);
+            // Unless it had been placed, it is as if it had never been there.
+            QxForceScan(without.graph()).run();
+            EXPECT_TRUE(drawing.centers() == without.centers() || (offset == 0 && doomed == 1));
         }
     }
 }
@@ -152,30 +123,12 @@ TEST(QxForceScan, EmptyGraphsAndExtremeDrawingsAreHarmless) {
     QxForceScan(nullptr).run();
     LayoutTestGraph drawing;
     QxForceScan(drawing.graph()).run();
-    for (const std::int32_t coordinate :
-         {std::numeric_limits<std::int32_t>::min(), std::numeric_limits<std::int32_t>::max()}) {
+    for (const std::int32_t coordinate : {qx::MinInt32, qx::MaxInt32}) {
         for (int i = 0; i < 3; ++i) {
             drawing.addNode(coordinate, coordinate);
         }
         QxForceScan(drawing.graph()).run();
     }
-}
-
-TEST(QxForceScanSort, OrdersByTheNearerOfLeftAndBottom) {
-    LayoutTestGraph drawing;
-    QxDNode* const low = drawing.addNode(100, 60);            // bottom 40
-    QxDNode* const leftmost = drawing.addNode(0, 900);        // left -20
-    QxDNode* const lower = drawing.addNode(500, 44, 10, 11);  // bottom 39: the odd unit is on top
-    QxDNode* const asLow = drawing.addNode(60, 500);          // left 40, listed after `low`
-    QxDNodeDList nodes;
-    for (QxDNode* node : {low, leftmost, lower, asLow}) {
-        nodes.appendNode(node);
-    }
-    QxForceScanSort().quickSort(&nodes, 0);
-    EXPECT_EQ(nodes.pNodeInPosition(1), leftmost);
-    EXPECT_EQ(nodes.pNodeInPosition(2), lower);
-    EXPECT_EQ(nodes.pNodeInPosition(3), low);
-    EXPECT_EQ(nodes.pNodeInPosition(4), asLow);
 }
 
 }  // namespace

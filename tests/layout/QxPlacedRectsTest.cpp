@@ -5,180 +5,95 @@
 
 #include <gtest/gtest.h>
 
-#include <algorithm>
-#include <cstdint>
-#include <limits>
-#include <random>
-#include <string>
-#include <vector>
+#include "layout/PlainScan.h"
+#include "support/TestRandom.h"
 
 namespace {
 
 using qx::internal::Extent;
 using qx::internal::PlacedRects;
+using qxtest::TestRandom;
 
-constexpr std::int32_t Highest = std::numeric_limits<std::int32_t>::max();
-constexpr std::int32_t Lowest = std::numeric_limits<std::int32_t>::min();
-
-bool meet(const Extent& a, const Extent& b) {
-    return std::max(a.left, b.left) <= std::min(a.right, b.right) &&
-           std::max(a.bottom, b.bottom) <= std::min(a.top, b.top);
+Extent placeNext(PlacedRects& placed, Extent rect) {
+    placed.dropBefore(std::min(rect.left, rect.bottom));
+    placed.pushClear(rect);
+    placed.add(rect);
+    return rect;
 }
 
-std::vector<Extent> inScanOrder(std::vector<Extent> rects) {
-    std::stable_sort(rects.begin(), rects.end(), [](const Extent& a, const Extent& b) {
-        return std::min(a.left, a.bottom) < std::min(b.left, b.bottom);
-    });
-    return rects;
-}
+/// Where rectangles come from: scattered, on few spots, or on one axis; of few or many extents.
+struct Source {
+    explicit Source(TestRandom& seeded)
+        : random(seeded),
+          range(random.pick(std::vector<int>{1, 40, 600, 3'000, 100'000})),
+          step(random.pick(std::vector<int>{1, 1, range / 3 + 1})),
+          largest(random.pick(std::vector<int>{1, 40, 200, 5'000})),
+          sizes(1 + random.below(40)),
+          rowAt(random.chance(20) ? random.below(2) : 2),
+          origin(random.chance(10) ? qx::MaxInt32 - range - largest - random.below(9'000) : 0) {}
 
-/// The scan in its plainest form: whole passes over a list of placed rectangles.
-std::vector<Extent> scannedByPasses(const std::vector<Extent>& rects) {
-    std::vector<Extent> placed;
-    std::vector<Extent> result;
-    for (Extent rect : rects) {
-        const int corner = std::min(rect.left, rect.bottom);
-        for (bool moved = true; moved;) {
-            moved = false;
-            for (std::size_t i = 0; i < placed.size();) {
-                const Extent& other = placed[i];
-                if (other.right < corner - 12 || other.top < corner - 12) {
-                    placed.erase(placed.begin() + static_cast<std::ptrdiff_t>(i));
-                    continue;
-                }
-                ++i;
-                if (!meet(rect, other)) {
-                    continue;
-                }
-                const int dx = other.right - rect.left + 12;
-                const int dy = other.top - rect.bottom + 12;
-                if (dx >= 1 && (dy <= 0 || dx <= dy)) {
-                    rect.left += dx;
-                    rect.right += dx;
-                    moved = true;
-                } else if (dy >= 1 && (dx <= 0 || dy < dx)) {
-                    rect.bottom += dy;
-                    rect.top += dy;
-                    moved = true;
-                }
-            }
-        }
-        placed.push_back(rect);
-        result.push_back(rect);
+    Extent next() {
+        const int left = origin + (rowAt == 0 ? 0 : random.below(range) / step * step);
+        const int bottom = origin + (rowAt == 1 ? 0 : random.below(range) / step * step);
+        return {left, bottom, left + extent(), bottom + extent()};
     }
-    return result;
-}
-
-std::vector<Extent> scanned(const std::vector<Extent>& rects) {
-    PlacedRects placed;
-    std::vector<Extent> result;
-    for (Extent rect : rects) {
-        placed.dropBefore(std::min(rect.left, rect.bottom));
-        placed.pushClear(rect);
-        placed.add(rect);
-        result.push_back(rect);
+    /// Now and then negative: such a rectangle meets nothing.
+    int extent() {
+        return random.chance(1) ? -1 - random.below(5)
+                                : random.below(sizes) * (1 + largest / sizes) % (largest + 1);
     }
-    return result;
-}
 
-std::vector<Extent> randomRects(std::mt19937& random, std::size_t count, int range, int size) {
-    std::uniform_int_distribution<int> position(0, range);
-    std::uniform_int_distribution<int> extent(0, size);
-    std::vector<Extent> rects;
-    for (std::size_t i = 0; i < count; ++i) {
-        const int left = position(random);
-        const int bottom = position(random);
-        rects.push_back({left, bottom, left + extent(random), bottom + extent(random)});
-    }
-    return inScanOrder(rects);
-}
-
-void expectEqual(const Extent& actual, const Extent& expected, std::size_t index) {
-    EXPECT_EQ(actual.left, expected.left) << "rectangle " << index;
-    EXPECT_EQ(actual.bottom, expected.bottom) << "rectangle " << index;
-    EXPECT_EQ(actual.right, expected.right) << "rectangle " << index;
-    EXPECT_EQ(actual.top, expected.top) << "rectangle " << index;
-}
+    TestRandom& random;
+    int range, step, largest, sizes, rowAt, origin;
+};
 
 TEST(QxPlacedRects, PlacesLikePassesOverAList) {
-    for (std::uint32_t seed = 0; seed < 60; ++seed) {
-        SCOPED_TRACE("seed " + std::to_string(seed));
-        std::mt19937 random(seed);
-        const std::size_t count = 1 + random() % 200;
-        const int range = 1 + static_cast<int>(random() % 3'000);
-        const std::vector<Extent> rects = randomRects(random, count, range, 60);
-        const std::vector<Extent> actual = scanned(rects);
-        const std::vector<Extent> expected = scannedByPasses(rects);
-        ASSERT_EQ(actual.size(), expected.size());
-        for (std::size_t i = 0; i < actual.size(); ++i) {
-            expectEqual(actual[i], expected[i], i);
-        }
-        for (std::size_t i = 0; i < actual.size(); ++i) {
-            for (std::size_t j = 0; j < i; ++j) {
-                EXPECT_FALSE(meet(actual[i], actual[j])) << i << " and " << j;
-            }
+    for (std::uint32_t seed = qxtest::testSeed(0), last = seed + 150; seed < last; ++seed) {
+        SCOPED_TRACE(qxtest::seedTrace(seed));
+        TestRandom random(seed);
+        Source source(random);
+        std::vector<Extent> rects(1 + static_cast<std::size_t>(random.below(500)));
+        std::generate(rects.begin(), rects.end(), [&] { return source.next(); });
+        // Corners ascend but for a few, whose nodes were moved when the scan had begun.
+        std::stable_sort(rects.begin(), rects.end(), [](const Extent& a, const Extent& b) {
+            return std::min(a.left, a.bottom) < std::min(b.left, b.bottom);
+        });
+        const bool hasMoved = random.chance(30);
+        PlacedRects placed;
+        PlainScan plain;
+        for (std::size_t i = 0; i < rects.size(); ++i) {
+            const Extent rect = hasMoved && random.chance(5) ? source.next() : rects[i];
+            const Extent expected = plain.place(rect);
+            const Extent actual = placeNext(placed, rect);
+            ASSERT_TRUE(actual == expected)
+                << "rectangle " << i << " comes to " << actual.left << ' ' << actual.bottom
+                << " instead of " << expected.left << ' ' << expected.bottom;
         }
     }
 }
 
-TEST(QxPlacedRects, PushesTheShorterWayAndOnlyOnContact) {
-    PlacedRects placed;
-    placed.add({0, 0, 40, 40});
-    Extent right{35, 10, 75, 50};
-    placed.pushClear(right);
-    expectEqual(right, {52, 10, 92, 50}, 0);
-    Extent up{10, 35, 50, 75};
-    placed.pushClear(up);
-    expectEqual(up, {10, 52, 50, 92}, 1);
-    Extent touching{40, 0, 80, 40};
-    placed.pushClear(touching);
-    expectEqual(touching, {52, 0, 92, 40}, 2);
-    Extent near{41, 0, 81, 40};
-    placed.pushClear(near);
-    expectEqual(near, {41, 0, 81, 40}, 3);
+/// Were the way of each past all others gone through, this would take hours.
+TEST(QxPlacedRects, PilesAndRowsOfAMillionTakeNoTime) {
+    PlacedRects pile;
+    PlacedRects row;
+    for (int i = 0; i < 1'000'000; ++i) {
+        ASSERT_TRUE(placeNext(pile, {0, 0, 40, 30}) == (Extent{0, 42 * i, 40, 42 * i + 30}));
+        const Extent inRow{0, 50 * i, 40, 50 * i + 30};
+        ASSERT_TRUE(placeNext(row, inRow) == inRow);
+    }
 }
 
-TEST(QxPlacedRects, ForgetsOnlyWhatLiesMoreThanTheGapBefore) {
+TEST(QxPlacedRects, NothingIsTooLarge) {
     PlacedRects placed;
-    placed.add({0, 0, 40, 40});
-    placed.add({0, 100, 200, 140});
-    placed.dropBefore(52);
-    EXPECT_EQ(placed.count(), 2U);
-    placed.dropBefore(53);
-    EXPECT_EQ(placed.count(), 1U);
-    placed.dropBefore(Highest);
-    EXPECT_EQ(placed.count(), 0U);
-}
-
-TEST(QxPlacedRects, StopsAtTheEndOfTheRange) {
-    PlacedRects placed;
-    placed.add({Lowest, Lowest, Highest, Highest});
-    placed.add({Highest - 40, Highest - 40, Highest, Highest});
-    Extent rect{Highest - 60, Highest - 60, Highest - 20, Highest - 20};
-    placed.pushClear(rect);
-    expectEqual({rect.right - rect.left, rect.top - rect.bottom, rect.right, 0},
-                {40, 40, Highest, 0}, 0);
-    placed.dropBefore(Lowest);
-    EXPECT_EQ(placed.count(), 2U);
-    Extent whole{Lowest, Lowest, Highest, Highest};
-    placed.pushClear(whole);
-    expectEqual(whole, {Lowest, Lowest, Highest, Highest}, 1);
-    // The longest way there is.
-    Extent atTheOtherEnd{Lowest, Lowest, Lowest, Lowest};
-    placed.pushClear(atTheOtherEnd);
-    expectEqual(atTheOtherEnd, {Highest, Lowest, Highest, Lowest}, 2);
-}
-
-TEST(QxPlacedRects, RectanglesOfNegativeSizeMeetNothing) {
-    PlacedRects placed;
-    placed.add({40, 0, 0, 40});
-    Extent rect{10, 10, 30, 30};
-    placed.pushClear(rect);
-    expectEqual(rect, {10, 10, 30, 30}, 0);
-    placed.add(rect);
-    Extent inside{30, 12, 20, 20};
-    placed.pushClear(inside);
-    expectEqual(inside, {30, 12, 20, 20}, 1);
+    PlainScan plain;
+    for (const Extent& rect :
+         {Extent{qx::MinInt32, qx::MinInt32, qx::MaxInt32, qx::MaxInt32},
+          Extent{qx::MinInt32, qx::MinInt32, qx::MinInt32, qx::MinInt32},
+          Extent{qx::MinInt32, qx::MinInt32, 0, qx::MaxInt32},
+          Extent{qx::MinInt32, 0, qx::MaxInt32, 10},
+          Extent{qx::MaxInt32 - 60, qx::MaxInt32 - 60, qx::MaxInt32 - 20, qx::MaxInt32 - 20}}) {
+        EXPECT_TRUE(placeNext(placed, rect) == plain.place(rect)) << rect.left << ' ' << rect.right;
+    }
 }
 
 }  // namespace

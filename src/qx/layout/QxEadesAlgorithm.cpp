@@ -9,9 +9,10 @@
 // direction of its move; the length is the step of the round, (28 - r) L / 60 in round r and never
 // below 1.41, so that the drawing cools down in 28 rounds and the last three only settle it.
 //
-// Each force is truncated to whole units before it is added; sums are kept in 64 bits and limited
-// to 32 in the end. A sum of integers does not depend on its order, which lets the pushes of all
-// nodes on all others be worked out at once, each pair once, on the vector unit and on several
+// Each force is truncated to whole units before it is added, and sums are exact for all lengths;
+// one of more than 32 bits is halved in the end until it fits, which keeps its direction. A sum of
+// integers does not depend on its order, which lets the pushes of all nodes on all others be worked
+// out at once, each pair once, on the vector unit and on several
 // threads (see internal/QxRepulsion.cpp), with the very result of a loop over the nodes.
 //
 // That batch is made when the first node of a round asks for it. A subclass with forces of its own
@@ -58,14 +59,26 @@ qx::internal::CenterArrays centersOf(const std::vector<QxGNode*>& nodes) {
 
 }  // namespace
 
-/// A sum of forces in the making.
-struct QxEadesAlgorithm::Force {
-    std::int64_t x = 0;
-    std::int64_t y = 0;
-
-    void add(const QxTuple& term) {
-        x += term.x();
-        y += term.y();
+struct QxEadesAlgorithm::Force : qx::internal::ForceTotal<qx::internal::ForceSum> {
+    /// Adds what lies between two centers; `scale` makes a factor of their distance rounded down.
+    template <class Scale>
+    void addBetween(const QxPoint& center, const QxPoint& other, const Scale& scale) {
+        const std::int64_t dx = std::int64_t{center.x()} - other.x();
+        const std::int64_t dy = std::int64_t{center.y()} - other.y();
+        if (const std::int64_t n = qx::lengthOf(dx, dy)) {
+            add(dx, dy, scale(static_cast<double>(n)));
+        }
+    }
+    /// The force as a vector of 32 bits with the same direction: itself where it fits.
+    QxTuple within32Bits() const {
+        qx::internal::ForceSum scaledX = x;
+        qx::internal::ForceSum scaledY = y;
+        while (std::max(scaledX, scaledY) > qx::MaxInt32 ||
+               std::min(scaledX, scaledY) < qx::MinInt32) {
+            scaledX /= 2;
+            scaledY /= 2;
+        }
+        return {static_cast<std::int32_t>(scaledX), static_cast<std::int32_t>(scaledY)};
     }
 };
 
@@ -80,8 +93,8 @@ QxEadesAlgorithm::QxEadesAlgorithm(QxDGraph* graph, QxGNodeDList* constrainedNod
                                    QxGNodeDList* unconstrainedNodes, std::int32_t desiredEdgeLength,
                                    int xConstraint, int yConstraint)
     : QxSpringEmbedderAlgorithm(graph, constrainedNodes, unconstrainedNodes, desiredEdgeLength),
-      m_xConstraint(xConstraint),
-      m_yConstraint(yConstraint) {}
+      m_xConstraint(xConstraint != 0 ? 1 : 0),
+      m_yConstraint(yConstraint != 0 ? 1 : 0) {}
 
 QxEadesAlgorithm::~QxEadesAlgorithm() = default;
 
@@ -138,16 +151,18 @@ void QxEadesAlgorithm::computeForces(QxGNode* node) {
     if (node == nullptr) {
         return;
     }
-    const Force push = repulsionOn(node);
+    Force sum = repulsionOn(node);
     const Force pull = attractionOf(node);
-    const QxTuple force(qx::clampToInt32(push.x - pull.x), qx::clampToInt32(push.y - pull.y));
+    sum.x -= pull.x;
+    sum.y -= pull.y;
+    const QxTuple force = sum.within32Bits();
     const double step = stepLength();
-    const std::int32_t length = force.norm();
+    const auto length = static_cast<double>(qx::lengthOf(force.x(), force.y()));
     // Multiplied first: a force along an axis then makes a move of exactly one whole step.
     pSpringEmbedderInfo(node)->displacement(
-        length == 0 ? QxSize(0, 0)
-                    : QxSize(qx::truncToInt32(force.x() * step / length),
-                             qx::truncToInt32(force.y() * step / length)));
+        length == 0.0 ? QxSize(0, 0)
+                      : QxSize(qx::truncToInt32(force.x() * step / length),
+                               qx::truncToInt32(force.y() * step / length)));
 }
 
 double QxEadesAlgorithm::stepLength() const {
@@ -162,7 +177,7 @@ QxEadesAlgorithm::Force QxEadesAlgorithm::repulsionOn(const QxGNode* node) {
                 centersOf(m_round->nodes), centersOf(presentNodes(pConstrainedNodeList())),
                 desiredEdgeLength(), {.threads = numberOfThreads()});
         }
-        return {m_round->pushes->x[m_round->turn], m_round->pushes->y[m_round->turn]};
+        return {{m_round->pushes->x[m_round->turn], m_round->pushes->y[m_round->turn]}};
     }
     Force force;
     addPushes(force, node->iCenter(), pConstrainedNodeList());
@@ -173,11 +188,9 @@ QxEadesAlgorithm::Force QxEadesAlgorithm::repulsionOn(const QxGNode* node) {
 void QxEadesAlgorithm::addPushes(Force& force, const QxPoint& center,
                                  const QxGNodeDList* others) const {
     for (const QxGNode* other : presentNodes(others)) {
-        QxPoint difference = center - other->iCenter();
-        const std::int32_t n = difference.norm();
-        if (n != 0) {
-            force.add(difference *= qx::internal::repulsionScale(desiredEdgeLength(), n));
-        }
+        force.addBetween(center, other->iCenter(), [&](double n) {
+            return qx::internal::repulsionScale(desiredEdgeLength(), n);
+        });
     }
 }
 
@@ -194,11 +207,9 @@ QxEadesAlgorithm::Force QxEadesAlgorithm::attractionOf(const QxGNode* node) cons
         if (other == nullptr) {
             continue;
         }
-        QxPoint difference = node->iCenter() - other->iCenter();
-        const std::int32_t n = difference.norm();
-        if (n != 0) {
-            force.add(difference *= qx::internal::attractionScale(desiredEdgeLength(), n));
-        }
+        force.addBetween(node->iCenter(), other->iCenter(), [&](double n) {
+            return qx::internal::attractionScale(desiredEdgeLength(), n);
+        });
     }
     return force;
 }

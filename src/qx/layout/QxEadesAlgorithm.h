@@ -29,9 +29,9 @@ public:
     std::int32_t numberOfRounds(std::int32_t value) { return m_numberOfRounds = value; }
     /// With both constraints set only x is kept.
     int xConstraint() const { return m_xConstraint; }
-    int xConstraint(int value) { return m_xConstraint = value; }
+    int xConstraint(int value) { return m_xConstraint = value != 0 ? 1 : 0; }
     int yConstraint() const { return m_yConstraint; }
-    int yConstraint(int value) { return m_yConstraint = value; }
+    int yConstraint(int value) { return m_yConstraint = value != 0 ? 1 : 0; }
 
 protected:
     int terminationCondition() override;

@@ -14,12 +14,12 @@
 // Placed nodes more than the gap below or left of the present node's corner are forgotten, for
 // the nodes still to come begin farther out.
 //
-// Rectangles are kept in arrays, one per side (see internal/QxPlacedRects), where a sweep is
-// vector code; a node moves once, when its place is known. Cost: O(n log n) for the order and a
-// sweep over the placed nodes for each node and each of its detours: n^2 / 2 tests of rectangles
-// when the nodes are many around a small place, far fewer when the drawing extends along the
-// diagonal. Limits: at the end of the coordinate range a node cannot be pushed on and stays where
-// it overlaps; a drawing of more than 2^31 units is squeezed when it is moved to the origin.
+// A node moves once, when its place is known. Cost: O(n log n) for the order, and a search among
+// the placed nodes near by for each push (see internal/QxPlacedRects). Nodes of equal extents on
+// one spot share the way that they are pushed; where n nodes that all differ lie around one small
+// place, there are O(n^2) pushes. Limits: at the end of the coordinate range a node cannot be
+// pushed on and stays where it overlaps; a drawing of more than 2^31 units is squeezed when it is
+// moved to the origin.
 
 #include "qx/layout/QxForceScan.h"
 

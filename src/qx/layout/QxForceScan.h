@@ -9,8 +9,8 @@
 /// gap of 12 units to what they overlapped; the drawing stays as it is otherwise.
 ///
 /// A node that is pushed moves once, to its final place. Listeners to the moves may take nodes out
-/// of the graph or discard them. Deterministic. O(n^2) for n nodes that lie close together, with a
-/// small constant; less where the drawing extends.
+/// of the graph or discard them. Deterministic. O(n log n) for n nodes that overlap few others, or
+/// that lie on one spot and have few different extents; O(n^2) pushes at worst.
 class QX_API QxForceScan : public QxDGraphAlgorithm {
 public:
     using QxDGraphAlgorithm::QxDGraphAlgorithm;

@@ -3,8 +3,10 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <cmath>
 #include <limits>
+#include <map>
 #include <memory>
 
 #include "foundation/geometry/GeometryRandom.h"
@@ -38,11 +40,12 @@ TEST(QxTuple, LengthIsTheExactTruncatedRootOverTheWholeRange) {
     for (const std::uint32_t seed : geometry_test::Seeds) {
         GeometryRandom random(seed);
         for (int round = 0; round < 5000; ++round) {
-            const std::int32_t x = random.coordinate();
-            const std::int32_t y = random.coordinate();
+            // Differences of coordinates have a bit more.
+            const std::int64_t x = std::int64_t{random.coordinate()} - random.coordinate();
+            const std::int64_t y = std::int64_t{random.coordinate()} - random.coordinate();
             const auto length = static_cast<unsigned __int128>(qx::lengthOf(x, y));
-            const auto square = static_cast<unsigned __int128>(std::int64_t{x} * x) +
-                                static_cast<unsigned __int128>(std::int64_t{y} * y);
+            const auto square = static_cast<unsigned __int128>(static_cast<__int128>(x) * x +
+                                                               static_cast<__int128>(y) * y);
             ASSERT_TRUE(length * length <= square && square < (length + 1) * (length + 1))
                 << "seed " << seed << " x " << x << " y " << y;
         }
@@ -81,6 +84,10 @@ TEST(QxValueObject, CopiesAndComparesByValueAndClass) {
     EXPECT_EQ(point.equals(nullptr), 0);
     const QxSize size(3, 4);
     EXPECT_EQ(point.equals(&size), 0);
+    const QxTuple tuple(3, 4);
+    EXPECT_EQ(point.equals(&tuple), 1);
+    EXPECT_EQ(tuple.equals(&point), 1);
+    EXPECT_EQ(tuple.hashCode(), point.hashCode());
     QxPoint target(9, 9);
     target.copyObject(&size);
     EXPECT_EQ(target, QxPoint(9, 9));
@@ -92,29 +99,22 @@ TEST(QxValueObject, CopiesAndComparesByValueAndClass) {
     EXPECT_EQ(target.referenceCount(), 2U);
 }
 
-TEST(QxPerMil, BordersAreExactOnBothSidesOfOddExtents) {
-    const QxRect rect(QxPoint(10, -10), QxSize(5, 8));
-    QxPerMil perMil;
-    rect.setPerMil({rect.right(), rect.bottom()}, perMil);
-    EXPECT_EQ(perMil, QxPerMil(1000, -1000));
-    EXPECT_EQ(perMil.getOffsetX(rect), rect.rightHalfWidth());
-    EXPECT_EQ(perMil.getOffsetY(rect), -rect.bottomHalfHeight());
-    rect.setPerMil({rect.left(), rect.top()}, perMil);
-    EXPECT_EQ(perMil, QxPerMil(-1000, 1000));
-}
-
 TEST(QxPerMil, OffsetsComeBackFromExtentsThatTheResolutionCovers) {
-    for (std::int32_t extent = 1; extent <= 1999; extent += 7) {
-        const QxSize size(extent, extent);
-        for (std::int32_t offset = -2 * extent; offset <= 2 * extent; ++offset) {
-            QxPerMil perMil;
-            perMil.computeX(offset, size);
-            const bool hasHalf = offset >= 0 || size.leftHalfWidth() > 0;
-            ASSERT_EQ(perMil.getOffsetX(size), hasHalf ? offset : 0)
-                << "extent " << extent << " offset " << offset;
-        }
-    }
     QxPerMil perMil;
+    for (std::int32_t extent = 1; extent <= 1999; extent += 7) {
+        const QxSize size(extent, extent + 1);
+        const QxRect rect(QxPoint(10, -10), size);
+        for (std::int32_t offset = -2 * extent; offset <= 2 * extent; ++offset) {
+            rect.setPerMil(rect.center() + QxPoint(offset, offset), perMil);
+            const bool hasHalf = offset >= 0 || size.leftHalfWidth() > 0;
+            ASSERT_EQ(perMil.getOffsetX(size), hasHalf ? offset : 0) << extent << ' ' << offset;
+            ASSERT_EQ(perMil.getOffsetY(rect), offset) << extent << ' ' << offset;
+        }
+        rect.setPerMil(rect.topRight(), perMil);
+        ASSERT_EQ(perMil, QxPerMil(1000, 1000));
+        rect.setPerMil(rect.bottomLeft(), perMil);
+        ASSERT_EQ(perMil, QxPerMil(extent > 1 ? -1000 : 0, -1000));
+    }
     perMil.computeX(qx::MinInt32, QxSize(1, 1));
     EXPECT_EQ(perMil.x(), -1000);
     perMil.computeY(qx::MaxInt32, QxSize(2, 2));
@@ -122,11 +122,21 @@ TEST(QxPerMil, OffsetsComeBackFromExtentsThatTheResolutionCovers) {
     EXPECT_EQ(QxPerMil(32767, 0).getOffsetX(QxSize(qx::MaxInt32, 0)), qx::MaxInt32);
 }
 
-TEST(QxSpacing, TruncatesTheSumOnce) {
+TEST(QxSpacing, IsTheExactSumTruncatedOnce) {
     EXPECT_EQ(QxSpacing(0, 500).spacing(7), 3);
     EXPECT_EQ(QxSpacing(0, -500).spacing(7), -3);
-    EXPECT_EQ(QxSpacing(2, 500).spacing(7), 5);
+    EXPECT_EQ(QxSpacing(2, -500).spacing(7), -1);
+    EXPECT_EQ(QxSpacing(1, -500).spacing(1), 0);
     EXPECT_EQ(QxSpacing(qx::MaxInt32, 32767).spacing(qx::MaxInt32), qx::MaxInt32);
+    for (std::int16_t share = -2000; share <= 2000; ++share) {
+        for (const std::int32_t tenths : {0, 1, 7, 13, 10'000'000}) {
+            // Whole results are whole: 290 thousandths of 100 are 29.
+            const auto tenfold = static_cast<std::int16_t>(share / 10 * 10);
+            ASSERT_EQ(QxSpacing(tenths, tenfold).spacing(100 * tenths),
+                      tenths + tenfold / 10 * tenths)
+                << share << " of " << tenths;
+        }
+    }
 }
 
 TEST(QxSpacing, OuterSizeLeavesExactlyTheInnerExtent) {
@@ -151,40 +161,37 @@ TEST(QxSpacing, OuterSizeLeavesExactlyTheInnerExtent) {
     EXPECT_EQ(QxSpacing::calculateOuterSize({10, 0}, {5, 0}, qx::MinInt32), qx::MinInt32 + 15);
 }
 
-TEST(QxTransform, ScalesAroundTheOriginsAndTruncates) {
-    const QxTransform transform({10, 20}, {100, 200}, {1000, 1000}, {500, 3000});
-    QxPoint point(13, 21);
-    transform.transformPoint(point, point);
-    EXPECT_EQ(point, QxPoint(101, 203));  // 100 + 1.5, 200 + 3
+TEST(QxTransform, ScalesAroundTheOriginsAndBack) {
+    const QxTransform half({10, 20}, {100, 200}, {1000, 1000}, {500, 3000});
     QxSize size(7, -7);
-    transform.transformSize(size, size);
+    half.transformSize(size, size);
     EXPECT_EQ(size, QxSize(3, -21));
-    EXPECT_DOUBLE_EQ(transform.scaleX(), 0.5);
-    EXPECT_DOUBLE_EQ(transform.scaleY(), 3.0);
-}
-
-TEST(QxTransform, InverseUndoesEveryScaleThatIsAWholeNumber) {
-    for (const std::uint32_t seed : geometry_test::Seeds) {
-        GeometryRandom random(seed);
-        for (int round = 0; round < 2000; ++round) {
-            const double extent = random.between(1, 3000);
-            const QxTransform transform(
-                {1.0 * random.between(-500, 500), 1.0 * random.between(-500, 500)},
-                {1.0 * random.between(-500, 500), 1.0 * random.between(-500, 500)},
-                {extent, extent}, {extent * random.between(1, 9), extent * random.between(1, 9)});
-            const QxPoint point = random.point(1'000'000);
-            QxPoint there;
-            QxPoint back;
-            transform.transformPoint(point, there);
-            transform.inverseTransformPoint(there, back);
-            ASSERT_EQ(back, point) << "seed " << seed << " round " << round;
-            QxDTuple exact(point.x() + 0.25, point.y() - 0.75);
-            const QxDTuple before = exact;
-            transform.transformPoint(exact, exact);
-            transform.inverseTransformPoint(exact, exact);
-            ASSERT_NEAR(exact.x(), before.x(), 1e-6);
-            ASSERT_NEAR(exact.y(), before.y(), 1e-6);
-        }
+    QxPoint truncated(13, 21);
+    half.transformPoint(truncated, truncated);
+    EXPECT_EQ(truncated, QxPoint(101, 203));  // 100 + 1.5, 200 + 3
+    GeometryRandom random(3);
+    for (int round = 0; round < 8000; ++round) {
+        const auto origin = [&] {
+            return QxDTuple(random.between(-500, 500), random.between(-9, 9));
+        };
+        const QxDTuple from = origin();
+        const QxDTuple to = origin();
+        const double extent = random.between(1, 3000);
+        const int scaleX = random.between(1, 9);
+        const int scaleY = random.between(1, 9);
+        const QxTransform transform(from, to, {extent, extent}, {extent * scaleX, extent * scaleY});
+        const QxPoint point = random.point(1'000'000);
+        QxPoint there;
+        transform.transformPoint(point, there);
+        ASSERT_EQ(there.x(), (point.x() - from.x()) * scaleX + to.x()) << round;
+        ASSERT_EQ(there.y(), (point.y() - from.y()) * scaleY + to.y()) << round;
+        transform.inverseTransformPoint(there, there);
+        ASSERT_EQ(there, point) << round;
+        QxSize extents(point.x(), point.y());
+        transform.transformSize(extents, extents);
+        ASSERT_EQ(extents, QxSize(point.x() * scaleX, point.y() * scaleY)) << round;
+        transform.inverseTransformSize(extents, extents);
+        ASSERT_EQ(extents, QxSize(point.x(), point.y())) << round;
     }
 }
 
@@ -212,7 +219,7 @@ TEST(QxRotatedRect, ContainsWhatItsBoundsContainAcrossTheSegmentOnly) {
     EXPECT_EQ(bounds, QxRect(5, 5, 5, 5));
 }
 
-TEST(QxPointDList, OwnsCopiesOfItsPoints) {
+TEST(QxPointDList, HoldsCopiesOfPoints) {
     QxPointDList list;
     QxPoint point(1, 1);
     QxDListCell* first = list.appendPoint(point);
@@ -233,4 +240,124 @@ TEST(QxPointDList, OwnsCopiesOfItsPoints) {
     list.discardPoint(first);
     EXPECT_EQ(list.count(), 3);
     EXPECT_EQ(list.equals(&copy), 0);
+    EXPECT_EQ(QxPointDList(list, QxAttributeCopy).count(), 0);
+}
+
+namespace {
+
+/// Point lists and a plain list that get at each other's cells through the operations of QxDList.
+/// One more reference to every point shows whether the lists dropped theirs, and dropped it once.
+class PointListWorld {
+public:
+    explicit PointListWorld(std::uint32_t seed) : m_random(seed) {
+        for (std::unique_ptr<QxPointDList>& list : m_lists) {
+            list = std::make_unique<QxPointDList>();
+        }
+    }
+    void step() {
+        QxPointDList& list = *anyList();
+        QxDList& base = list;
+        QxDList& other = m_random.between(0, 3) == 0 ? m_plain : *anyList();
+        QxDListCell* cell = base.pCellInPosition(m_random.between(1, base.count() + 1));
+        switch (m_random.between(0, 12)) {
+            case 0:
+                return base.deleteAllCells();
+            case 1:
+                return static_cast<void>(base.discardCell(cell));
+            case 2:
+                return list.discardPoint(cell);
+            case 3:
+                return static_cast<void>(other.transferCell(cell, &base));
+            case 4:
+                return static_cast<void>(other.appendList(&base));
+            case 5:
+                return base.copyAllCells(&other);
+            case 6:
+                return static_cast<void>(base.appendObject(&m_foreign));
+            case 7:
+                list = *anyList();
+                return hold(list);
+            case 8:
+                return replace(anyList());
+            default:
+                list.addPoint(cell, QxPoint());
+                hold(list);
+        }
+    }
+    void expectAllReleased() {
+        m_plain.deleteAllCells();
+        m_lists = {};
+        for (const auto& [point, maker] : m_made) {
+            ASSERT_LE(point->referenceCount(), maker != nullptr ? 1U : 2U);
+            while (point->referenceCount() > 1) {
+                point->vRelease();
+            }
+            point->vRelease();
+        }
+        EXPECT_EQ(m_foreign.referenceCount(), 1U);
+    }
+
+private:
+    std::unique_ptr<QxPointDList>& anyList() {
+        return m_lists[static_cast<std::size_t>(m_random.between(0, 2))];
+    }
+    /// Destroys a list. Those of its points that stand elsewhere are from now on their takers'.
+    void replace(std::unique_ptr<QxPointDList>& list) {
+        for (auto& [point, maker] : m_made) {
+            maker = maker != list.get() ? maker : nullptr;
+        }
+        list = std::make_unique<QxPointDList>();
+    }
+    void hold(const QxPointDList& list) {
+        for (const QxDListCell* cell = list.pFirstCell(); cell != nullptr;
+             cell = cell->pNextCell()) {
+            QxPoint* const point = QxPointDList::pPoint(cell);
+            if (point != &m_foreign && m_made.emplace(point, &list).second) {
+                point->vAddRef();
+            }
+        }
+    }
+
+    GeometryRandom m_random;
+    QxPoint m_foreign;
+    /// With the list that made them, null when that has gone.
+    std::map<QxPoint*, const QxPointDList*> m_made;
+    std::array<std::unique_ptr<QxPointDList>, 3> m_lists;
+    QxDList m_plain;
+};
+
+}  // namespace
+
+TEST(QxPointDList, OwnsItsPointsWhicheverOperationMovesTheirCells) {
+    for (const std::uint32_t seed : geometry_test::Seeds) {
+        SCOPED_TRACE(seed);
+        PointListWorld world(seed);
+        for (int i = 0; i < 2000; ++i) {
+            world.step();
+        }
+        world.expectAllReleased();
+    }
+    // Points outlive their maker in the list that they were moved to, which then owns them.
+    auto holder = std::make_unique<QxPointDList>();
+    QxPoint* point = nullptr;
+    {
+        QxPointDList maker;
+        point = QxPointDList::pPoint(maker.appendPoint({3, 4}));
+        point->vAddRef();
+        holder->appendList(&maker);
+    }
+    EXPECT_EQ(*point, QxPoint(3, 4));
+    holder.reset();
+    EXPECT_EQ(point->referenceCount(), 1U);
+    point->vRelease();
+    // Anybody may release a point that was taken out.
+    QxPointDList list;
+    static_cast<QxDList&>(list).discardCell(list.appendPoint({5, 6}))->vRelease();
+    list.appendPoint({7, 8});
+    // A list may outlive the points that its cells were copied from.
+    QxPointDList copy;
+    QxPointDList source;
+    source.appendPoint({1, 2});
+    static_cast<QxDList&>(copy).copyAllCells(&source);
+    source.discardAllPoints();
 }

@@ -3,7 +3,11 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cmath>
+#include <iterator>
+#include <set>
+#include <utility>
 
 #include "foundation/geometry/GeometryRandom.h"
 #include "qx/foundation/geometry/QxPerMil.h"
@@ -49,8 +53,7 @@ void expectCrossing(const QxRect& rect, const QxPoint& p, const QxPoint& from, c
 }  // namespace
 
 TEST(QxRect, CenterIsTheInverseOfPlacingByCenter) {
-    const QxRect odd(QxPoint(0, 0), QxSize(5, 5));
-    EXPECT_EQ(odd, QxRect(-2, -2, 3, 3));
+    EXPECT_EQ(QxRect(QxPoint(0, 0), QxSize(5, 5)), QxRect(-2, -2, 3, 3));
     for (std::int32_t extent = 0; extent < 6; ++extent) {
         for (std::int32_t center = -7; center < 8; ++center) {
             QxRect rect(QxPoint(center, -center), QxSize(extent, extent));
@@ -58,55 +61,103 @@ TEST(QxRect, CenterIsTheInverseOfPlacingByCenter) {
             ASSERT_EQ(rect.size(), QxSize(extent, extent));
             ASSERT_EQ(rect.x() - rect.leftHalfWidth(), rect.left());
             ASSERT_EQ(rect.y() + rect.topHalfHeight(), rect.top());
-            rect.resize(extent + 3, extent + 4);
+            ASSERT_EQ(rect.size({extent + 3, extent + 4}), QxSize(extent + 3, extent + 4));
             ASSERT_EQ(rect.center(), QxPoint(center, -center));
-            rect.moveTo(3, 4);
+            ASSERT_EQ(rect.center({3, 4}), QxPoint(3, 4));
             ASSERT_EQ(rect, QxRect(QxPoint(3, 4), QxSize(extent + 3, extent + 4)));
         }
     }
 }
 
 TEST(QxRect, ExtremesClampInsteadOfWrapping) {
-    QxRect all(qx::MinInt32, qx::MinInt32, qx::MaxInt32, qx::MaxInt32);
+    const QxRect all(qx::MinInt32, qx::MinInt32, qx::MaxInt32, qx::MaxInt32);
     EXPECT_EQ(all.width(), qx::MaxInt32);
     EXPECT_EQ(all.center(), QxPoint(-1, -1));
     QxRect moved = all;
     moved.center({qx::MaxInt32, 0});
     EXPECT_EQ(moved.right(), qx::MaxInt32);
     EXPECT_EQ(moved.left(), 0);
-    QxRect small(QxPoint(qx::MaxInt32, qx::MinInt32), QxSize(10, 10));
-    EXPECT_EQ(small, QxRect(qx::MaxInt32 - 5, qx::MinInt32, qx::MaxInt32, qx::MinInt32 + 5));
+    EXPECT_EQ(QxRect(QxPoint(qx::MaxInt32, qx::MinInt32), QxSize(10, 10)),
+              QxRect(qx::MaxInt32 - 5, qx::MinInt32, qx::MaxInt32, qx::MinInt32 + 5));
     QxSize offset;
     all.setOffset({qx::MaxInt32, qx::MaxInt32}, offset);
     EXPECT_EQ(offset, QxSize(qx::MaxInt32, qx::MaxInt32));
 }
 
-TEST(QxRect, UnionGrowsOnlyWhenNeeded) {
-    QxRect rect(0, 0, 10, 10);
-    const QxRect inside(0, 3, 10, 4);
-    const QxRect outside(-5, 3, 4, 20);
-    EXPECT_EQ(rect.updateBounds(&inside), 0);
-    EXPECT_EQ(rect.updateBounds(nullptr), 0);
-    EXPECT_EQ(rect.updateBounds(&outside), 1);
-    EXPECT_EQ(rect, QxRect(-5, 0, 10, 20));
-    EXPECT_EQ(QxRect(QxPoint(3, 9), QxPoint(-1, 2)), QxRect(-1, 2, 3, 9));
-    for (const QxRect& empty : {QxRect(90, 0, 80, 9), QxRect(0, 90, 9, 80)}) {
-        EXPECT_EQ(rect.updateBounds(&empty), 0);
-        rect |= empty;
-        EXPECT_EQ(rect, QxRect(-5, 0, 10, 20));
+TEST(QxRect, SettersReturnWhatTheyStored) {
+    GeometryRandom random(5);
+    for (int round = 0; round < 5000; ++round) {
+        QxRect rect(random.point(), random.point());
+        const std::int32_t value = random.coordinate();
+        const std::int32_t width = rect.width(value);
+        ASSERT_EQ(width, rect.width()) << round;
+        const std::int32_t height = rect.height(value);
+        ASSERT_EQ(height, rect.height()) << round;
+        const std::int32_t x = rect.x(value);
+        ASSERT_EQ(x, rect.x()) << round;
+        const std::int32_t y = rect.y(value);
+        ASSERT_EQ(y, rect.y()) << round;
+        const QxPoint center = rect.center(random.point());
+        ASSERT_EQ(center, rect.center()) << round;
+        const QxSize size = rect.size({random.coordinate(), random.coordinate()});
+        ASSERT_EQ(size, rect.size()) << round;
     }
 }
 
-TEST(QxRect, TouchingRectanglesIntersectButEmptyOnesDoNot) {
-    const QxRect rect(0, 0, 10, 10);
-    EXPECT_EQ(rect.intersectsRect({10, 10, 20, 20}), 1);
-    EXPECT_EQ(rect.intersectsRect({11, 0, 20, 20}), 0);
-    EXPECT_EQ(rect.intersectsRect({6, 0, 4, 10}), 0);
-    EXPECT_EQ(rect.encloses({0, 0, 10, 10}), 1);
-    EXPECT_EQ(rect.encloses({0, 0, 10, 11}), 0);
-    EXPECT_EQ(rect.onBoundary({0, 5}), 1);
-    EXPECT_EQ(rect.onBoundary({0, 11}), 0);
-    EXPECT_EQ(rect.withinInterior({10, 5}), 0);
+/// Rectangles are held against the sets of their points, inverted ones, which have none, too.
+TEST(QxRect, RelationsAreThoseOfSetsOfPoints) {
+    using Points = std::set<std::pair<std::int32_t, std::int32_t>>;
+    const auto pointsOf = [](const QxRect& rect) {
+        Points points;
+        for (std::int32_t x = rect.left(); x <= rect.right(); ++x) {
+            for (std::int32_t y = rect.bottom(); y <= rect.top(); ++y) {
+                points.emplace(x, y);
+            }
+        }
+        return points;
+    };
+    const auto within = [](const Points& part, const Points& whole) {
+        return std::includes(whole.begin(), whole.end(), part.begin(), part.end()) ? 1 : 0;
+    };
+    GeometryRandom random(7);
+    for (int round = 0; round < 20000; ++round) {
+        const auto next = [&] { return random.between(-4, 4); };
+        const QxRect a(next(), next(), next(), next());
+        const QxRect b(next(), next(), next(), next());
+        SCOPED_TRACE(round);
+        const Points inA = pointsOf(a);
+        const Points inB = pointsOf(b);
+        Points inBoth;
+        std::set_intersection(inA.begin(), inA.end(), inB.begin(), inB.end(),
+                              std::inserter(inBoth, inBoth.end()));
+        ASSERT_EQ(a.isEmpty(), inA.empty() ? 1 : 0);
+        ASSERT_EQ(a.intersectsRect(b), inBoth.empty() ? 0 : 1);
+        ASSERT_EQ(a.encloses(b), inB.empty() ? 0 : within(inB, inA));
+        const QxPoint p(next(), next());
+        ASSERT_EQ(a.within(p), inA.count({p.x(), p.y()}) != 0 ? 1 : 0);
+        const QxRect interior(a.left() + 1, a.bottom() + 1, a.right() - 1, a.top() - 1);
+        ASSERT_EQ(a.withinInterior(p), interior.within(p));
+        ASSERT_EQ(a.onBoundary(p), a.within(p) - interior.within(p));
+        // The union has the points of both, and no side could be moved inward.
+        QxRect both = a;
+        ASSERT_EQ(both.updateBounds(&b), within(inB, inA) == 0 ? 1 : 0);
+        const Points inUnion = pointsOf(both);
+        ASSERT_TRUE(within(inA, inUnion) && within(inB, inUnion));
+        if (!inUnion.empty()) {
+            const auto reaches = [&](auto side) {
+                return (!inA.empty() && (a.*side)() == (both.*side)()) ||
+                       (!inB.empty() && (b.*side)() == (both.*side)());
+            };
+            using Side = std::int32_t (QxRect::*)() const noexcept;
+            for (const Side side : {Side(&QxRect::left), Side(&QxRect::right),
+                                    Side(&QxRect::bottom), Side(&QxRect::top)}) {
+                ASSERT_TRUE(reaches(side));
+            }
+        }
+        QxRect same = a;
+        ASSERT_EQ(same |= b, both);
+        ASSERT_EQ(same.updateBounds(nullptr), 0);
+    }
 }
 
 TEST(QxRect, ClosestSideIsNearestInsideAndTheFartherAxisOutside) {
@@ -131,21 +182,37 @@ TEST(QxRect, RoutesLeaveTowardTheWiderGap) {
     EXPECT_EQ(rect.sideForRouting({20, 20, 30, 30}, 0), QxSideTop);
 }
 
-TEST(QxRect, PointsMovedOutsideKeepTheirDirection) {
+/// The point lies just outside, on the way from the center, and not beyond a target outside.
+TEST(QxRect, ThePointOutsideLiesOnTheWayJustBeyondTheBorder) {
     for (const std::uint32_t seed : geometry_test::Seeds) {
         GeometryRandom random(seed);
-        for (int round = 0; round < 2000; ++round) {
-            const QxRect rect(random.point(200), random.point(200));
-            const QxPoint start(random.between(rect.left(), rect.right()),
-                                random.between(rect.bottom(), rect.top()));
-            const QxPoint toward = random.point(300);
-            QxPoint moved = start;
-            rect.getPointOutsideRect(moved, toward);
-            ASSERT_EQ(rect.within(moved), 0) << "seed " << seed << " round " << round;
-            ASSERT_GE((std::int64_t{moved.x()} - start.x()) * (toward.x() - start.x()), 0);
-            ASSERT_GE((std::int64_t{moved.y()} - start.y()) * (toward.y() - start.y()), 0);
+        for (int round = 0; round < 5000; ++round) {
+            const bool isSmall = random.between(0, 1) != 0;
+            const auto next = [&] { return isSmall ? random.point(9) : random.point(1'000'000); };
+            const QxRect rect(next(), next());
+            const QxPoint center = rect.center();
+            const QxPoint toward = random.between(0, 9) == 0 ? center : next();
+            QxPoint outside = next();
+            rect.getPointOutsideRect(outside, toward);
+            SCOPED_TRACE(testing::Message() << "seed " << seed << " round " << round);
+            ASSERT_EQ(rect.within(outside), 0);
+            const QxRect around(rect.left() - 1, rect.bottom() - 1, rect.right() + 1,
+                                rect.top() + 1);
+            ASSERT_EQ(around.within(outside), 1);
+            const double dx = toward == center ? 1.0 : 1.0 * toward.x() - center.x();
+            const double dy = 1.0 * toward.y() - center.y();
+            const double x = 1.0 * outside.x() - center.x();
+            const double y = 1.0 * outside.y() - center.y();
+            ASSERT_GE(dx * x + dy * y, 0.0);
+            ASSERT_LE(std::abs(dx * y - dy * x) / std::hypot(dx, dy), 0.71);
+            if (rect.within(toward) == 0) {
+                ASSERT_EQ(QxRect(center, toward).within(outside), 1);
+            }
         }
     }
+    QxPoint outside;
+    QxRect(0, 0, qx::MaxInt32, 10).getPointOutsideRect(outside, {qx::MaxInt32, 5});
+    EXPECT_EQ(outside, QxPoint(qx::MaxInt32, 5));
 }
 
 TEST(QxRect, SegmentsMeetTheBorderOnceTwiceOrNever) {

@@ -3,30 +3,15 @@
 
 #include <gtest/gtest.h>
 
+#include <array>
 #include <memory>
-#include <vector>
+#include <set>
 
 #include "foundation/geometry/GeometryRandom.h"
 #include "qx/foundation/geometry/QxPointDList.h"
 #include "qx/foundation/geometry/QxShapeResourceDB.h"
 
 namespace {
-
-/// A holder as nodes and connectors are.
-struct Holder {
-    QxShapeResource* resource = nullptr;
-
-    void change(const QxShape& shape) {
-        resource = QxShapeResourceDB::madePrivate(resource);
-        EXPECT_EQ(resource->isRegistered(), 0);
-        EXPECT_EQ(resource->shape(&shape), 1);
-        resource = QxShapeResourceDB::updated(resource);
-    }
-    void drop() {
-        QxResourceDB::dropped(resource);
-        resource = nullptr;
-    }
-};
 
 QxShape triangle(std::int32_t tip) {
     QxPointDList outline;
@@ -36,115 +21,129 @@ QxShape triangle(std::int32_t tip) {
     return QxShape(outline);
 }
 
+/// Holders as nodes and connectors are, of shapes in two databases, each beside the shape that it
+/// should show.
+class HolderWorld {
+public:
+    struct Holder {
+        QxShapeResource* resource = nullptr;
+        QxShapeResourceDB* db = nullptr;
+        QxShape shape;
+    };
+
+    explicit HolderWorld(std::uint32_t seed) : m_random(seed) {}
+    ~HolderWorld() {
+        for (Holder& holder : m_holders) {
+            QxResourceDB::dropped(holder.resource);
+        }
+        for (const QxShapeResourceDB& db : m_dbs) {
+            EXPECT_EQ(db.numberOfResources(), 1U);
+        }
+    }
+
+    void step() {
+        Holder& holder = any();
+        const Holder& other = any();
+        switch (m_random.between(0, 4)) {
+            case 0:
+                return drop(holder);
+            case 1:
+                return change(holder, triangle(m_random.between(0, 4) * 250));
+            case 2:
+                return change(holder, QxShape());
+            case 3:
+                return take(holder, other.resource, other.shape);
+            default:
+                return take(holder, nullptr, QxShape());
+        }
+    }
+    /// Equal shapes, and only they, share a resource, which counts its holders.
+    void check() const {
+        std::set<const QxResource*> used;
+        for (const Holder& holder : m_holders) {
+            if (holder.resource == nullptr) {
+                continue;
+            }
+            used.insert(holder.resource);
+            ASSERT_TRUE(*holder.resource->pShape() == holder.shape);
+            ASSERT_EQ(holder.resource->pShapeResourceDB(), holder.db);
+            std::int32_t sharing = 0;
+            for (const Holder& other : m_holders) {
+                const bool isAlike = other.resource != nullptr && other.db == holder.db &&
+                                     other.shape == holder.shape;
+                ASSERT_EQ(other.resource == holder.resource, isAlike);
+                sharing += isAlike ? 1 : 0;
+            }
+            ASSERT_EQ(holder.resource->useCount(), sharing);
+            ASSERT_EQ(holder.resource == holder.db->pDefaultResource(), holder.shape == QxShape());
+        }
+        for (const QxShapeResourceDB& db : m_dbs) {
+            used.insert(db.pDefaultResource());
+        }
+        ASSERT_EQ(m_dbs[0].numberOfResources() + m_dbs[1].numberOfResources(), used.size());
+    }
+
+private:
+    Holder& any() { return m_holders[static_cast<std::size_t>(m_random.between(0, 7))]; }
+    void drop(Holder& holder) {
+        if (holder.resource != nullptr) {
+            const bool isLast = holder.resource->useCount() == 1 && !(holder.shape == QxShape());
+            QxShapeResource* const rest = holder.db->remove(holder.resource);
+            ASSERT_EQ(rest, isLast ? holder.resource : nullptr);
+            QxResourceDB::dropped(rest);
+            holder.resource = nullptr;
+        }
+    }
+    void change(Holder& holder, const QxShape& shape) {
+        if (holder.resource != nullptr) {
+            ASSERT_EQ(holder.resource->shape(nullptr), 0) << "a shared shape must not change";
+            holder.resource = QxShapeResourceDB::madePrivate(holder.resource);
+            ASSERT_EQ(holder.resource->isRegistered(), 0);
+            ASSERT_EQ(holder.resource->shape(&shape), 1);
+            holder.resource = QxShapeResourceDB::updated(holder.resource);
+            holder.shape = shape;
+        }
+    }
+    /// Null: a new resource.
+    void take(Holder& holder, QxShapeResource* resource, const QxShape& shape) {
+        if (holder.resource == nullptr) {
+            holder.db = &m_dbs[static_cast<std::size_t>(m_random.between(0, 1))];
+            holder.resource = holder.db->insert(
+                resource != nullptr ? resource : new QxShapeResource(holder.db, shape));
+            holder.shape = shape;
+        }
+    }
+
+    GeometryRandom m_random;
+    std::array<QxShapeResourceDB, 2> m_dbs;
+    std::array<Holder, 8> m_holders;
+};
+
 }  // namespace
 
-TEST(QxShapeResourceDB, EqualShapesShareOneResource) {
-    QxShapeResourceDB db;
-    QxShapeResource* oval = db.insert(new QxShapeResource(&db, QxShape(QxShapeTypeOval)));
-    EXPECT_EQ(oval->useCount(), 1);
-    EXPECT_EQ(db.insert(new QxShapeResource(&db, QxShape(QxShapeTypeOval))), oval);
-    EXPECT_EQ(db.insert(oval), oval);
-    EXPECT_EQ(oval->useCount(), 3);
-    EXPECT_EQ(db.numberOfResources(), 2U);
-    EXPECT_EQ(oval->shape(nullptr), 0) << "a shared shape must not change";
-    EXPECT_EQ(db.remove(oval), nullptr);
-    EXPECT_EQ(db.remove(oval), nullptr);
-    ASSERT_EQ(db.remove(oval), oval);
-    EXPECT_EQ(oval->useCount(), 0);
-    EXPECT_EQ(db.numberOfResources(), 1U);
-    EXPECT_EQ(db.remove(oval), oval) << "a private resource is its holder's to destroy";
-    oval->vRelease();
-}
-
-TEST(QxShapeResourceDB, TheDefaultOutlivesItsHolders) {
-    QxShapeResourceDB db;
-    QxShapeResource* first = db.insert(db.pDefaultResource());
-    EXPECT_EQ(first, db.pDefaultResource());
-    EXPECT_EQ(db.insert(new QxShapeResource(&db)), first) << "equal to the default";
-    EXPECT_EQ(first->useCount(), 2);
-    EXPECT_EQ(db.remove(first), nullptr);
-    EXPECT_EQ(db.remove(first), nullptr);
-    EXPECT_EQ(db.remove(first), nullptr);
-    EXPECT_EQ(db.pDefaultResource()->useCount(), 0);
-    QxShapeResource* oval = db.pDefaultResource()->cloneObject();
-    const QxShape ovalShape(QxShapeTypeOval);
-    EXPECT_EQ(oval->shape(&ovalShape), 1);
-    oval = db.insert(oval);
-    EXPECT_NE(oval, db.pDefaultResource());
-    QxResourceDB::dropped(oval);
-}
-
-TEST(QxShapeResourceDB, ResourcesOfAnotherDatabaseAreCopied) {
-    QxShapeResourceDB here;
-    QxShapeResourceDB there;
-    QxShapeResource* foreign = there.insert(new QxShapeResource(&there, triangle(300)));
-    QxShapeResource* own = here.insert(foreign);
-    EXPECT_NE(own, foreign);
-    EXPECT_TRUE(own->equals(foreign));
-    EXPECT_EQ(own->pShapeResourceDB(), &here);
-    EXPECT_EQ(here.remove(foreign), nullptr);
-    EXPECT_EQ(foreign->useCount(), 1);
-    QxResourceDB::dropped(foreign);
-    QxResourceDB::dropped(own);
-    EXPECT_EQ(here.numberOfResources() + there.numberOfResources(), 2U);
+TEST(QxShapeResourceDB, EqualShapesShareAResourceAndChangesReachNobodyElse) {
+    for (const std::uint32_t seed : geometry_test::Seeds) {
+        HolderWorld world(seed);
+        for (int round = 0; round < 3000 && !testing::Test::HasFatalFailure(); ++round) {
+            SCOPED_TRACE(testing::Message() << "seed " << seed << " round " << round);
+            world.step();
+            world.check();
+        }
+    }
 }
 
 TEST(QxShapeResourceDB, HoldersMayOutliveTheDatabase) {
     auto db = std::make_unique<QxShapeResourceDB>();
-    Holder oval{db->insert(new QxShapeResource(db.get(), QxShape(QxShapeTypeOval)))};
-    Holder same{db->insert(oval.resource)};
-    Holder standard{db->insert(db->pDefaultResource())};
+    QxShapeResource* const oval =
+        db->insert(new QxShapeResource(db.get(), QxShape(QxShapeTypeOval)));
+    QxShapeResource* const same = db->insert(oval);
+    QxShapeResource* const standard = db->insert(db->pDefaultResource());
     db.reset();
-    oval.change(triangle(1));
-    EXPECT_EQ(same.resource->pShape()->type(), QxShapeTypeOval);
-    oval.drop();
-    same.drop();
-    standard.drop();
-}
-
-TEST(QxShapeResourceDB, ChangesNeverReachOtherHolders) {
-    for (const std::uint32_t seed : geometry_test::Seeds) {
-        GeometryRandom random(seed);
-        QxShapeResourceDB db;
-        std::vector<Holder> holders(8);
-        std::vector<QxShape> model(holders.size());
-        for (int round = 0; round < 3000; ++round) {
-            const auto i = static_cast<std::size_t>(random.between(0, 7));
-            Holder& holder = holders[i];
-            if (holder.resource == nullptr) {
-                holder.resource = db.insert(db.pDefaultResource());
-                model[i] = QxShape();
-            } else if (random.between(0, 3) == 0) {
-                holder.drop();
-            } else if (random.between(0, 3) == 0) {
-                const std::size_t from = (i + 1) % holders.size();
-                if (holders[from].resource != nullptr) {
-                    holder.drop();
-                    holder.resource = db.insert(holders[from].resource);
-                    model[i] = model[from];
-                }
-            } else {
-                model[i] = triangle(random.between(0, 4) * 250);
-                holder.change(model[i]);
-            }
-            std::size_t uses = 0;
-            for (std::size_t k = 0; k < holders.size(); ++k) {
-                if (holders[k].resource != nullptr) {
-                    ++uses;
-                    ASSERT_TRUE(*holders[k].resource->pShape() == model[k])
-                        << "seed " << seed << " round " << round;
-                    for (std::size_t j = 0; j < k; ++j) {
-                        ASSERT_EQ(holders[j].resource == holders[k].resource,
-                                  holders[j].resource != nullptr && model[j] == model[k]);
-                    }
-                }
-            }
-            ASSERT_LE(db.numberOfResources(), uses + 1);
-        }
-        for (Holder& holder : holders) {
-            holder.drop();
-        }
-        EXPECT_EQ(db.numberOfResources(), 1U);
-        EXPECT_EQ(db.pDefaultResource()->useCount(), 0);
+    QxShapeResource* const changed = QxShapeResourceDB::madePrivate(oval);
+    EXPECT_EQ(changed->shape(nullptr), 1);
+    EXPECT_EQ(QxShapeResourceDB::updated(changed), changed);
+    EXPECT_EQ(same->pShape()->type(), QxShapeTypeOval);
+    for (QxShapeResource* resource : {changed, same, standard}) {
+        QxResourceDB::dropped(resource);
     }
 }

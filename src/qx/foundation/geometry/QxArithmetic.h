@@ -71,22 +71,29 @@ constexpr Int upperHalf(Int extent) noexcept {
     return extent / 2 + extent % 2;
 }
 
-/// A spacing of `constant` units and `proportional` thousandths of `extent`, truncated once.
+/// A spacing of `constant` units and `proportional` thousandths of `extent`: their exact sum,
+/// truncated.
 constexpr std::int32_t spacingOf(std::int32_t constant, std::int16_t proportional,
                                  std::int32_t extent) noexcept {
-    return truncToInt32(constant + proportional / 1000.0 * extent);
+    return clampToInt32((constant * std::int64_t{1000} + std::int64_t{proportional} * extent) /
+                        1000);
 }
 
-/// The length of the vector (x, y), truncated to an integer. Exact for all 32-bit components.
-inline std::int64_t lengthOf(std::int32_t x, std::int32_t y) noexcept {
-    const auto square = static_cast<std::uint64_t>(std::int64_t{x} * x) +
-                        static_cast<std::uint64_t>(std::int64_t{y} * y);
-    // The square has up to 64 bits, a double 53: the root may be one off.
-    auto root = static_cast<std::uint64_t>(std::sqrt(static_cast<double>(square)));
-    while (root * root > square) {
+/// The length of the vector (x, y), truncated to an integer. Exact for coordinates and for their
+/// differences, of up to 33 bits.
+inline std::int64_t lengthOf(std::int64_t x, std::int64_t y) noexcept {
+    using Square = unsigned __int128;
+    const Square square = static_cast<Square>(static_cast<__int128>(x) * x) +
+                          static_cast<Square>(static_cast<__int128>(y) * y);
+    const auto floatX = static_cast<double>(x);
+    const auto floatY = static_cast<double>(y);
+    // The square has up to 67 bits, a double 53: the root may be one off.
+    auto root = static_cast<std::uint64_t>(
+        static_cast<std::int64_t>(std::sqrt(floatX * floatX + floatY * floatY)));
+    while (static_cast<Square>(root) * root > square) {
         --root;
     }
-    while ((root + 1) * (root + 1) <= square) {
+    while (static_cast<Square>(root + 1) * (root + 1) <= square) {
         ++root;
     }
     return static_cast<std::int64_t>(root);

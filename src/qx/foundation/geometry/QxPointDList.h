@@ -9,8 +9,12 @@
 /// A list of points that owns its points: what is appended is copied, copies of the list copy the
 /// points, and the destructor destroys them.
 ///
-/// The operations inherited from QxDList that move cells keep that sound only between point
-/// lists; those that would make two lists refer to the same points are not offered.
+/// That holds whichever operation of QxDList moves or drops cells. A point belongs to the point
+/// list it stands in; while it stands in none, to the one that made it, and lives on until that
+/// list is emptied, assigned to or destroyed. A plain QxDList into which cells were moved owns
+/// nothing, as ever. Once the list that made a point has gone, whoever takes the point out of its
+/// list by an operation of QxDList has to destroy it. Objects that are put in by operations of
+/// QxDList have to be points and stay their owner's.
 class QX_API QxPointDList : public QxDList {
 public:
     QxPointDList() noexcept = default;
@@ -21,9 +25,9 @@ public:
     ~QxPointDList() override;
 
     /// Insert a copy at the end, at the front, or behind `after` (null: at the front); return its
-    /// cell.
-    QxDListCell* appendPoint(const QxPoint& point);
-    QxDListCell* prependPoint(const QxPoint& point);
+    /// cell, or null when `after` stands in no list.
+    QxDListCell* appendPoint(const QxPoint& point) { return addPoint(pLastCell(), point); }
+    QxDListCell* prependPoint(const QxPoint& point) { return addPoint(nullptr, point); }
     QxDListCell* addPoint(QxDListCell* after, const QxPoint& point);
 
     /// The point at a cell of such a list; null for null.
@@ -38,7 +42,9 @@ public:
     /// Takes the cell out of the list and destroys it and its point; null is ignored.
     void discardPoint(QxDListCell* cell);
     /// Empties the list and destroys its points.
-    void discardAllPoints() { deleteAllCellsAndObjects(); }
+    void discardAllPoints();
+    void deleteAllCells() { discardAllPoints(); }
+    void deleteAllCellsAndObjects() { discardAllPoints(); }
 
     /// 1 when both lists hold equal points in the same order.
     int equals(const QxObject* other) const override;
@@ -53,6 +59,8 @@ protected:
     QxObject* vCloneAttributes() const override;
 
 private:
+    class OwnPoint;
+
     using QxDList::copyAllCells;
     using QxDList::copyAllCellsAndObjects;
     using QxDList::copyAppendList;
@@ -63,4 +71,9 @@ private:
     using QxDList::copyTransferListIfNotInList;
     using QxDList::copyTransferListPart;
     using QxDList::copyTransferListPartIfNotInList;
+
+    void appendCopies(const QxPointDList& source);
+
+    /// The points that this list made, wherever they stand, in a chain.
+    OwnPoint* m_made = nullptr;
 };

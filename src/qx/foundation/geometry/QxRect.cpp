@@ -27,6 +27,13 @@ struct Fraction {
     }
 };
 
+/// The coordinate at the share `t` of a way, rounded to the nearest integer.
+std::int32_t coordinateAt(const Fraction& t, std::int64_t from, std::int64_t delta) noexcept {
+    const double shift = static_cast<double>(delta) * static_cast<double>(t.numerator) /
+                         static_cast<double>(t.denominator);
+    return qx::floorHalfUp(static_cast<double>(from) + shift);
+}
+
 class LineClip {
 public:
     LineClip(const QxRect& rect, std::int64_t fromX, std::int64_t fromY, std::int64_t toX,
@@ -89,10 +96,10 @@ private:
             case QxSideLeft:
             case QxSideRight:
                 return {side == QxSideLeft ? m_rect.left() : m_rect.right(),
-                        coordinateAt(t, m_fromY, m_dy, m_rect.bottom(), m_rect.top())};
+                        std::clamp(coordinateAt(t, m_fromY, m_dy), m_rect.bottom(), m_rect.top())};
             case QxSideBottom:
             case QxSideTop:
-                return {coordinateAt(t, m_fromX, m_dx, m_rect.left(), m_rect.right()),
+                return {std::clamp(coordinateAt(t, m_fromX, m_dx), m_rect.left(), m_rect.right()),
                         side == QxSideBottom ? m_rect.bottom() : m_rect.top()};
             case QxSideNone:
                 break;
@@ -100,13 +107,6 @@ private:
         const std::int64_t steps = t.numerator;  // 0 or 1, the segment's first or second point
         return {qx::clampToInt32(m_fromX + steps * m_dx), qx::clampToInt32(m_fromY + steps * m_dy)};
     }
-    static std::int32_t coordinateAt(const Fraction& t, std::int64_t from, std::int64_t delta,
-                                     std::int32_t low, std::int32_t high) noexcept {
-        const double shift = static_cast<double>(delta) * static_cast<double>(t.numerator) /
-                             static_cast<double>(t.denominator);
-        return std::clamp(qx::floorHalfUp(static_cast<double>(from) + shift), low, high);
-    }
-
     const QxRect& m_rect;
     std::int64_t m_fromX;
     std::int64_t m_fromY;
@@ -138,10 +138,12 @@ QxRect& QxRect::operator|=(const QxRect& other) noexcept {
 }
 
 int QxRect::updateBounds(const QxRect* other) noexcept {
-    const bool isNothing =
-        other == nullptr || other->m_right < other->m_left || other->m_top < other->m_bottom;
-    if (isNothing || encloses(*other) != 0) {
+    if (other == nullptr || other->isEmpty() != 0 || encloses(*other) != 0) {
         return 0;
+    }
+    if (isEmpty() != 0) {
+        *this = *other;
+        return 1;
     }
     m_left = std::min(m_left, other->m_left);
     m_right = std::max(m_right, other->m_right);
@@ -227,19 +229,22 @@ QxSideEnum QxRect::sideForRouting(const QxRect& other, int preferHorizontalRoute
     return other.y() < y() ? QxSideBottom : QxSideTop;
 }
 
-void QxRect::getPointOutsideRect(QxPoint& point, const QxPoint& toward) const noexcept {
-    const QxPoint start = within(point) != 0 ? point : center();
+void QxRect::getPointOutsideRect(QxPoint& outside, const QxPoint& toward) const noexcept {
+    const QxPoint start = center();
     std::int64_t dx = std::int64_t{toward.x()} - start.x();
     const std::int64_t dy = std::int64_t{toward.y()} - start.y();
     if (dx == 0 && dy == 0) {
         dx = 1;
     }
-    // One axis runs the full extent and one unit more, which leaves the rectangle from anywhere.
-    const std::int64_t reach = std::max(exactWidth(), exactHeight()) + 1;
-    const double scale =
-        static_cast<double>(reach) / static_cast<double>(std::max(std::abs(dx), std::abs(dy)));
-    point.moveTo(qx::floorHalfUp(start.x() + static_cast<double>(dx) * scale),
-                 qx::floorHalfUp(start.y() + static_cast<double>(dy) * scale));
+    const std::int64_t outX = (dx < 0 ? m_left - std::int64_t{1} : m_right + std::int64_t{1});
+    const std::int64_t outY = (dy < 0 ? m_bottom - std::int64_t{1} : m_top + std::int64_t{1});
+    const Fraction leavesInX{std::abs(outX - start.x()), std::abs(dx)};
+    const Fraction leavesInY{std::abs(outY - start.y()), std::abs(dy)};
+    if (dy == 0 || (dx != 0 && !(leavesInY < leavesInX))) {
+        outside.moveTo(qx::clampToInt32(outX), coordinateAt(leavesInX, start.y(), dy));
+    } else {
+        outside.moveTo(coordinateAt(leavesInY, start.x(), dx), qx::clampToInt32(outY));
+    }
 }
 
 void QxRect::setPerMil(const QxPoint& p, QxPerMil& result) const noexcept {

@@ -16,8 +16,8 @@ class QxPerMil;
 /// Its center is the point around which an object of its size lies: left + leftHalfWidth(), so
 /// that reading the center and placing by it are inverse for odd sizes and negative coordinates
 /// too. Extents that exceed 32 bits are clamped when read; a move or a resize near the ends of the
-/// coordinate range clamps the sides. A rectangle with right < left or top < bottom is empty: it
-/// contains nothing and meets nothing.
+/// coordinate range clamps the sides; setters return what was stored. A rectangle with right < left
+/// or top < bottom is empty: it contains nothing, meets nothing and lies in nothing.
 class QX_API QxRect : public QxValueObject<QxRect> {
 public:
     /// All sides 0.
@@ -60,6 +60,8 @@ public:
         m_bottom = bottom;
         m_top = top;
     }
+    /// 1 when the sides are inverted.
+    int isEmpty() const noexcept { return 1 - all(m_left <= m_right, m_bottom <= m_top); }
     QxPoint topLeft() const noexcept { return {m_left, m_top}; }
     QxPoint topRight() const noexcept { return {m_right, m_top}; }
     QxPoint bottomLeft() const noexcept { return {m_left, m_bottom}; }
@@ -72,14 +74,17 @@ public:
     std::int32_t height() const noexcept { return qx::clampToInt32(exactHeight()); }
     std::int32_t width(std::int32_t value) noexcept {
         placeX(x(), value);
-        return value;
+        return width();
     }
     std::int32_t height(std::int32_t value) noexcept {
         placeY(y(), value);
-        return value;
+        return height();
     }
     QxSize size() const noexcept { return {width(), height()}; }
-    void size(const QxSize& value) noexcept { resize(value.width(), value.height()); }
+    QxSize size(const QxSize& value) noexcept {
+        resize(value);
+        return size();
+    }
     void resize(const QxSize& value) noexcept { resize(value.width(), value.height()); }
     void resize(std::int32_t newWidth, std::int32_t newHeight) noexcept {
         place(x(), y(), newWidth, newHeight);
@@ -104,14 +109,17 @@ public:
     std::int32_t y() const noexcept { return qx::clampToInt32(m_bottom + exactHeight() / 2); }
     std::int32_t x(std::int32_t value) noexcept {
         placeX(value, exactWidth());
-        return value;
+        return x();
     }
     std::int32_t y(std::int32_t value) noexcept {
         placeY(value, exactHeight());
-        return value;
+        return y();
     }
     QxPoint center() const noexcept { return {x(), y()}; }
-    void center(const QxPoint& value) noexcept { moveTo(value.x(), value.y()); }
+    QxPoint center(const QxPoint& value) noexcept {
+        moveTo(value);
+        return center();
+    }
     void moveTo(const QxPoint& newCenter) noexcept { moveTo(newCenter.x(), newCenter.y()); }
     void moveTo(std::int32_t centerX, std::int32_t centerY) noexcept {
         place(centerX, centerY, exactWidth(), exactHeight());
@@ -119,7 +127,7 @@ public:
     /// @}
 
     /// @name Union
-    /// An empty `other` changes nothing.
+    /// An empty `other` changes nothing; an empty rectangle becomes `other`.
     /// @{
     QxRect& operator|=(const QxRect& other) noexcept;
     /// Enlarges this rectangle to include `other`; 1 when that changed it; 0 for null and
@@ -130,26 +138,26 @@ public:
     /// @name Points and rectangles
     /// @{
     int withinXRange(const QxPoint& p) const noexcept {
-        return (m_left <= p.x()) & (p.x() <= m_right);
+        return all(m_left <= p.x(), p.x() <= m_right);
     }
     int withinYRange(const QxPoint& p) const noexcept {
-        return (m_bottom <= p.y()) & (p.y() <= m_top);
+        return all(m_bottom <= p.y(), p.y() <= m_top);
     }
     /// Containment, the border included; withinInterior: without it; onBoundary: only it.
     int within(const QxPoint& p) const noexcept { return withinXRange(p) & withinYRange(p); }
     int withinInterior(const QxPoint& p) const noexcept {
-        return (m_left < p.x()) & (p.x() < m_right) & (m_bottom < p.y()) & (p.y() < m_top);
+        return all(m_left < p.x(), p.x() < m_right, m_bottom < p.y(), p.y() < m_top);
     }
     int onBoundary(const QxPoint& p) const noexcept { return within(p) & (1 - withinInterior(p)); }
-    /// 1 when `other` lies in this rectangle, common borders allowed.
+    /// 1 when `other` lies in this rectangle, common borders allowed; 0 when either is empty.
     int encloses(const QxRect& other) const noexcept {
-        return (m_left <= other.m_left) & (other.m_right <= m_right) &
-               (m_bottom <= other.m_bottom) & (other.m_top <= m_top);
+        return all(m_left <= other.m_left, other.m_left <= other.m_right, other.m_right <= m_right,
+                   m_bottom <= other.m_bottom, other.m_bottom <= other.m_top, other.m_top <= m_top);
     }
     /// 1 when the two have a point in common, one on the border included.
     int intersectsRect(const QxRect& other) const noexcept {
-        return (std::max(m_left, other.m_left) <= std::min(m_right, other.m_right)) &
-               (std::max(m_bottom, other.m_bottom) <= std::min(m_top, other.m_top));
+        return all(std::max(m_left, other.m_left) <= std::min(m_right, other.m_right),
+                   std::max(m_bottom, other.m_bottom) <= std::min(m_top, other.m_top));
     }
     /// @}
 
@@ -185,10 +193,11 @@ public:
     /// equal gaps the left or right side when `preferHorizontalRoute` is nonzero, else the bottom
     /// or top side.
     QxSideEnum sideForRouting(const QxRect& other, int preferHorizontalRoute) const noexcept;
-    /// Moves `point` along its way toward `toward` until it lies outside (to the right when the
-    /// two are equal), farther than the larger extent; a point not in the rectangle starts at the
-    /// center. Only a rectangle that reaches the end of the coordinate range keeps it inside.
-    void getPointOutsideRect(QxPoint& point, const QxPoint& toward) const noexcept;
+    /// Sets `outside` to the point where the way from the center toward `toward` has just left the
+    /// rectangle, one unit beyond the side it leaves through: on the way when `toward` lies
+    /// outside, and straight on beyond `toward` when that lies inside (to the right for the center
+    /// itself). Only a rectangle that reaches the end of the coordinate range keeps it inside.
+    void getPointOutsideRect(QxPoint& outside, const QxPoint& toward) const noexcept;
     /// @}
 
     /// The position of `p` relative to the center, in thousandths of the half extents.
@@ -207,6 +216,11 @@ public:
     void debugOutput(int depth) const override;
 
 private:
+    /// 1 when all conditions hold, asked without branches.
+    template <class... Conditions>
+    static constexpr int all(Conditions... conditions) noexcept {
+        return (static_cast<int>(conditions) & ...);
+    }
     std::int64_t exactWidth() const noexcept { return std::int64_t{m_right} - m_left; }
     std::int64_t exactHeight() const noexcept { return std::int64_t{m_top} - m_bottom; }
     void placeX(std::int32_t center, std::int64_t width) noexcept {

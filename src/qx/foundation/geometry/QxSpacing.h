@@ -24,7 +24,8 @@ public:
         return m_proportional = value;
     }
 
-    /// The spacing that an extent gets: constant + proportional / 1000.0 * extent, truncated.
+    /// The spacing that an extent gets: constant + extent * proportional / 1000, computed exactly
+    /// and truncated once. Clamped to 32 bits.
     constexpr std::int32_t spacing(std::int32_t extent) const noexcept {
         return qx::spacingOf(m_constant, m_proportional, extent);
     }

@@ -5,6 +5,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <type_traits>
 
 #include "qx/foundation/util/QxObject.h"
 
@@ -27,10 +28,16 @@ public:
     void copyObject(const QxObject* source) override { assignFrom(source); }
     void copyAttributes(const QxObject* source) override { assignFrom(source); }
 
-    /// 1 when `other` is of this class and has the same value.
+    /// 1 when `other` is of this class and has the same value. Where one class of values extends
+    /// another, what the first of them compares counts, so that both sides answer alike: a point
+    /// equals the tuple of its coordinates.
     int equals(const QxObject* other) const override {
-        const auto* value = dynamic_cast<const T*>(other);
-        return value != nullptr && self() == *value ? 1 : 0;
+        if constexpr (std::is_same_v<Base, QxObject>) {
+            const auto* value = dynamic_cast<const T*>(other);
+            return value != nullptr && self() == *value ? 1 : 0;
+        } else {
+            return Base::equals(other);
+        }
     }
     std::size_t hashCode() const override { return self().valueHash(); }
 

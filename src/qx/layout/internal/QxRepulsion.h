@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 #include <vector>
@@ -23,12 +24,28 @@ struct CenterArrays {
     }
 };
 
+/// A sum of force components, exact for all coordinates and lengths: a term has up to 104 bits.
+using ForceSum = __int128;
+
+/// A force in the making. Terms are truncated to integers one by one.
+template <class Sum>
+struct ForceTotal {
+    Sum x = 0;
+    Sum y = 0;
+
+    /// Adds the vector (dx, dy) times the scale.
+    void add(std::int64_t dx, std::int64_t dy, double scale) {
+        x += static_cast<Sum>(static_cast<double>(dx) * scale);
+        y += static_cast<Sum>(static_cast<double>(dy) * scale);
+    }
+};
+
 /// Sums of forces; the i-th node is pushed by (x[i], y[i]).
 struct ForceArrays {
     explicit ForceArrays(std::size_t count) : x(count), y(count) {}
 
-    std::vector<std::int64_t> x;
-    std::vector<std::int64_t> y;
+    std::vector<ForceSum> x;
+    std::vector<ForceSum> y;
 };
 
 /// How the sums are computed, never what they are.
@@ -45,14 +62,15 @@ inline double repulsionScale(double length, double n) {
     return 100.0 * (length * length) / (n * n);
 }
 
-/// The pull along an edge of rounded length n: the difference of its ends times this.
+/// The pull along an edge of rounded length n: the difference of its ends times this. A desired
+/// length of 0 counts as 1.
 inline double attractionScale(double length, double n) {
-    return 100.0 * (n * n) / (length * length);
+    return 100.0 * (n * n) / std::max(length * length, 1.0);
 }
 
 /// For every moving node, the sum of the pushes it gets from all fixed and all moving nodes:
-/// each difference of centers, limited to 32 bits, times repulsionScale, both components truncated
-/// and limited to 32 bits. Nodes at the same center do not push each other.
+/// each difference of centers times repulsionScale, both components truncated. Nodes at the same
+/// center do not push each other.
 QX_API ForceArrays repulsion(const CenterArrays& moving, const CenterArrays& fixed,
                              std::int32_t length, const RepulsionOptions& options);
 
