@@ -52,7 +52,7 @@ std::int64_t cellAt(std::int64_t coordinate, int level) {
 }  // namespace
 
 void ExtentGrid::reset(std::size_t capacity) {
-    m_isLevelUsed = {};
+    m_levels = 0;
     m_slots.assign(std::bit_ceil(2 * capacity), None);
     m_entries.clear();
 }
@@ -79,38 +79,40 @@ void ExtentGrid::add(const Extent& rect, std::size_t index) {
     const int level =
         std::clamp(static_cast<int>(std::bit_width(static_cast<std::uint64_t>(extent))),
                    LowestLevel, Levels - 1);
-    m_isLevelUsed[static_cast<std::size_t>(level)] = true;
+    m_levels |= std::uint64_t{1} << static_cast<unsigned>(level);
     eachSlot(rect, level, [&](std::size_t slot) {
         m_entries.push_back({static_cast<std::uint32_t>(index), m_slots[slot]});
         m_slots[slot] = static_cast<std::uint32_t>(m_entries.size() - 1);
     });
 }
 
+template <class Visit>
+void ExtentGrid::eachLevel(const Visit& visit) const {
+    for (std::uint64_t rest = m_levels; rest != 0; rest &= rest - 1) {
+        visit(std::countr_zero(rest));
+    }
+}
+
 double ExtentGrid::cellsIn(const Extent& place) const {
     double cells = 0;
-    for (int level = LowestLevel; level < Levels; ++level) {
-        if (m_isLevelUsed[static_cast<std::size_t>(level)]) {
-            const std::int64_t columns = cellAt(place.right, level) - cellAt(place.left, level) + 1;
-            const std::int64_t rows = cellAt(place.top, level) - cellAt(place.bottom, level) + 1;
-            cells += static_cast<double>(columns) * static_cast<double>(rows);
-        }
-    }
+    eachLevel([&](int level) {
+        const std::int64_t columns = cellAt(place.right, level) - cellAt(place.left, level) + 1;
+        const std::int64_t rows = cellAt(place.top, level) - cellAt(place.bottom, level) + 1;
+        cells += static_cast<double>(columns) * static_cast<double>(rows);
+    });
     return cells;
 }
 
 template <class Visit>
 void ExtentGrid::searchEachCell(const Extent& place, const Visit& visit) const {
-    for (int level = LowestLevel; level < Levels; ++level) {
-        if (!m_isLevelUsed[static_cast<std::size_t>(level)]) {
-            continue;
-        }
+    eachLevel([&](int level) {
         eachSlot(place, level, [&](std::size_t slot) {
             std::uint32_t entry = m_slots[slot];
             while (entry != None && visit(std::size_t{m_entries[entry].index})) {
                 entry = m_entries[entry].next;
             }
         });
-    }
+    });
 }
 
 void PlacedRects::dropBefore(std::int32_t corner) {

@@ -3,7 +3,6 @@
 
 #pragma once
 
-#include <array>
 #include <compare>
 #include <cstddef>
 #include <cstdint>
@@ -52,11 +51,14 @@ private:
         std::uint32_t next;
     };
 
+    template <class Visit>
+    void eachLevel(const Visit& visit) const;
     std::size_t slotOf(int level, std::int64_t x, std::int64_t y) const;
     template <class Visit>
     void eachSlot(const Extent& place, int level, const Visit& visit) const;
 
-    std::array<bool, Levels> m_isLevelUsed{};
+    /// One bit for each level in use.
+    std::uint64_t m_levels = 0;
     std::vector<std::uint32_t> m_slots;
     std::vector<Entry> m_entries;
 };
