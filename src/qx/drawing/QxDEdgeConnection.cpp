@@ -19,7 +19,7 @@ int QxDEdge::vConnect() {
     int connected = 0;
     replaceEdge(*this, [&] {
         connected = QxGEdge::vConnect();
-        if (connected != 0) {
+        if (connected != 0 && isActive()) {
             connectPath();
         }
     });
@@ -30,7 +30,7 @@ int QxDEdge::disconnect() {
     int disconnected = 0;
     replaceEdge(*this, [&] {
         disconnected = QxGEdge::disconnect();
-        if (disconnected != 0) {
+        if (disconnected != 0 && !isActive()) {
             disconnectPath();
         }
     });
@@ -43,19 +43,25 @@ int QxDEdge::deactivate() {
     }
     replaceEdge(*this, [&] {
         QxGEdge::deactivate();
-        disconnectPath();
+        if (!isActive()) {
+            disconnectPath();
+        }
     });
     return 1;
 }
 
 int QxDEdge::activate() {
-    if (deactivated() != 0) {
-        replaceEdge(*this, [&] {
-            QxGEdge::activate();
-            connectPath();
-        });
+    if (deactivated() == 0) {
+        return 1;
     }
-    return 1;
+    int active = 0;
+    replaceEdge(*this, [&] {
+        active = QxGEdge::activate();
+        if (isActive()) {
+            connectPath();
+        }
+    });
+    return active;
 }
 
 int QxDEdge::changeEnd(QxNode* node, bool atSource) {

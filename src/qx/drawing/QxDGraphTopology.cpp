@@ -12,6 +12,7 @@
 #include "qx/drawing/QxPNode.h"
 #include "qx/drawing/bounds/internal/GeometryBracket.h"
 #include "qx/foundation/graph/internal/EachObject.h"
+#include "qx/foundation/util/internal/Ref.h"
 
 using qx::internal::each;
 using qx::internal::UpdateRecords;
@@ -30,12 +31,13 @@ QxNode* QxDGraph::vInsertNode(QxNode* node) {
     if (canInsertNode(node) == 0) {
         return nullptr;
     }
+    const qx::internal::Ref alive(*node);
     UpdateRecords records(this);
-    if (QxGraph::vInsertNode(node) == nullptr) {
-        return nullptr;
+    QxNode* inserted = QxGraph::vInsertNode(node);
+    if (inserted != nullptr && node->pOwnerGraph() == this) {
+        static_cast<QxDNode*>(node)->actAfterInsert(&records.own, &records.intergraph, 1, 1, 1, 1);
     }
-    static_cast<QxDNode*>(node)->actAfterInsert(&records.own, &records.intergraph, 1, 1, 1, 1);
-    return node;
+    return inserted;
 }
 
 QxNode* QxDGraph::vRemoveNode(QxNode* node) {
@@ -55,9 +57,10 @@ QxEdge* QxDGraph::vInsertEdge(QxEdge* edge, QxNode* source, QxNode* target) {
     if (source == nullptr || target == nullptr || canInsertEdge(edge) == 0) {
         return nullptr;
     }
+    const qx::internal::Ref alive(*edge);
     QxGeometricUpdateInfo record(this, 0, 1);
     QxEdge* inserted = QxGraph::vInsertEdge(edge, source, target);
-    if (inserted != nullptr) {
+    if (inserted != nullptr && edge->pOwnerGraph() == this) {
         static_cast<QxDEdge*>(inserted)->actAfterInsert(&record, 1, 1);
     }
     record.enableAndRestoreState();
@@ -74,12 +77,13 @@ QxEdge* QxDGraph::vRemoveEdge(QxEdge* edge) {
         return nullptr;
     }
     auto* drawn = static_cast<QxDEdge*>(edge);
+    const qx::internal::Ref alive(*edge);
     QxGeometricUpdateInfo record(this, 0, 1);
     drawn->actBeforeRemove(&record, 1, 1);
-    QxGraph::vRemoveEdge(edge);
+    QxEdge* removed = QxGraph::vRemoveEdge(edge);
     drawn->updatePathOwnership();
     record.enableAndRestoreState();
-    return edge;
+    return removed;
 }
 
 bool QxDGraph::reportPathEdge(QxEdge* edge, SegmentHook hook) {
