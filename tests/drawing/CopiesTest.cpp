@@ -281,7 +281,6 @@ TEST(Setters, ReturnWhatTheyStored) {
     EXPECT_EQ(drawing.source->marked(0), 0);
     EXPECT_EQ(drawing.source->forceClipping(5), 1);
     EXPECT_EQ(drawing.source->setFolderNode(5), 1);
-    EXPECT_EQ(drawing.graph->useQuadTree(1), 0) << "there is no index";
 }
 
 TEST(LabelStates, KeepTheAnswerOfASearch) {

@@ -22,7 +22,7 @@ int QxDEdge::vConnect() {
     int connected = 0;
     Change::run(*this, [&] {
         connected = QxGEdge::vConnect();
-        if (connected != 0) {
+        if (connected != 0 && isActive()) {
             connectPath();
         }
     });
@@ -33,7 +33,7 @@ int QxDEdge::disconnect() {
     int disconnected = 0;
     Change::run(*this, [&] {
         disconnected = QxGEdge::disconnect();
-        if (disconnected != 0) {
+        if (disconnected != 0 && !isActive()) {
             disconnectPath();
         }
     });
@@ -46,19 +46,25 @@ int QxDEdge::deactivate() {
     }
     Change::run(*this, [&] {
         QxGEdge::deactivate();
-        disconnectPath();
+        if (!isActive()) {
+            disconnectPath();
+        }
     });
     return 1;
 }
 
 int QxDEdge::activate() {
-    if (deactivated() != 0) {
-        Change::run(*this, [&] {
-            QxGEdge::activate();
-            connectPath();
-        });
+    if (deactivated() == 0) {
+        return 1;
     }
-    return 1;
+    int active = 0;
+    Change::run(*this, [&] {
+        active = QxGEdge::activate();
+        if (isActive()) {
+            connectPath();
+        }
+    });
+    return active;
 }
 
 int QxDEdge::changeEnd(QxNode* node, bool atSource) {

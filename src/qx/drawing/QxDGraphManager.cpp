@@ -103,9 +103,12 @@ QxGraph* QxDGraphManager::vNewIntergraph(int type) {
 }
 
 QxGraph* QxDGraphManager::vInsertGraph(QxGraph* graph) {
+    if (canInsertGraph(graph) == 0) {
+        return nullptr;
+    }
+    const qx::internal::Ref alive(*graph);
     auto* inserted = static_cast<QxDGraph*>(QxGraphManager::vInsertGraph(graph));
-    if (inserted != nullptr) {
-        const qx::internal::Ref alive(*inserted);
+    if (inserted != nullptr && inserted->pOwnerGraphManager() == this) {
         if (numberOfGraphs() == 1) {
             showAnchor(inserted);
         }
@@ -189,20 +192,18 @@ void QxDGraphManager::copyGraphManager(const QxGraphManager* source, int deep) {
     showAnchor(anchor != nullptr ? anchor : pFirstGraph());
 }
 
-void QxDGraphManager::internalDuplicateTopology(QxGraphManager* source) {
-    QxGraphManager::internalDuplicateTopology(source);
-    if (source != nullptr && source != this && levelNumber() == source->levelNumber()) {
-        const QxDListCell* original = source->pGraphList()->pFirstCell();
-        for (QxDGraph* graph : Snapshot<QxDGraph>(pGraphList())) {
-            graph->calculateGraphBounds(0);
-            // Insertion has switched the upkeep on; a duplicate keeps it as its source does.
-            if (original != nullptr) {
-                const auto* twin = static_cast<const QxDGraph*>(original->pObject());
-                graph->needsUpdateGraphBounds(twin->needsUpdateGraphBounds());
-                original = original->pNextCell();
+void QxDGraphManager::duplicateNesting(const QxGraphManager* source) {
+    // Bounds first: nesting relations look at those of the graphs.
+    if (levelNumber() == source->levelNumber()) {
+        for (const QxDGraph* original : Snapshot<QxDGraph>(source->pGraphList())) {
+            if (auto* twin = static_cast<QxDGraph*>(original->pIUserField())) {
+                twin->calculateGraphBounds(0);
+                // Insertion has switched the upkeep on; a duplicate keeps it as its source does.
+                twin->needsUpdateGraphBounds(original->needsUpdateGraphBounds());
             }
         }
     }
+    QxGraphManager::duplicateNesting(source);
 }
 
 void QxDGraphManager::emptyTopology() {

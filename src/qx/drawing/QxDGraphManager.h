@@ -21,7 +21,6 @@ public:
     int checkInvariants() const override;
     int levelNumber() const override;
     void emptyTopology() override;
-    void internalDuplicateTopology(QxGraphManager* source) override;
     void innerDebugOutput(int depth) const override;
     void copyGraphManager(const QxGraphManager* source, int deep) override;
     QxDGraphManager* cloneObject() const { return static_cast<QxDGraphManager*>(vCloneObject()); }
@@ -98,6 +97,7 @@ protected:
     QxGraph* vRemoveGraph(QxGraph* graph) override;
     int vDiscardGraph(QxGraph* graph) override;
     int vTransferTopology(QxGraphManager* manager) override;
+    void duplicateNesting(const QxGraphManager* source) override;
     QxObject* vCloneObject() const override;
     QxObject* vCloneAttributes() const override;
 

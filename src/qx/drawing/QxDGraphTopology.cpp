@@ -13,6 +13,7 @@
 #include "qx/drawing/bounds/internal/Change.h"
 #include "qx/drawing/bounds/internal/Moment.h"
 #include "qx/foundation/graph/internal/EachObject.h"
+#include "qx/foundation/util/internal/Ref.h"
 
 using qx::internal::Change;
 using qx::internal::each;
@@ -58,12 +59,14 @@ void QxDGraph::actAfterInsertEdgeBeforeConnect(QxEdge* edge) {
 }
 
 QxEdge* QxDGraph::vRemoveEdge(QxEdge* edge) {
+    if (edge == nullptr || edge->pOwnerGraph() != this || edge->isPathEdge() != 0) {
+        return nullptr;
+    }
     QxEdge* removed = nullptr;
+    const qx::internal::Ref alive(*edge);
     Change::inGraph(*this, [&] {
         removed = QxGraph::vRemoveEdge(edge);
-        if (removed != nullptr) {
-            static_cast<QxDEdge*>(removed)->updatePathOwnership();
-        }
+        static_cast<QxDEdge*>(edge)->updatePathOwnership();
     });
     return removed;
 }

@@ -76,8 +76,9 @@ inline constexpr std::uint32_t LabelMovesWithOwner = 0x10;
 // The bits of each kind of object, those of the layers below included: none means two things.
 
 inline constexpr std::uint32_t EveryObject =
-    OwnerValid | Processing | InQuadTree | ReadOnly | IsGraph | IsFactory;
-static_assert(areDisjoint({OwnerValid, Processing, InQuadTree, ReadOnly, IsGraph, IsFactory}));
+    OwnerValid | Processing | InQuadTree | Discarding | ReadOnly | IsGraph | IsFactory;
+static_assert(areDisjoint({OwnerValid, Processing, InQuadTree, Discarding, ReadOnly, IsGraph,
+                           IsFactory}));
 // Graphs.
 static_assert(areDisjoint({EveryObject, TemporarilyInvisible, GraphFileRead, GraphIntergraph,
                            GraphHide, 3 * GraphNodeLabels, 3 * GraphEdgeLabels,

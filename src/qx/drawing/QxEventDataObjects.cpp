@@ -9,7 +9,7 @@
 #include "qx/drawing/QxDNode.h"
 #include "qx/events/QxComplexityChangeEventData.h"
 #include "qx/events/QxDrawingChangeEventData.h"
-#include "qx/events/internal/ObjectOfKind.h"
+#include "qx/foundation/graph/internal/ObjectOfKind.h"
 
 using qx::internal::objectOfKind;
 

@@ -5,7 +5,7 @@
 
 #include "qx/events/QxComplexityChangeEvent.h"
 #include "qx/events/QxComplexityChangeEventData.h"
-#include "qx/events/internal/EachEventData.h"
+#include "qx/foundation/util/internal/EachEventData.h"
 
 void QxComplexityChangeListener::complexityChanged(QxComplexityChangeEvent* event) {
     qx::internal::eachEventData<QxComplexityChangeEventData>(

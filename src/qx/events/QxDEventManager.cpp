@@ -11,20 +11,14 @@
 #include "qx/events/QxDrawingChangeListener.h"
 #include "qx/events/QxVetoableComplexityChangeListener.h"
 #include "qx/events/QxVetoableDrawingChangeListener.h"
+#include "qx/foundation/util/internal/CallListener.h"
+
+using qx::internal::callListener;
 
 namespace {
 
 constexpr std::int32_t Drawing = QxDrawingChangeEvent::CategoryID;
 constexpr std::int32_t Complexity = QxComplexityChangeEvent::CategoryID;
-
-/// Calls the listener's slot, provided that listener and argument are of the slot's classes: the
-/// category alone does not tell, for any listener may have been registered under any category.
-template <class Listener, class Result, class Argument, class Base>
-Result call(QxEventListener* listener, Base* base, Result (Listener::*slot)(Argument*)) {
-    auto* const target = dynamic_cast<Listener*>(listener);
-    auto* const argument = dynamic_cast<Argument*>(base);
-    return target != nullptr && argument != nullptr ? (target->*slot)(argument) : Result();
-}
 
 }  // namespace
 
@@ -88,10 +82,11 @@ void QxDEventManager::fireNotification(QxEventListener* listener, QxEvent* event
     using ComplexitySlot = void (QxComplexityChangeListener::*)(QxComplexityChangeEvent*);
     switch (event->eventCategoryID()) {
         case Drawing:
-            call(listener, event, DrawingSlot(&QxDrawingChangeListener::drawingChanged));
+            callListener(listener, event, DrawingSlot(&QxDrawingChangeListener::drawingChanged));
             break;
         case Complexity:
-            call(listener, event, ComplexitySlot(&QxComplexityChangeListener::complexityChanged));
+            callListener(listener, event,
+                         ComplexitySlot(&QxComplexityChangeListener::complexityChanged));
             break;
         default:
             QxEventManager::fireNotification(listener, event);
@@ -101,11 +96,11 @@ void QxDEventManager::fireNotification(QxEventListener* listener, QxEvent* event
 int QxDEventManager::fireVeto(QxEventListener* listener, QxEvent* event) {
     switch (event->eventCategoryID()) {
         case Drawing:
-            return call(listener, event->pData(),
-                        &QxVetoableDrawingChangeListener::vetoDrawingChange);
+            return callListener(listener, event->pData(),
+                                &QxVetoableDrawingChangeListener::vetoDrawingChange);
         case Complexity:
-            return call(listener, event->pData(),
-                        &QxVetoableComplexityChangeListener::vetoComplexityChange);
+            return callListener(listener, event->pData(),
+                                &QxVetoableComplexityChangeListener::vetoComplexityChange);
         default:
             return QxEventManager::fireVeto(listener, event);
     }

@@ -5,7 +5,7 @@
 
 #include "qx/events/QxDrawingChangeEvent.h"
 #include "qx/events/QxDrawingChangeEventData.h"
-#include "qx/events/internal/EachEventData.h"
+#include "qx/foundation/util/internal/EachEventData.h"
 
 void QxDrawingChangeListener::drawingChanged(QxDrawingChangeEvent* event) {
     qx::internal::eachEventData<QxDrawingChangeEventData>(

@@ -26,18 +26,18 @@
 #include <algorithm>
 
 #include "qx/drawing/QxDNode.h"
-#include "qx/drawing/internal/HeldObjects.h"
+#include "qx/foundation/util/internal/Ref.h"
 #include "qx/layout/QxForceScanSort.h"
 #include "qx/layout/internal/QxPlacedRects.h"
 
 namespace {
 
 /// The graph's nodes in scan order, kept alive while listeners to their moves edit the drawing.
-qx::internal::HeldObjects<QxDNode> scanOrder(const QxDGraph* graph) {
+qx::internal::Snapshot<QxDNode> scanOrder(const QxDGraph* graph) {
     QxDList nodes;
     nodes.copyAppendList(graph->pNodeList());
     QxForceScanSort().quickSort(&nodes, 0);
-    return qx::internal::HeldObjects<QxDNode>(&nodes);
+    return qx::internal::Snapshot<QxDNode>(&nodes);
 }
 
 qx::internal::Extent extentOf(const QxDNode* node) {

@@ -4,7 +4,7 @@
 #include "qx/layout/QxSpringEmbedderAlgorithm.h"
 
 #include "qx/drawing/QxGNode.h"
-#include "qx/drawing/internal/HeldObjects.h"
+#include "qx/foundation/util/internal/Ref.h"
 #include "qx/layout/QxSpringEmbedderInfo.h"
 
 QxSpringEmbedderAlgorithm::QxSpringEmbedderAlgorithm(QxDGraph* graph,
@@ -17,8 +17,8 @@ QxSpringEmbedderAlgorithm::QxSpringEmbedderAlgorithm(QxDGraph* graph,
       m_desiredEdgeLength(desiredEdgeLength) {}
 
 void QxSpringEmbedderAlgorithm::algorithmBody() {
-    const qx::internal::HeldObjects<QxGNode> constrained(m_constrainedNodes);
-    const qx::internal::HeldObjects<QxGNode> unconstrained(m_unconstrainedNodes);
+    const qx::internal::Snapshot<QxGNode> constrained(m_constrainedNodes);
+    const qx::internal::Snapshot<QxGNode> unconstrained(m_unconstrainedNodes);
     while (terminationCondition() == 0) {
         optimize();
     }

@@ -241,10 +241,12 @@ bool GraphModel::deactivate(ModelEdge& edge) {
 }
 
 bool GraphModel::activate(ModelEdge& edge) {
-    if (edge.graph != nullptr && edge.state == EdgeState::Deactivated) {
-        setState(edge, EdgeState::Connected);
+    if (edge.graph == nullptr || edge.state != EdgeState::Deactivated) {
+        return true;
     }
-    return true;
+    const bool connects = canConnect(edge, edge.source) && canConnect(edge, edge.target);
+    setState(edge, connects ? EdgeState::Connected : EdgeState::Disconnected);
+    return connects;
 }
 
 bool GraphModel::reverse(ModelEdge& edge) {

@@ -97,6 +97,16 @@ public:
     std::vector<ModelNode*> nodes() const;
     std::vector<ModelEdge*> edges() const;
 
+    template <class Visit>
+    void eachMember(Visit visit) const {
+        for (const auto& node : m_nodes) {
+            visit(*node);
+        }
+        for (const auto& edge : m_edges) {
+            visit(*edge);
+        }
+    }
+
     /// Compares everything with the real objects; empty, or what differs first.
     std::string difference() const;
 
@@ -110,15 +120,6 @@ private:
     bool isNestedIn(const ModelGraph* graph, const ModelGraph& around) const;
     void noteOwner(ModelMember& member);
     void endRelationsAt(const ModelGraph& graph);
-    template <class Visit>
-    void eachMember(Visit visit) const {
-        for (const auto& node : m_nodes) {
-            visit(*node);
-        }
-        for (const auto& edge : m_edges) {
-            visit(*edge);
-        }
-    }
     std::string differenceAt(const ModelGraph& graph) const;
     std::string differenceAt(const ModelNode& node) const;
     std::string differenceAt(const ModelEdge& edge) const;

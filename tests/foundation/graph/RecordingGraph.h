@@ -68,7 +68,9 @@ public:
     RecordingGraph(QxOwnedObject* owner, CallLog& log) : QxGraph(owner), m_log(log) {}
     void actOnDiscard() override { m_log.add(this, "actOnDiscard"); }
     void actOnConnectEdge(QxEdge* e) override { m_log.add(this, "connect", e); }
-    void actOnDisconnectEdge(QxEdge* e) override { m_log.add(this, "disconnect", e); }
+    void actOnDisconnectEdge(QxEdge* e) override {
+        m_log.add(this, pEdgeList()->searchObject(e) ? "disconnect when listed" : "disconnect", e);
+    }
     void actOnActivateEdge(QxEdge* e) override { m_log.add(this, "activate", e); }
     void actOnDeactivateEdge(QxEdge* e) override { m_log.add(this, "deactivate", e); }
     void actOnConnectIntergraphEdge(QxEdge* e) override {

@@ -3,7 +3,6 @@
 
 #include "qx/foundation/graph/QxChildGraphForest.h"
 
-#include <algorithm>
 #include <ostream>
 #include <vector>
 
@@ -11,10 +10,14 @@
 #include "qx/foundation/graph/QxChildGraphForestNode.h"
 #include "qx/foundation/graph/QxGraphManager.h"
 #include "qx/foundation/graph/internal/EachObject.h"
+#include "qx/foundation/graph/internal/GraphChange.h"
 #include "qx/foundation/graph/internal/GraphObjectExtras.h"
 #include "qx/foundation/util/QxDebugStream.h"
+#include "qx/foundation/util/internal/Ref.h"
 
 using qx::internal::each;
+using qx::internal::GraphChange;
+using qx::internal::Snapshot;
 
 QxChildGraphForestEdge::~QxChildGraphForestEdge() {
     forgetGraphMember();
@@ -64,13 +67,32 @@ int QxChildGraphForest::checkInvariants() const {
         const QxGraphMember* member = relation->pGraphMember();
         const QxGraph* around = member != nullptr ? member->pOwnerGraph() : nullptr;
         if (around == nullptr || member->pChildGraphForestEdge() != relation ||
-            around->m_forestNode != relation->pSourceNode() ||
-            isNestedIn(around, relation->pChildGraph())) {
-            qxDebugStream() << "forest: a relation does not fit its member, or closes a cycle\n";
+            around->m_forestNode != relation->pSourceNode()) {
+            qxDebugStream() << "forest: a relation does not fit its member\n";
             return 0;
         }
     }
+    if (!isAcyclic()) {
+        qxDebugStream() << "forest: relations close a cycle\n";
+        return 0;
+    }
     return QxTreeGraph::checkInvariants();
+}
+
+/// Whether walks down from the graphs that are nested nowhere lead to all others.
+bool QxChildGraphForest::isAcyclic() const {
+    std::vector<const QxNode*> reached;
+    for (const QxNode* node : each<QxNode>(*pNodeList())) {
+        if (node->inDegree() == 0) {
+            reached.push_back(node);
+        }
+    }
+    for (std::size_t i = 0; i < reached.size(); ++i) {
+        for (const QxEdge* relation : each<QxEdge>(*reached[i]->pOutEdgeList())) {
+            reached.push_back(relation->pTargetNode());
+        }
+    }
+    return reached.size() == static_cast<std::size_t>(numberOfNodes());
 }
 
 QxNode* QxChildGraphForest::vNewNode(int) {
@@ -82,13 +104,24 @@ QxEdge* QxChildGraphForest::vNewEdge(int) {
 }
 
 void QxChildGraphForest::actOnInsertGraph(QxGraph* graph) {
-    auto* node = static_cast<QxChildGraphForestNode*>(addNode(0));
-    node->m_graph = graph;
-    graph->m_forestNode = node;
+    if (auto* node = static_cast<QxChildGraphForestNode*>(addNode(0))) {
+        node->m_graph = graph;
+        graph->m_forestNode = node;
+    }
 }
 
 void QxChildGraphForest::actOnRemoveGraph(QxGraph* graph) {
-    if (QxChildGraphForestNode* node = graph->m_forestNode) {
+    QxChildGraphForestNode* const node = graph->m_forestNode;
+    if (node == nullptr) {
+        return;
+    }
+    for (QxChildGraphForestEdge* relation : Snapshot<QxChildGraphForestEdge>{
+             node->pInEdgeList(), node->pOutEdgeList(), node->pDisconnectedEdgeList()}) {
+        if (relation->pGraphMember() != nullptr) {
+            endRelation(relation->pGraphMember());
+        }
+    }
+    if (graph->m_forestNode == node) {
         graph->m_forestNode = nullptr;
         discardNode(node);
     }
@@ -129,13 +162,18 @@ int QxChildGraphForest::actOnSetChildGraph(QxGraphMember* member, QxGraph* graph
     if (graph != nullptr && !canNest(member, graph)) {
         return 0;
     }
-    endRelation(member);
+    GraphChange change(*m_manager, *member, ChildGraphChanged);
+    discardRelation(member);
     if (graph != nullptr) {
         auto* relation = static_cast<QxChildGraphForestEdge*>(
             addEdge(member->pOwnerGraph()->m_forestNode, graph->m_forestNode, 0));
+        if (relation == nullptr) {
+            return 0;
+        }
         relation->m_member = member;
         member->extras().forestEdge = relation;
     }
+    change.tell();
     return 1;
 }
 
@@ -143,6 +181,7 @@ bool QxChildGraphForest::canNest(const QxGraphMember* member, const QxGraph* gra
     const QxGraph* around = member->pOwnerGraph();
     if (around == nullptr || around->pOwnerGraphManager() != m_manager ||
         graph->pOwnerGraphManager() != m_manager || graph->canBeChildGraph() == 0 ||
+        around->m_forestNode == nullptr || graph->m_forestNode == nullptr ||
         pParentRelation(graph) != nullptr) {
         return false;
     }
@@ -150,6 +189,9 @@ bool QxChildGraphForest::canNest(const QxGraphMember* member, const QxGraph* gra
 }
 
 bool QxChildGraphForest::isNestedIn(const QxGraph* graph, const QxGraph* around) const {
+    if (around == nullptr || (graph != around && around->m_forestNode->outDegree() == 0)) {
+        return false;  // nothing is nested there: a chain that grows at its end needs no climb
+    }
     // Climbs the connected relations: the owner graphs of members on their way are new already.
     while (graph != nullptr && graph != around) {
         const QxChildGraphForestNode* node = graph->m_forestNode;
@@ -162,6 +204,12 @@ bool QxChildGraphForest::isNestedIn(const QxGraph* graph, const QxGraph* around)
 }
 
 void QxChildGraphForest::endRelation(QxGraphMember* member) {
+    GraphChange change(*m_manager, *member, ChildGraphChanged);
+    discardRelation(member);
+    change.tell();
+}
+
+void QxChildGraphForest::discardRelation(QxGraphMember* member) {
     if (QxChildGraphForestEdge* relation = member->pChildGraphForestEdge()) {
         relation->pForest()->vDiscardChildGraphForestEdge(relation);
     }
@@ -172,8 +220,9 @@ void QxChildGraphForest::vDiscardChildGraphForestEdge(QxChildGraphForestEdge* ed
 }
 
 void QxChildGraphForest::actOnDestroyAllChildGraphRelations() {
-    for (const QxEdgeDList* list : {pEdgeList(), pDisconnectedEdgeList()}) {
-        for (QxChildGraphForestEdge* relation : each<QxChildGraphForestEdge>(*list)) {
+    for (QxChildGraphForestEdge* relation :
+         Snapshot<QxChildGraphForestEdge>{pEdgeList(), pDisconnectedEdgeList()}) {
+        if (relation->pOwnerGraph() == this) {
             vDiscardChildGraphForestEdge(relation);
         }
     }
@@ -200,16 +249,27 @@ QxGraph* QxChildGraphForest::pParentGraph(const QxGraph* graph) const {
 }
 
 QxGraph* QxChildGraphForest::pNearestCommonGraph(QxGraph* first, QxGraph* second) const {
-    std::vector<const QxGraph*> aroundFirst;
-    for (QxGraph* g = first; g != nullptr; g = pParentGraph(g)) {
-        aroundFirst.push_back(g);
+    std::int32_t depth = depthOf(first) - depthOf(second);
+    for (; depth > 0; --depth) {
+        first = pParentGraph(first);
     }
-    for (QxGraph* g = second; g != nullptr; g = pParentGraph(g)) {
-        if (std::find(aroundFirst.begin(), aroundFirst.end(), g) != aroundFirst.end()) {
-            return g;
-        }
+    for (; depth < 0; ++depth) {
+        second = pParentGraph(second);
     }
-    return nullptr;
+    while (first != second) {
+        first = pParentGraph(first);
+        second = pParentGraph(second);
+    }
+    return first;
+}
+
+/// How many graphs lie around the graph; -1 for null.
+std::int32_t QxChildGraphForest::depthOf(const QxGraph* graph) const {
+    std::int32_t depth = -1;
+    for (; graph != nullptr; graph = pParentGraph(graph)) {
+        ++depth;
+    }
+    return depth;
 }
 
 void QxChildGraphForest::appendChildGraphs(const QxGraph* graph, QxGraphDList* list) const {
@@ -225,8 +285,10 @@ void QxChildGraphForest::moveGraphsTo(QxChildGraphForest* forest) {
     forest->transferTopology(this);
     if (const QxGraph* between = m_manager->pQueryIntergraph()) {
         QxNode* node = between->m_forestNode;  // the intergraph itself stays; its contents move
-        node->transferOutEdges(forest->m_manager->pIntergraph()->m_forestNode);
-        forest->removeNode(node);
-        insertNode(node);
+        if (node != nullptr) {
+            node->transferOutEdges(forest->m_manager->pIntergraph()->m_forestNode);
+            forest->removeNode(node);
+            insertNode(node);
+        }
     }
 }

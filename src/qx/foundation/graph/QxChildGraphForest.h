@@ -65,7 +65,10 @@ private:
 
     bool canNest(const QxGraphMember* member, const QxGraph* graph) const;
     bool isNestedIn(const QxGraph* graph, const QxGraph* around) const;
+    bool isAcyclic() const;
+    std::int32_t depthOf(const QxGraph* graph) const;
     void endRelation(QxGraphMember* member);
+    static void discardRelation(QxGraphMember* member);
     void moveGraphsTo(QxChildGraphForest* forest);
 
     QxGraphManager* m_manager;

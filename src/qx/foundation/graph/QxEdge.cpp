@@ -9,8 +9,12 @@
 #include "qx/foundation/graph/QxGraph.h"
 #include "qx/foundation/graph/QxGraphManager.h"
 #include "qx/foundation/graph/QxNode.h"
+#include "qx/foundation/graph/internal/GraphChange.h"
 #include "qx/foundation/util/QxDebugStream.h"
-#include "qx/foundation/util/internal/KeepAlive.h"
+#include "qx/foundation/util/internal/Ref.h"
+
+using qx::internal::GraphChange;
+using qx::internal::Ref;
 
 QxEdge::GraphCells::GraphCells(QxEdge* edge) : sourceCell(edge), targetCell(edge) {}
 
@@ -18,6 +22,7 @@ QxEdge::QxEdge(QxOwnedObject* owner)
     : QxGraphMember(owner), m_sourceCell(this), m_targetCell(this) {}
 
 QxEdge::~QxEdge() {
+    endNesting();
     if (hasFlag(qx::flags::PathObject) == 0) {
         if (QxGraph* graph = pOwnerGraph()) {
             graph->removeEdge(this);
@@ -114,9 +119,11 @@ int QxEdge::disconnect() {
     if (connected() == 0 || deactivated() != 0) {
         return 0;
     }
+    GraphChange change(*this, *this, EdgeDisconnected);
     changeState(0, qx::flags::EdgeConnected);
     tellEnds(&QxGraph::actOnDisconnectEdge, &QxGraph::actOnDisconnectIntergraphEdge,
              &QxNode::actOnDisconnectEdge);
+    change.tell();
     return 1;
 }
 
@@ -124,9 +131,15 @@ int QxEdge::vConnect() {
     if (disconnected() == 0 || canConnect(m_source) == 0 || canConnect(m_target) == 0) {
         return 0;
     }
+    // The insertion tells of itself.
+    GraphChange change;
+    if (hasFlag(BeingInserted) == 0) {
+        change = GraphChange(*this, *this, EdgeConnected);
+    }
     changeState(qx::flags::EdgeConnected, 0);
     tellEnds(&QxGraph::actOnConnectEdge, &QxGraph::actOnConnectIntergraphEdge,
              &QxNode::actOnConnectEdge);
+    change.tell();
     return 1;
 }
 
@@ -137,18 +150,27 @@ int QxEdge::deactivate() {
     if (connected() == 0) {
         return 0;
     }
+    GraphChange change(*this, *this, EdgeDeactivated);
     changeState(qx::flags::EdgeDeactivated, 0);
     tellEnds(&QxGraph::actOnDeactivateEdge, &QxGraph::actOnDeactivateIntergraphEdge,
              &QxNode::actOnDeactivateEdge);
+    change.tell();
     return 1;
 }
 
 int QxEdge::activate() {
-    if (deactivated() != 0) {
-        changeState(0, qx::flags::EdgeDeactivated);
-        tellEnds(&QxGraph::actOnActivateEdge, &QxGraph::actOnActivateIntergraphEdge,
-                 &QxNode::actOnActivateEdge);
+    if (deactivated() == 0) {
+        return 1;
     }
+    if (canConnect(m_source) == 0 || canConnect(m_target) == 0) {
+        settleAsDisconnected();  // an end has left meanwhile
+        return 0;
+    }
+    GraphChange change(*this, *this, EdgeActivated);
+    changeState(0, qx::flags::EdgeDeactivated);
+    tellEnds(&QxGraph::actOnActivateEdge, &QxGraph::actOnActivateIntergraphEdge,
+             &QxNode::actOnActivateEdge);
+    change.tell();
     return 1;
 }
 
@@ -158,6 +180,8 @@ int QxEdge::connect(QxNode* source, QxNode* target) {
             return 0;
         }
     }
+    const Ref alive(*this);
+    const Ref targetAlive(*target);
     if (changeSourceNodeWithoutConnect(source) == 0 ||
         changeTargetNodeWithoutConnect(target) == 0) {
         return 0;
@@ -184,30 +208,42 @@ int QxEdge::changeEnd(QxNode*& end, QxNode* node, bool source) {
     if (canEnd(node) == 0 || (attached && canConnect(node) == 0)) {
         return 0;
     }
-    QxNode* oldNode = end;
+    const Ref alive(*this);
+    const Ref oldNode(end);
+    GraphChange change(*this, *this, EdgeEndsChanged);
     leaveEndLists();
     end = node;
     if (ownerValid() != 0) {
         enterEndLists();
+        updateGraphCells();
     }
+    tellOfChangedEnd(oldNode.get(), node, source);
+    change.tell();
+    return 1;
+}
+
+void QxEdge::tellOfChangedEnd(QxNode* oldNode, QxNode* node, bool source) {
+    const QxNode* const& end = source ? m_source : m_target;
     const auto hook = source ? &QxNode::actOnChangeSourceNode : &QxNode::actOnChangeTargetNode;
     if (oldNode != nullptr) {
         (oldNode->*hook)(this, oldNode, node);
     }
-    (node->*hook)(this, oldNode, node);
-    if (intergraphEdge() != 0 && hasFlag(qx::flags::PathObject) == 0) {
-        const auto graphHook = source ? &QxGraph::actOnChangeSourceNodeAtIntergraphEdge
-                                      : &QxGraph::actOnChangeTargetNodeAtIntergraphEdge;
-        QxGraph* oldGraph = oldNode != nullptr ? oldNode->pOwnerGraph() : nullptr;
-        QxGraph* newGraph = node->pOwnerGraph();
-        if (oldGraph != nullptr) {
-            (oldGraph->*graphHook)(this, oldNode, node);
-        }
-        if (newGraph != nullptr && newGraph != oldGraph) {
-            (newGraph->*graphHook)(this, oldNode, node);
-        }
+    if (end == node) {
+        (node->*hook)(this, oldNode, node);
     }
-    return 1;
+    if (end != node || intergraphEdge() == 0 || hasFlag(qx::flags::PathObject) != 0) {
+        return;
+    }
+    const auto graphHook = source ? &QxGraph::actOnChangeSourceNodeAtIntergraphEdge
+                                  : &QxGraph::actOnChangeTargetNodeAtIntergraphEdge;
+    QxGraph* oldGraph = oldNode != nullptr ? oldNode->pOwnerGraph() : nullptr;
+    if (oldGraph != nullptr) {
+        (oldGraph->*graphHook)(this, oldNode, node);
+    }
+    QxGraph* newGraph = end == node ? node->pOwnerGraph() : nullptr;
+    if (newGraph != nullptr && newGraph != oldGraph) {
+        (newGraph->*graphHook)(this, oldNode, node);
+    }
 }
 
 int QxEdge::changeEndNodes(QxNode* source, QxNode* target) {
@@ -231,9 +267,9 @@ int QxEdge::changeEndNodes(QxNode* source, QxNode* target) {
         return change();
     }
     // Listeners hear of the edge while it is disconnected; they may discard any of the three.
-    const qx::internal::KeepAlive alive(*this);
-    const qx::internal::KeepAlive sourceAlive(*source);
-    const qx::internal::KeepAlive targetAlive(*target);
+    const Ref alive(*this);
+    const Ref sourceAlive(*source);
+    const Ref targetAlive(*target);
     const QxGraph* graph = pOwnerGraph();
     disconnect();
     if (pOwnerGraph() != graph) {
@@ -248,14 +284,20 @@ int QxEdge::reverse() {
     if (m_source == nullptr || m_target == nullptr) {
         return 0;
     }
+    const Ref alive(*this);
+    GraphChange change(*this, *this, EdgeReversed);
     leaveEndLists();
     std::swap(m_source, m_target);
     if (ownerValid() != 0) {
         enterEndLists();
         updateGraphCells();
     }
+    const QxNode* const source = m_source;
     m_source->actOnChangeSourceNode(this, m_target, m_source);
-    m_target->actOnChangeTargetNode(this, m_source, m_target);
+    if (m_source == source && m_target != nullptr) {
+        m_target->actOnChangeTargetNode(this, m_source, m_target);
+    }
+    change.tell();
     return 1;
 }
 
@@ -276,7 +318,9 @@ void QxEdge::duplicateTopology(QxEdge* source) {
 }
 
 void QxEdge::copyEdge(const QxEdge* source, int) {
-    copyName(*source);
+    if (source != nullptr && source != this) {
+        copyName(*source);
+    }
 }
 
 void QxEdge::nullEndNodes() {
@@ -367,57 +411,78 @@ void QxEdge::changeState(std::uint32_t setBits, std::uint32_t clearBits) {
     if (listed) {
         graph->listOfState(this).transferCell(pOwnerCell(), oldList);
         m_listStamp = graph->nextListStamp();
+        updateGraphCells();
     }
 }
 
 void QxEdge::settleAsDisconnected() {
     if (deactivated() != 0) {
+        GraphChange change(*this, *this, EdgeDisconnected);
         changeState(0, qx::flags::EdgeConnected | qx::flags::EdgeDeactivated);
-        updateGraphCells();
+        change.tell();
     } else {
         disconnect();
     }
 }
 
 void QxEdge::settleBetweenManagers() {
-    const auto isElsewhere = [this](const QxNode* node) {
+    const QxGraph* own = pOwnerGraph();
+    const auto isElsewhere = [own](const QxNode* node) {
         const QxGraph* graph = node != nullptr ? node->pOwnerGraph() : nullptr;
-        return graph != nullptr &&
-               graph->pOwnerGraphManager() != pOwnerGraph()->pOwnerGraphManager();
+        return graph != nullptr && graph->pOwnerGraphManager() != own->pOwnerGraphManager();
     };
     const bool attached = connected() != 0 || deactivated() != 0;
-    if (attached && (isElsewhere(m_source) || isElsewhere(m_target))) {
+    if (own != nullptr && attached && (isElsewhere(m_source) || isElsewhere(m_target))) {
         settleAsDisconnected();
     }
 }
 
 void QxEdge::loseEnds() {
-    const bool active = connected() != 0 && deactivated() == 0;
-    leaveEndLists();
-    setFlag(qx::flags::EdgeConnected | qx::flags::EdgeDeactivated, 0);
-    if (active) {
+    const QxGraph* const graph = pOwnerGraph();
+    if (connected() != 0 && deactivated() == 0) {
+        changeState(0, qx::flags::EdgeConnected);
         tellEnds(&QxGraph::actOnDisconnectEdge, &QxGraph::actOnDisconnectIntergraphEdge,
                  &QxNode::actOnDisconnectEdge);
     }
-    nullEndNodes();
+    if (pOwnerGraph() == graph) {
+        nullEndNodes();
+        if (hasFlag(BeingInserted) != 0) {
+            changeState(0, BeingInserted);
+        }
+    }
 }
 
 void QxEdge::tellEnds(GraphHook ownGraphHook, GraphHook endGraphHook, NodeHook nodeHook) {
-    QxGraph* graph = pOwnerGraph();
+    // A hook may change the edge again; the others have then been told of that, and the rest of
+    // this story would come too late. While the ends are the same they are alive.
+    const Ref alive(*this);
+    QxGraph* const graph = pOwnerGraph();
+    const auto stands = [this, graph, state = stateBits(), source = m_source, target = m_target] {
+        return pOwnerGraph() == graph && stateBits() == state && m_source == source &&
+               m_target == target;
+    };
     if (graph->isIntergraph() != 0 && hasFlag(qx::flags::PathObject) == 0) {
-        QxGraph* sourceGraph = m_source->pOwnerGraph();
-        QxGraph* targetGraph = m_target->pOwnerGraph();
+        QxGraph* const sourceGraph = m_source->pOwnerGraph();
         if (sourceGraph != nullptr) {
             (sourceGraph->*endGraphHook)(this);
         }
+        QxGraph* const targetGraph = stands() ? m_target->pOwnerGraph() : nullptr;
         if (targetGraph != nullptr && targetGraph != sourceGraph) {
             (targetGraph->*endGraphHook)(this);
         }
     } else {
         (graph->*ownGraphHook)(this);
     }
-    (m_source->*nodeHook)(this);
-    (m_target->*nodeHook)(this);
+    if (stands()) {
+        (m_source->*nodeHook)(this);
+    }
+    if (stands()) {
+        (m_target->*nodeHook)(this);
+    }
+}
+
+std::uint32_t QxEdge::stateBits() const {
+    return flagWord() & (qx::flags::EdgeConnected | qx::flags::EdgeDeactivated);
 }
 
 void QxEdge::updateGraphCells() {

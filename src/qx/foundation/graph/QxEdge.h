@@ -30,7 +30,8 @@ public:
 
     /// Takes a connected edge into the disconnected state. 0 when it is not connected.
     virtual int disconnect();
-    /// Brings a deactivated edge back. Nonzero when the edge is active afterwards.
+    /// Brings a deactivated edge back, or, where an end no longer allows a connection, makes it a
+    /// disconnected one. Nonzero when the edge is active afterwards.
     virtual int activate();
     /// Takes a connected edge into the deactivated state. Nonzero when it is deactivated
     /// afterwards.
@@ -59,6 +60,8 @@ public:
     virtual int canEnd(const QxNode* node) const;
     /// Whether the edge may be connected to `node` as both stand now.
     virtual int canConnect(const QxNode* node) const;
+    /// Takes over the attributes of `source`; with `deep` nonzero what it contains, too. Null or
+    /// this edge: no change.
     virtual void copyEdge(const QxEdge* source, int deep);
 
     /// Connects a disconnected edge to its ends. 0, and no change, when it is connected or
@@ -121,7 +124,9 @@ private:
     void settleBetweenManagers();
     void loseEnds();
     void tellEnds(GraphHook ownGraphHook, GraphHook endGraphHook, NodeHook nodeHook);
+    std::uint32_t stateBits() const;
     int changeEnd(QxNode*& end, QxNode* node, bool source);
+    void tellOfChangedEnd(QxNode* oldNode, QxNode* node, bool source);
     void updateGraphCells();
     void leaveGraphLists();
 

@@ -12,8 +12,10 @@
 #include "qx/foundation/graph/QxNode.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/util/QxDebugStream.h"
+#include "qx/foundation/util/internal/Ref.h"
 
 using qx::internal::each;
+using qx::internal::Ref;
 
 namespace {
 
@@ -131,12 +133,19 @@ void QxGraph::debugOutputEdges(int depth) const {
 }
 
 void QxGraph::emptyTopology() {
+    // Each step starts anew at the first one, for it may take others along. What refuses to go, in
+    // a subclass, ends the work.
+    const Ref alive(*this);
     while (QxObject* node = m_nodes.pFirstObject()) {
-        discardNode(static_cast<QxNode*>(node));
+        if (discardNode(static_cast<QxNode*>(node)) == 0 && m_nodes.pFirstObject() == node) {
+            break;
+        }
     }
     for (const QxEdgeDList* list : {&m_edges, &m_disconnectedEdges, &m_deactivatedEdges}) {
         while (QxObject* edge = list->pFirstObject()) {
-            discardEdge(static_cast<QxEdge*>(edge));
+            if (discardEdge(static_cast<QxEdge*>(edge)) == 0 && list->pFirstObject() == edge) {
+                break;
+            }
         }
     }
 }

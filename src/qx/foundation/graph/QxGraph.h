@@ -3,12 +3,20 @@
 
 #pragma once
 
+#include <vector>
+
 #include "qx/foundation/graph/QxExtendableGraphObject.h"
 #include "qx/foundation/graph/QxGraphDLists.h"
 
 class QxChildGraphForestNode;
 class QxGraphManager;
 class QxGraphMember;
+
+namespace qx::internal {
+class GraphChange;
+template <class T>
+class Snapshot;
+}  // namespace qx::internal
 
 /// An abstract graph: it owns nodes and edges and runs every change of topology through its
 /// virtual steps (`v...`) and hooks (`act...`), which drawing graphs override.
@@ -122,7 +130,8 @@ protected:
 public:
     /// Appends the graphs whose derived state has to rest together with that of this graph.
     virtual void vBuildListOfAttachedGraphsForDeepDisable(QxGraphDList* list);
-    /// Takes over the attributes of `source`; with `deep` nonzero its contents, too.
+    /// Takes over the attributes of `source`; with `deep` nonzero its contents, too. Null or this
+    /// graph: no change.
     virtual void copyGraph(const QxGraph* source, int deep);
 
     /// @name Topology
@@ -197,6 +206,7 @@ public:
     /// @}
 
 private:
+    friend class qx::internal::GraphChange;
     friend class QxChildGraphForest;
     friend class QxEdge;
     friend class QxGraphManager;
@@ -206,14 +216,17 @@ private:
     QxEdgeDList& listOfState(const QxEdge* edge);
     void adopt(QxGraphMember* member, QxDList& list);
     void dismiss(QxGraphMember* member, QxDList& list);
-    void disconnectOwnEdgesAt(QxNode* node);
+    bool disconnectOwnEdgesAt(QxNode* node);
     void tellGraphsOfIntergraphEdgesAt(QxNode* node);
     static void discardEdgesAt(QxNode* node);
     void leaveMembersToHeir();
-    void takeOverMembers(QxDList& from, QxDList& to);
-    void duplicateNodesOf(const QxGraph* source);
-    void duplicateEdgesOf(const QxGraph* source, int disconnected, int deactivated);
-    QxEdge* duplicateEdge(QxEdge* source);
+    template <class L>
+    void takeOverMembers(QxGraph& former, L QxGraph::*list,
+                         std::vector<qx::internal::GraphChange>& changes);
+    using Twins = qx::internal::Snapshot<QxGraphObject>;
+    void duplicateNodesOf(const QxGraph* source, Twins& twins);
+    void duplicateEdgesOf(const QxGraph* source, int disconnected, int deactivated, Twins& twins);
+    QxEdge* duplicateEdge(QxEdge* source, Twins& twins);
     void restoreIncidenceOrderOf(const QxGraph* source);
     void orderIntergraphEdgesLike(const QxGraph* source);
 

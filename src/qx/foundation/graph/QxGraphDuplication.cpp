@@ -8,8 +8,12 @@
 #include "qx/foundation/graph/QxGraph.h"
 #include "qx/foundation/graph/QxNode.h"
 #include "qx/foundation/graph/internal/EachObject.h"
+#include "qx/foundation/graph/internal/GraphChange.h"
+#include "qx/foundation/util/internal/Ref.h"
 
 using qx::internal::each;
+using qx::internal::Ref;
+using qx::internal::Snapshot;
 
 void QxGraph::copyGraph(const QxGraph* source, int deep) {
     if (source == nullptr || source == this) {
@@ -34,47 +38,53 @@ void QxGraph::duplicateTopology(QxGraph* source, int disconnected, int deactivat
 
 void QxGraph::internalDuplicateTopology(QxGraph* source, int disconnected, int deactivated) {
     if (source != nullptr && source != this) {
-        duplicateNodesOf(source);
-        duplicateEdgesOf(source, disconnected, deactivated);
+        const Ref sourceAlive(*source);
+        Twins twins;
+        duplicateNodesOf(source, twins);
+        duplicateEdgesOf(source, disconnected, deactivated, twins);
         restoreIncidenceOrderOf(source);
     }
 }
 
-void QxGraph::duplicateNodesOf(const QxGraph* source) {
-    for (QxNode* node : each<QxNode>(source->m_nodes)) {
-        if (QxNode* twin = vNewNode(0)) {
-            twin->copyNode(node, 0);
-            if (vInsertNode(twin) == nullptr) {
-                twin->vRelease();
-                continue;
-            }
-            twin->internalDuplicateTopology(node);
-            node->pIUserField(twin);
+void QxGraph::duplicateNodesOf(const QxGraph* source, Twins& twins) {
+    for (QxNode* node : Snapshot<QxNode>(&source->m_nodes)) {
+        QxNode* twin = vNewNode(0);
+        if (twin == nullptr) {
+            continue;
         }
+        twins.add(twin);
+        twin->copyNode(node, 0);
+        if (vInsertNode(twin) == nullptr) {
+            twin->vRelease();
+            continue;
+        }
+        twin->internalDuplicateTopology(node);
+        node->pIUserField(twin);
     }
 }
 
-void QxGraph::duplicateEdgesOf(const QxGraph* source, int disconnected, int deactivated) {
-    for (QxEdge* edge : each<QxEdge>(source->m_edges)) {
-        duplicateEdge(edge);
+void QxGraph::duplicateEdgesOf(const QxGraph* source, int disconnected, int deactivated,
+                               Twins& twins) {
+    for (QxEdge* edge : Snapshot<QxEdge>(&source->m_edges)) {
+        duplicateEdge(edge, twins);
     }
     if (disconnected != 0) {
-        for (QxEdge* edge : each<QxEdge>(source->m_disconnectedEdges)) {
-            if (QxEdge* twin = duplicateEdge(edge)) {
+        for (QxEdge* edge : Snapshot<QxEdge>(&source->m_disconnectedEdges)) {
+            if (QxEdge* twin = duplicateEdge(edge, twins)) {
                 twin->disconnect();
             }
         }
     }
     if (deactivated != 0) {
-        for (QxEdge* edge : each<QxEdge>(source->m_deactivatedEdges)) {
-            if (QxEdge* twin = duplicateEdge(edge)) {
+        for (QxEdge* edge : Snapshot<QxEdge>(&source->m_deactivatedEdges)) {
+            if (QxEdge* twin = duplicateEdge(edge, twins)) {
                 twin->deactivate();
             }
         }
     }
 }
 
-QxEdge* QxGraph::duplicateEdge(QxEdge* source) {
+QxEdge* QxGraph::duplicateEdge(QxEdge* source, Twins& twins) {
     const auto twinOf = [](QxNode* node) {
         return node != nullptr ? static_cast<QxNode*>(node->pIUserField()) : nullptr;
     };
@@ -84,6 +94,7 @@ QxEdge* QxGraph::duplicateEdge(QxEdge* source) {
     if (twin == nullptr) {
         return nullptr;  // an end lies outside what is being duplicated
     }
+    twins.add(twin);
     twin->copyEdge(source, 0);
     if (vInsertEdge(twin, from, to) == nullptr) {
         twin->vRelease();
@@ -103,9 +114,11 @@ void QxGraph::restoreIncidenceOrderOf(const QxGraph* source) {
 }
 
 void QxGraph::orderIntergraphEdgesLike(const QxGraph* source) {
-    for (QxEdgeDList QxGraph::*list :
-         {&QxGraph::m_enteringIntergraphEdges, &QxGraph::m_leavingIntergraphEdges,
-          &QxGraph::m_unconnectedIntergraphEdges}) {
+    constexpr std::pair<QxEdgeDList QxGraph::*, QxGraphListEnum> Lists[] = {
+        {&QxGraph::m_enteringIntergraphEdges, QxListOfEnteringEdges},
+        {&QxGraph::m_leavingIntergraphEdges, QxListOfLeavingEdges},
+        {&QxGraph::m_unconnectedIntergraphEdges, QxListOfUnconnectedEdges}};
+    for (const auto& [list, which] : Lists) {
         QxEdgeDList& own = this->*list;
         const QxDListCell* cell = (source->*list).pFirstCell();
         for (; cell != nullptr; cell = cell->pNextCell()) {
@@ -119,6 +132,9 @@ void QxGraph::orderIntergraphEdgesLike(const QxGraph* source) {
             if ((atTarget ? cells.targetList : cells.sourceList) == &own) {
                 own.transferCell(atTarget ? &cells.targetCell : &cells.sourceCell, &own);
             }
+        }
+        if (own.count() > 1) {
+            qx::internal::tellOrderChanged(*this, which, own);
         }
     }
 }

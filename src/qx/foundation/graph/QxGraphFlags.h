@@ -14,6 +14,8 @@ inline constexpr std::uint32_t Processing = 0x2;            ///< mark of a runni
 inline constexpr std::uint32_t InQuadTree = 0x4;            ///< registered in a spatial index
 inline constexpr std::uint32_t TemporarilyInvisible = 0x8;  ///< left out while being rearranged
 
+inline constexpr std::uint32_t Discarding = 0x08000000;  ///< about to go, once it is removed
+
 // Nodes and edges.
 inline constexpr std::uint32_t PathObject = 0x20;  ///< belongs to the path of an edge
 

@@ -4,6 +4,7 @@
 #include "qx/foundation/graph/QxGraphManager.h"
 
 #include <ostream>
+#include <vector>
 
 #include "qx/foundation/graph/QxAFactory.h"
 #include "qx/foundation/graph/QxChildGraphForest.h"
@@ -12,10 +13,14 @@
 #include "qx/foundation/graph/QxGraph.h"
 #include "qx/foundation/graph/QxNode.h"
 #include "qx/foundation/graph/internal/EachObject.h"
+#include "qx/foundation/graph/internal/GraphChange.h"
 #include "qx/foundation/util/QxDebugStream.h"
-#include "qx/foundation/util/internal/KeepAlive.h"
+#include "qx/foundation/util/internal/Ref.h"
 
 using qx::internal::each;
+using qx::internal::GraphChange;
+using qx::internal::Ref;
+using qx::internal::Snapshot;
 
 namespace {
 
@@ -111,13 +116,16 @@ void QxGraphManager::debugOutputGraphs(int depth) const {
 
 void QxGraphManager::emptyTopology() {
     while (QxObject* graph = m_graphs.pLastObject()) {
-        discardGraph(static_cast<QxGraph*>(graph));
+        if (discardGraph(static_cast<QxGraph*>(graph)) == 0 && m_graphs.pLastObject() == graph) {
+            break;  // a subclass refuses
+        }
     }
     if (QxGraph* intergraph = m_intergraph) {
-        const qx::internal::KeepAlive alive(*intergraph);
+        const Ref alive(*intergraph);
         intergraph->emptyTopology();
         if (m_intergraph == intergraph) {
             intergraph->actOnDiscard();
+            intergraph->setFlag(qx::flags::Discarding, 1);
             forgetGraph(intergraph);
             intergraph->vRelease();
         }
@@ -137,6 +145,7 @@ QxGraph* QxGraphManager::pIntergraph() {
         m_intergraph = vNewIntergraph(0);
         if (m_intergraph != nullptr) {
             pChildGraphForest()->actOnInsertGraph(m_intergraph);
+            GraphChange(*this, *m_intergraph, GraphInserted).tell();
         }
     }
     return m_intergraph;
@@ -144,7 +153,11 @@ QxGraph* QxGraphManager::pIntergraph() {
 
 QxChildGraphForest* QxGraphManager::pChildGraphForest() const {
     if (m_forest == nullptr) {
-        m_forest = const_cast<QxGraphManager*>(this)->vNewChildGraphForest();
+        auto* self = const_cast<QxGraphManager*>(this);
+        m_forest = self->vNewChildGraphForest();
+        if (m_forest == nullptr) {
+            m_forest = new QxChildGraphForest(self);  // there is no manager without one
+        }
     }
     return m_forest;
 }
@@ -211,10 +224,13 @@ QxGraph* QxGraphManager::vInsertGraph(QxGraph* graph) {
     if (canInsertGraph(graph) == 0) {
         return nullptr;
     }
+    const Ref alive(*graph);
+    GraphChange change(*this, *graph, GraphInserted);
     m_graphs.appendCell(&graph->m_managerCell);
     graph->pOwner(this);
     graph->ownerValid(1);
     pChildGraphForest()->actOnInsertGraph(graph);
+    change.tell();
     return graph;
 }
 
@@ -222,18 +238,24 @@ QxGraph* QxGraphManager::vRemoveGraph(QxGraph* graph) {
     if (graph == nullptr || graph == m_intergraph || graph->pOwnerGraphManager() != this) {
         return nullptr;
     }
-    detachBetweenGraphs(graph);
+    const Ref alive(*graph);
+    if (!detachBetweenGraphs(graph) || graph->pOwnerGraphManager() != this) {
+        return nullptr;  // a listener has been quicker, or insists on an edge
+    }
     forgetGraph(graph);
-    return graph;
+    return graph->ownerValid() == 0 ? graph : nullptr;
 }
 
 int QxGraphManager::vDiscardGraph(QxGraph* graph) {
     if (graph == nullptr || graph == m_intergraph || graph->pOwnerGraphManager() != this) {
         return 0;
     }
-    const qx::internal::KeepAlive alive(*graph);
+    const Ref alive(*graph);
     graph->emptyTopology();  // with the edges from here to other graphs
-    if (graph->pOwnerGraphManager() != this || removeGraph(graph) == nullptr) {
+    graph->setFlag(qx::flags::Discarding, 1);
+    const bool removed = graph->pOwnerGraphManager() == this && removeGraph(graph) != nullptr;
+    graph->setFlag(qx::flags::Discarding, 0);
+    if (!removed || graph->ownerValid() != 0) {
         return 0;  // a listener has been quicker
     }
     graph->actOnDiscard();
@@ -241,24 +263,25 @@ int QxGraphManager::vDiscardGraph(QxGraph* graph) {
     return 1;
 }
 
-void QxGraphManager::detachBetweenGraphs(QxGraph* graph) {
-    for (const QxEdgeDList* list :
-         {graph->pEnteringIntergraphEdgeList(), graph->pLeavingIntergraphEdgeList()}) {
-        while (QxObject* edge = list->pFirstObject()) {
-            static_cast<QxEdge*>(edge)->settleAsDisconnected();
-        }
-    }
-    for (QxEdge* edge : each<QxEdge>(*graph->pUnconnectedIntergraphEdgeList())) {
-        if (edge->deactivated() != 0) {
+/// Whether no edge from or to another graph is attached any more.
+bool QxGraphManager::detachBetweenGraphs(QxGraph* graph) {
+    for (QxEdge* edge :
+         Snapshot<QxEdge>{&graph->m_enteringIntergraphEdges, &graph->m_leavingIntergraphEdges,
+                          &graph->m_unconnectedIntergraphEdges}) {
+        if (edge->disconnected() == 0) {
             edge->settleAsDisconnected();
         }
     }
+    return graph->m_enteringIntergraphEdges.isEmpty() != 0 &&
+           graph->m_leavingIntergraphEdges.isEmpty() != 0;
 }
 
 void QxGraphManager::forgetGraph(QxGraph* graph) {
     if (m_forest != nullptr) {
         m_forest->actOnRemoveGraph(graph);
     }
+    const bool going = graph->referenceCount() == 0 || graph->hasFlag(qx::flags::Discarding) != 0;
+    GraphChange change(*this, *graph, going ? GraphDiscarded : GraphRemoved);
     if (graph == m_intergraph) {
         m_intergraph = nullptr;
     } else if (graph->m_managerCell.isLinked() != 0) {
@@ -266,6 +289,7 @@ void QxGraphManager::forgetGraph(QxGraph* graph) {
     }
     graph->pOwner(pUnverifiedFactory());
     graph->ownerValid(0);
+    change.tell();
 }
 
 QxEdge* QxGraphManager::vAddEdge(QxNode* source, QxNode* target, int type) {
@@ -308,13 +332,24 @@ int QxGraphManager::vTransferTopology(QxGraphManager* manager) {
         return 0;
     }
     QxGraph* between = manager->pQueryIntergraph();
+    if (between != nullptr && pIntergraph() == nullptr) {
+        return 0;
+    }
     manager->pChildGraphForest()->moveGraphsTo(pChildGraphForest());
+    std::vector<GraphChange> changes;
+    const bool heard = qx::internal::hearsGraphChange(*this, GraphInserted);
     for (QxGraph* graph : each<QxGraph>(manager->m_graphs)) {
+        if (heard) {
+            changes.emplace_back(*this, *graph, GraphInserted);
+        }
+        m_graphs.transferCell(&graph->m_managerCell, &manager->m_graphs);
         graph->pOwner(this);
     }
-    m_graphs.appendList(&manager->m_graphs);
-    if (between != nullptr) {
-        pIntergraph()->transferTopology(between);
+    for (GraphChange& change : changes) {
+        change.tell();
+    }
+    if (between != nullptr && manager->pQueryIntergraph() == between && m_intergraph != nullptr) {
+        m_intergraph->transferTopology(between);
     }
     return 1;
 }
@@ -334,6 +369,9 @@ void QxGraphManager::vBuildListOfAttachedMgrsForDeepDisable(QxDList* list) {
 }
 
 void QxGraphManager::copyGraphManager(const QxGraphManager* source, int deep) {
+    if (source == nullptr || source == this) {
+        return;
+    }
     copyName(*source);
     if (deep != 0) {
         emptyTopology();
@@ -355,36 +393,66 @@ void QxGraphManager::internalDuplicateTopology(QxGraphManager* source) {
     if (source == nullptr || source == this) {
         return;
     }
-    const auto twinOf = [](const QxGraph* graph) {
-        return static_cast<QxGraph*>(graph->pIUserField());
-    };
-    for (QxGraph* graph : each<QxGraph>(source->m_graphs)) {
-        QxGraph* twin = vNewGraph(0);
-        if (twin == nullptr) {
-            return;
+    const Ref sourceAlive(*source);
+    QxGraph::Twins twins;
+    const Snapshot<QxGraph> graphs(&source->m_graphs);
+    duplicateGraphs(graphs, twins);
+    QxGraph* const between = source->pQueryIntergraph();
+    const auto eachTwin = [&](const auto& visit) {
+        const auto visitTwin = [&](const QxGraph* graph) {
+            if (auto* twin = static_cast<QxGraph*>(graph->pIUserField())) {
+                visit(*twin, graph);
+            }
+        };
+        for (const QxGraph* graph : graphs) {
+            visitTwin(graph);
         }
-        twin->copyGraph(graph, 0);
-        vInsertGraph(twin);
-        graph->pIUserField(twin);
-        twin->duplicateNodesOf(graph);
+        if (between != nullptr) {
+            visitTwin(between);
+        }
+    };
+    const Ref<QxGraph> ownBetween(between != nullptr ? pIntergraph() : nullptr);
+    if (ownBetween) {
+        ownBetween->copyGraph(between, 0);
+        between->pIUserField(ownBetween.get());
     }
-    if (QxGraph* between = source->pQueryIntergraph()) {
-        pIntergraph()->copyGraph(between, 0);
-        between->pIUserField(pIntergraph());
-    }
-    eachGraph(*source, [&](const QxGraph* graph) { twinOf(graph)->duplicateEdgesOf(graph, 1, 1); });
-    eachGraph(*source, [&](const QxGraph* graph) {
-        twinOf(graph)->restoreIncidenceOrderOf(graph);
-        twinOf(graph)->orderIntergraphEdgesLike(graph);
+    eachTwin(
+        [&](QxGraph& twin, const QxGraph* graph) { twin.duplicateEdgesOf(graph, 1, 1, twins); });
+    eachTwin([](QxGraph& twin, const QxGraph* graph) {
+        twin.restoreIncidenceOrderOf(graph);
+        twin.orderIntergraphEdgesLike(graph);
     });
     duplicateNesting(source);
 }
 
+/// Without the edges, which need the nodes of all graphs.
+void QxGraphManager::duplicateGraphs(const Snapshot<QxGraph>& graphs, QxGraph::Twins& twins) {
+    for (QxGraph* graph : graphs) {
+        QxGraph* twin = vNewGraph(0);
+        if (twin == nullptr) {
+            continue;
+        }
+        twins.add(twin);
+        twin->copyGraph(graph, 0);
+        if (vInsertGraph(twin) == nullptr) {
+            twin->vRelease();
+            continue;
+        }
+        graph->pIUserField(twin);
+        twin->duplicateNodesOf(graph, twins);
+    }
+}
+
 void QxGraphManager::duplicateNesting(const QxGraphManager* source) {
     for (const QxChildGraphForestEdge* relation :
-         each<QxChildGraphForestEdge>(*source->pChildGraphForest()->pEdgeList())) {
-        auto* member = static_cast<QxGraphMember*>(relation->pGraphMember()->pIUserField());
-        auto* child = static_cast<QxGraph*>(relation->pChildGraph()->pIUserField());
+         Snapshot<QxChildGraphForestEdge>(source->pChildGraphForest()->pEdgeList())) {
+        const QxGraphMember* original = relation->pGraphMember();
+        const QxGraph* nested = relation->pChildGraph();
+        if (original == nullptr || nested == nullptr) {
+            continue;
+        }
+        auto* member = static_cast<QxGraphMember*>(original->pIUserField());
+        auto* child = static_cast<QxGraph*>(nested->pIUserField());
         if (member != nullptr && child != nullptr) {
             member->pChildGraph(child);
         }

@@ -11,6 +11,11 @@ class QxEdge;
 class QxEventManager;
 class QxNode;
 
+namespace qx::internal {
+template <class T>
+class Snapshot;
+}
+
 /// The root of one drawing: it owns graphs, the intergraph with the edges between them, and the
 /// forest that records which graph is nested in which node or edge.
 class QX_API QxGraphManager : public QxGraphObject {
@@ -61,11 +66,16 @@ protected:
     virtual QxGraph* vNewIntergraph(int type);
     virtual QxEdge* vNewEdge(int type);
     /// @}
+    /// The last step of internalDuplicateTopology, when all graphs, nodes and edges are there and
+    /// the scratch fields of the source's lead to them: nests the duplicates of nested graphs.
+    virtual void duplicateNesting(const QxGraphManager* source);
 
 public:
     /// Append the graphs (the managers) whose derived state has to rest together.
     virtual void vBuildListOfGraphsForDeepDisable(QxGraphDList* list);
     virtual void vBuildListOfAttachedMgrsForDeepDisable(QxDList* list);
+    /// Takes over the attributes of `source`; with `deep` nonzero its contents, too. Null or this
+    /// manager: no change.
     virtual void copyGraphManager(const QxGraphManager* source, int deep);
 
     /// Creates a graph and inserts it; `type` is passed through to the factory.
@@ -110,9 +120,10 @@ protected:
 private:
     friend class QxGraph;
 
-    static void detachBetweenGraphs(QxGraph* graph);
+    static bool detachBetweenGraphs(QxGraph* graph);
     void forgetGraph(QxGraph* graph);
-    void duplicateNesting(const QxGraphManager* source);
+    void duplicateGraphs(const qx::internal::Snapshot<QxGraph>& graphs,
+                         qx::internal::Snapshot<QxGraphObject>& twins);
     void releaseForest();
 
     QxGraphDList m_graphs;

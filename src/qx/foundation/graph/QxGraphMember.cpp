@@ -16,9 +16,7 @@ QxGraphMember::QxGraphMember(QxOwnedObject* owner)
 }
 
 QxGraphMember::~QxGraphMember() {
-    if (QxChildGraphForestEdge* relation = pChildGraphForestEdge()) {
-        relation->pForest()->actOnDiscardGraphMember(this);
-    }
+    endNesting();
     if (m_ownerCell.isLinked() != 0 && ownerValid() == 0) {
         if (QxGraph* graph = pUnverifiedOwnerGraph()) {
             graph->m_detachedMembers.removeCell(&m_ownerCell);
@@ -27,6 +25,12 @@ QxGraphMember::~QxGraphMember() {
 }
 
 void QxGraphMember::actOnDiscard() {}
+
+void QxGraphMember::endNesting() {
+    if (QxChildGraphForestEdge* relation = pChildGraphForestEdge()) {
+        relation->pForest()->actOnDiscardGraphMember(this);
+    }
+}
 
 QxChildGraphForestEdge* QxGraphMember::pChildGraphForestEdge() const {
     const qx::internal::GraphObjectExtras* extras = pQueryExtras();

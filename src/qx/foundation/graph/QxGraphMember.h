@@ -8,6 +8,10 @@
 
 class QxChildGraphForestEdge;
 
+namespace qx::internal {
+class GraphChange;
+}
+
 /// A node or an edge: what a graph owns and lists.
 ///
 /// A member that has been made for a graph but not inserted, or that has been removed from it, is
@@ -49,12 +53,16 @@ protected:
     /// Tells the member, and what hangs on it, who its owner is and whether that owner lists it.
     virtual void actOnChangeOwner(QxOwnedObject* owner, int valid);
 
+    /// Ends the relation to the child graph; for destructors, while the kind of member is known.
+    void endNesting();
+
     /// The cell by which the member sits in its owner's lists.
     QxDListCell* pOwnerCell() { return &m_ownerCell; }
     const QxDListCell* pOwnerCell() const { return &m_ownerCell; }
 
 private:
     friend class QxEdge;
+    friend class qx::internal::GraphChange;
     friend class QxGraph;
     friend class QxGraphManager;
     friend class QxChildGraphForest;

@@ -4,6 +4,7 @@
 #include "qx/foundation/graph/QxGraphObject.h"
 
 #include "qx/foundation/graph/QxAFactory.h"
+#include "qx/foundation/graph/internal/GraphChange.h"
 #include "qx/foundation/graph/internal/GraphObjectExtras.h"
 #include "qx/foundation/util/QxText.h"
 
@@ -136,6 +137,7 @@ const wchar_t* QxGraphObject::pNameString() const {
 }
 
 const wchar_t* QxGraphObject::vSetNameString(const wchar_t* name) {
+    qx::internal::GraphChange change(*this, *this, NameChanged);
     if (name != nullptr) {
         extras().name = QxText(name);
         m_extras->named = true;
@@ -143,6 +145,7 @@ const wchar_t* QxGraphObject::vSetNameString(const wchar_t* name) {
         m_extras->name = QxText();
         m_extras->named = false;
     }
+    change.tell();
     return pNameString();
 }
 

@@ -3,6 +3,7 @@
 
 // Insertion, removal, discarding and transfer of nodes and edges: who lists and who owns them.
 
+#include <type_traits>
 #include <vector>
 
 #include "qx/foundation/graph/QxAFactory.h"
@@ -12,10 +13,12 @@
 #include "qx/foundation/graph/QxGraph.h"
 #include "qx/foundation/graph/QxGraphManager.h"
 #include "qx/foundation/graph/QxNode.h"
-#include "qx/foundation/graph/internal/EachObject.h"
-#include "qx/foundation/util/internal/KeepAlive.h"
+#include "qx/foundation/graph/internal/GraphChange.h"
+#include "qx/foundation/util/internal/Ref.h"
 
-using qx::internal::each;
+using qx::internal::GraphChange;
+using qx::internal::Ref;
+using qx::internal::Snapshot;
 
 namespace {
 
@@ -30,17 +33,18 @@ QxChildGraphForest* forestFor(const QxGraphMember* member, const QxGraph* graph)
     return manager != nullptr ? manager->pChildGraphForest() : relation->pForest();
 }
 
-/// The connected and deactivated edges at a node; gathered first, for a self-loop that changes its
-/// state leaves a list with two cells at once.
-std::vector<QxEdge*> attachedEdgesAt(const QxNode* node) {
-    std::vector<QxEdge*> edges;
-    for (const QxEdgeDList* list :
-         {node->pInEdgeList(), node->pOutEdgeList(), node->pDeactivatedEdgeList()}) {
-        for (QxEdge* edge : each<QxEdge>(*list)) {
-            edges.push_back(edge);
-        }
-    }
-    return edges;
+/// The connected and deactivated edges at a node.
+Snapshot<QxEdge> attachedEdgesAt(const QxNode* node) {
+    return {node->pInEdgeList(), node->pOutEdgeList(), node->pDeactivatedEdgeList()};
+}
+
+/// Whether it is about to be destroyed; a member may be by releasing it while it is listed.
+bool isGoing(const QxGraphMember& member) {
+    return member.referenceCount() == 0 || (member.flagWord() & qx::flags::Discarding) != 0;
+}
+
+bool isAt(const QxEdge* edge, const QxNode* node) {
+    return edge->pSourceNode() == node || edge->pTargetNode() == node;
 }
 
 }  // namespace
@@ -75,11 +79,14 @@ QxNode* QxGraph::vInsertNode(QxNode* node) {
     if (canInsertNode(node) == 0) {
         return nullptr;
     }
+    const Ref alive(*node);
+    GraphChange change(*this, *node, NodeInserted);
     adopt(node, m_nodes);
     tellGraphsOfIntergraphEdgesAt(node);
     if (QxChildGraphForest* forest = forestFor(node, this)) {
         forest->actOnInsertGraphMember(node);
     }
+    change.tell();
     return node;
 }
 
@@ -87,13 +94,18 @@ QxNode* QxGraph::vRemoveNode(QxNode* node) {
     if (node == nullptr || node->pOwnerGraph() != this || node->isPathNode() != 0) {
         return nullptr;
     }
-    disconnectOwnEdgesAt(node);
+    const Ref alive(*node);
+    if (!disconnectOwnEdgesAt(node) || node->pOwnerGraph() != this) {
+        return nullptr;  // a listener has been quicker, or insists on an edge
+    }
     if (QxChildGraphForest* forest = forestFor(node, this)) {
         forest->actOnRemoveGraphMember(node);
     }
+    GraphChange change(*this, *node, isGoing(*node) ? NodeDiscarded : NodeRemoved);
     dismiss(node, m_nodes);
     tellGraphsOfIntergraphEdgesAt(node);
-    return node;
+    change.tell();
+    return node->ownerValid() == 0 ? node : nullptr;
 }
 
 int QxGraph::vDiscardNode(QxNode* node) {
@@ -103,9 +115,12 @@ int QxGraph::vDiscardNode(QxNode* node) {
     if (QxChildGraphForest* forest = forestFor(node, this)) {
         forest->actOnDiscardGraphMember(node);
     }
-    const qx::internal::KeepAlive alive(*node);
+    const Ref alive(*node);
     discardEdgesAt(node);
-    if (node->pOwnerGraph() != this || removeNode(node) == nullptr) {
+    node->setFlag(qx::flags::Discarding, 1);
+    const bool removed = node->pOwnerGraph() == this && removeNode(node) != nullptr;
+    node->setFlag(qx::flags::Discarding, 0);
+    if (!removed || node->ownerValid() != 0) {
         return 0;  // a listener has been quicker
     }
     node->actOnDiscard();
@@ -118,17 +133,20 @@ QxEdge* QxGraph::vInsertEdge(QxEdge* edge, QxNode* source, QxNode* target) {
         edge->canEnd(source) == 0 || edge->canEnd(target) == 0) {
         return nullptr;
     }
+    const Ref alive(*edge);
+    GraphChange change(*this, *edge, EdgeInserted);
     edge->initEndNodes(source, target);
     edge->setFlag(QxEdge::BeingInserted, 1);
     adopt(edge, m_edges);
     actAfterInsertEdgeBeforeConnect(edge);
-    if (edge->vConnect() == 0) {
+    if (edge->vConnect() == 0 && edge->hasFlag(QxEdge::BeingInserted) != 0) {
         edge->changeState(0, qx::flags::EdgeConnected);
-        edge->updateGraphCells();
     }
-    if (QxChildGraphForest* forest = forestFor(edge, this)) {
+    QxChildGraphForest* forest = edge->pOwnerGraph() == this ? forestFor(edge, this) : nullptr;
+    if (forest != nullptr) {
         forest->actOnInsertGraphMember(edge);
     }
+    change.tell();
     return edge;
 }
 
@@ -139,11 +157,16 @@ QxEdge* QxGraph::vRemoveEdge(QxEdge* edge) {
     if (QxChildGraphForest* forest = forestFor(edge, this)) {
         forest->actOnRemoveGraphMember(edge);
     }
-    QxEdgeDList& list = listOfState(edge);
+    const Ref alive(*edge);
+    GraphChange change(*this, *edge, isGoing(*edge) ? EdgeDiscarded : EdgeRemoved);
     edge->loseEnds();
-    dismiss(edge, list);
+    if (edge->pOwnerGraph() != this) {
+        return nullptr;  // a listener has been quicker
+    }
+    dismiss(edge, listOfState(edge));
     actAfterRemoveEdge(edge);
-    return edge;
+    change.tell();
+    return edge->ownerValid() == 0 ? edge : nullptr;
 }
 
 int QxGraph::vDiscardEdge(QxEdge* edge) {
@@ -153,8 +176,12 @@ int QxGraph::vDiscardEdge(QxEdge* edge) {
     if (QxChildGraphForest* forest = forestFor(edge, this)) {
         forest->actOnDiscardGraphMember(edge);
     }
-    if (removeEdge(edge) == nullptr) {
-        return 0;
+    const Ref alive(*edge);
+    edge->setFlag(qx::flags::Discarding, 1);
+    const bool removed = removeEdge(edge) != nullptr;
+    edge->setFlag(qx::flags::Discarding, 0);
+    if (!removed || edge->ownerValid() != 0) {
+        return 0;  // a listener has been quicker
     }
     edge->actOnDiscard();
     edge->vRelease();
@@ -165,31 +192,57 @@ void QxGraph::actAfterInsertEdgeBeforeConnect(QxEdge*) {}
 
 void QxGraph::actAfterRemoveEdge(QxEdge*) {}
 
+template <class L>
+void QxGraph::takeOverMembers(QxGraph& former, L QxGraph::*list,
+                              std::vector<qx::internal::GraphChange>& changes) {
+    const bool isNodes = std::is_same_v<L, QxNodeDList>;
+    const bool isHeardHere = pFactory() != nullptr;
+    const QxGraph& at = isHeardHere ? *this : former;
+    const auto type = isHeardHere ? (isNodes ? NodeInserted : EdgeInserted)
+                                  : (isNodes ? NodeRemoved : EdgeRemoved);
+    const bool heard = qx::internal::hearsGraphChange(at, type);
+    for (QxGraphMember* member : Snapshot<QxGraphMember>(&(former.*list))) {
+        if (member->pOwnerGraph() != &former) {
+            continue;  // a hook has taken it away
+        }
+        if (heard) {
+            changes.emplace_back(at, *member, type);
+        }
+        (this->*list).transferCell(&member->m_ownerCell, &(former.*list));
+        member->m_listStamp = nextListStamp();
+        member->actOnChangeOwner(this, 1);
+        if (QxChildGraphForest* forest = forestFor(member, this)) {
+            forest->actOnInsertGraphMember(member);
+        }
+    }
+}
+
 int QxGraph::vTransferTopology(QxGraph* graph) {
     if (graph == nullptr || graph == this || pUnverifiedFactory() != graph->pUnverifiedFactory() ||
         isIntergraph() != graph->isIntergraph()) {
         return 0;
     }
-    takeOverMembers(graph->m_nodes, m_nodes);
-    takeOverMembers(graph->m_edges, m_edges);
-    takeOverMembers(graph->m_disconnectedEdges, m_disconnectedEdges);
-    takeOverMembers(graph->m_deactivatedEdges, m_deactivatedEdges);
+    const Ref alive(*this);
+    const Ref graphAlive(*graph);
+    std::vector<GraphChange> changes;
+    takeOverMembers(*graph, &QxGraph::m_nodes, changes);
+    takeOverMembers(*graph, &QxGraph::m_edges, changes);
+    takeOverMembers(*graph, &QxGraph::m_disconnectedEdges, changes);
+    takeOverMembers(*graph, &QxGraph::m_deactivatedEdges, changes);
+    for (GraphChange& change : changes) {
+        change.tell();
+    }
     if (isIntergraph() != 0) {
-        for (const QxEdgeDList* list : {&m_edges, &m_deactivatedEdges}) {
-            for (QxEdge* edge : each<QxEdge>(*list)) {
-                edge->settleBetweenManagers();
-            }
+        for (QxEdge* edge : Snapshot<QxEdge>{&m_edges, &m_deactivatedEdges}) {
+            edge->settleBetweenManagers();
         }
     }
-    for (QxEdgeDList QxGraph::*list :
-         {&QxGraph::m_enteringIntergraphEdges, &QxGraph::m_leavingIntergraphEdges,
-          &QxGraph::m_unconnectedIntergraphEdges}) {
-        // All nodes are here now, so every edge leaves these lists, perhaps with both its cells.
-        while (QxObject* object = (graph->*list).pFirstObject()) {
-            auto* edge = static_cast<QxEdge*>(object);
-            edge->settleBetweenManagers();
-            edge->updateGraphCells();
-        }
+    // The nodes are here now, so the edges leave these lists, perhaps with both their cells.
+    for (QxEdge* edge :
+         Snapshot<QxEdge>{&graph->m_enteringIntergraphEdges, &graph->m_leavingIntergraphEdges,
+                          &graph->m_unconnectedIntergraphEdges}) {
+        edge->settleBetweenManagers();
+        edge->updateGraphCells();
     }
     return 1;
 }
@@ -200,23 +253,22 @@ int QxGraph::transferSelectedPartOfGraph(QxGraph* graph, const QxNodeDList* node
         isIntergraph() != graph->isIntergraph()) {
         return 0;
     }
-    // Copies, for the lists may be those of the graph, and these change underway.
-    QxNodeDList movingNodes;
-    QxEdgeDList movingEdges;
-    movingNodes.copyAppendList(nodes);
-    movingEdges.copyAppendList(edges);
-    for (QxNode* node : each<QxNode>(movingNodes)) {
-        if (node->pOwnerGraph() == graph) {
-            graph->removeNode(node);
+    // Snapshots, for the lists may be those of the graph, and listeners hear of every step.
+    const Ref alive(*this);
+    const Ref graphAlive(*graph);
+    const Snapshot<QxNode> movingNodes(nodes);
+    const Snapshot<QxEdge> movingEdges(edges);
+    for (QxNode* node : movingNodes) {
+        if (node->pOwnerGraph() == graph && graph->removeNode(node) != nullptr) {
             insertNode(node);
         }
     }
-    for (QxEdge* edge : each<QxEdge>(movingEdges)) {
-        QxNode* source = edge->pSourceNode();
-        QxNode* target = edge->pTargetNode();
-        if (edge->pOwnerGraph() == graph && source != nullptr && target != nullptr) {
-            graph->removeEdge(edge);
-            insertEdge(edge, source, target);
+    for (QxEdge* edge : movingEdges) {
+        const Ref source(edge->pSourceNode());
+        const Ref target(edge->pTargetNode());
+        if (edge->pOwnerGraph() == graph && source && target &&
+            graph->removeEdge(edge) != nullptr) {
+            insertEdge(edge, source.get(), target.get());
         }
     }
     return 1;
@@ -244,29 +296,41 @@ void QxGraph::dismiss(QxGraphMember* member, QxDList& list) {
     member->actOnChangeOwner(this, 0);
 }
 
-void QxGraph::disconnectOwnEdgesAt(QxNode* node) {
-    for (QxEdge* edge : attachedEdgesAt(node)) {
-        if (edge->pOwnerGraph() == this) {
-            edge->settleAsDisconnected();
+/// Whether none of them is attached any more.
+bool QxGraph::disconnectOwnEdgesAt(QxNode* node) {
+    const auto ownEdges = [&](const auto& visit) {
+        for (QxEdge* edge : attachedEdgesAt(node)) {
+            if (edge->pOwnerGraph() == this && isAt(edge, node) && edge->disconnected() == 0) {
+                visit(edge);
+            }
         }
+    };
+    bool any = false;
+    ownEdges([&](QxEdge* edge) {
+        edge->settleAsDisconnected();
+        any = true;
+    });
+    bool left = false;
+    if (any) {
+        ownEdges([&](QxEdge*) { left = true; });
     }
+    return !left;
 }
 
 void QxGraph::tellGraphsOfIntergraphEdgesAt(QxNode* node) {
     for (QxEdge* edge : attachedEdgesAt(node)) {
         edge->settleBetweenManagers();
     }
-    for (const QxEdgeDList* list : {node->pInEdgeList(), node->pOutEdgeList(),
-                                    node->pDisconnectedEdgeList(), node->pDeactivatedEdgeList()}) {
-        for (QxEdge* edge : each<QxEdge>(*list)) {
-            if (edge->intergraphEdge() == 0) {
-                continue;
-            }
-            if (node->ownerValid() != 0) {
-                actOnInitNodeAtIntergraphEdge(edge, node);
-            } else {
-                edge->updateGraphCells();
-            }
+    for (QxEdge* edge :
+         Snapshot<QxEdge>{node->pInEdgeList(), node->pOutEdgeList(), node->pDisconnectedEdgeList(),
+                          node->pDeactivatedEdgeList()}) {
+        if (edge->intergraphEdge() == 0 || !isAt(edge, node)) {
+            continue;
+        }
+        if (node->pOwnerGraph() == this) {
+            actOnInitNodeAtIntergraphEdge(edge, node);
+        } else {
+            edge->updateGraphCells();
         }
     }
 }
@@ -274,8 +338,11 @@ void QxGraph::tellGraphsOfIntergraphEdgesAt(QxNode* node) {
 void QxGraph::discardEdgesAt(QxNode* node) {
     for (const QxEdgeDList* list : {node->pInEdgeList(), node->pOutEdgeList(),
                                     node->pDisconnectedEdgeList(), node->pDeactivatedEdgeList()}) {
-        while (QxObject* edge = list->pFirstObject()) {
-            static_cast<QxEdge*>(edge)->pOwnerGraph()->discardEdge(static_cast<QxEdge*>(edge));
+        while (QxObject* object = list->pFirstObject()) {
+            auto* edge = static_cast<QxEdge*>(object);
+            if (edge->pOwnerGraph()->discardEdge(edge) == 0 && list->pFirstObject() == object) {
+                break;  // a subclass refuses
+            }
         }
     }
 }
@@ -286,15 +353,4 @@ void QxGraph::leaveMembersToHeir() {
         m_detachedMembers.removeCell(cell);
         static_cast<QxGraphMember*>(cell->pObject())->actOnChangeOwner(heir, 0);
     }
-}
-
-void QxGraph::takeOverMembers(QxDList& from, QxDList& to) {
-    for (QxGraphMember* member : each<QxGraphMember>(from)) {
-        member->m_listStamp = nextListStamp();
-        member->actOnChangeOwner(this, 1);
-        if (QxChildGraphForest* forest = forestFor(member, this)) {
-            forest->actOnInsertGraphMember(member);
-        }
-    }
-    to.appendList(&from);
 }

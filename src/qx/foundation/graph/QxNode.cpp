@@ -8,9 +8,14 @@
 #include "qx/foundation/graph/QxEdge.h"
 #include "qx/foundation/graph/QxGraph.h"
 #include "qx/foundation/graph/internal/EachObject.h"
+#include "qx/foundation/graph/internal/GraphChange.h"
 #include "qx/foundation/util/QxDebugStream.h"
+#include "qx/foundation/util/internal/Ref.h"
 
 using qx::internal::each;
+using qx::internal::GraphChange;
+using qx::internal::Ref;
+using qx::internal::Snapshot;
 
 namespace {
 
@@ -24,21 +29,24 @@ const QxEdgeDList& emptyList() {
 QxNode::QxNode(QxOwnedObject* owner) : QxGraphMember(owner) {}
 
 QxNode::~QxNode() {
+    endNesting();
+    detachEdges();
     if (QxGraph* graph = pOwnerGraph()) {
         graph->removeNode(this);
     }
-    detachEdges();
 }
 
 void QxNode::detachEdges() {
     for (const QxEdgeDList* list :
          {pInEdgeList(), pOutEdgeList(), pDisconnectedEdgeList(), pDeactivatedEdgeList()}) {
         while (const QxDListCell* cell = list->pFirstCell()) {
-            QxEdge* edge = static_cast<QxEdge*>(cell->pObject());
+            const Ref edge(static_cast<QxEdge*>(cell->pObject()));
             if (edge->connected() != 0 || edge->deactivated() != 0) {
                 edge->settleAsDisconnected();
             }
+            GraphChange change(*edge, *edge, EdgeEndsChanged);
             edge->nullEndNodes();
+            change.tell();
         }
     }
 }
@@ -146,7 +154,9 @@ void QxNode::actOnActivateEdge(QxEdge*) {}
 void QxNode::actOnDeactivateEdge(QxEdge*) {}
 
 void QxNode::copyNode(const QxNode* source, int) {
-    copyName(*source);
+    if (source != nullptr && source != this) {
+        copyName(*source);
+    }
 }
 
 int QxNode::intergraphNode() const {
@@ -225,28 +235,30 @@ QxEdge* QxNode::pDegreeTwoOrLessNodeOtherEdge(const QxEdge* edge) const {
 
 std::int32_t QxNode::connectDisconnectedEdges() {
     std::int32_t connected = 0;
-    QxEdgeDList edges;
-    edges.copyAppendList(pDisconnectedEdgeList());
-    for (QxEdge* edge : each<QxEdge>(edges)) {
-        connected += edge->connect();
+    for (QxEdge* edge : Snapshot<QxEdge>(pDisconnectedEdgeList())) {
+        if (edge->pSourceNode() == this || edge->pTargetNode() == this) {
+            connected += edge->connect();
+        }
     }
     return connected;
 }
 
 void QxNode::disconnectEdges() {
-    while (QxEdge* edge = pFirstInEdge()) {
-        edge->disconnect();
-    }
-    while (QxEdge* edge = pFirstOutEdge()) {
-        edge->disconnect();
+    const Ref alive(*this);
+    for (QxEdge* edge : Snapshot<QxEdge>{&m_inEdges, &m_outEdges}) {
+        if (edge->pSourceNode() == this || edge->pTargetNode() == this) {
+            edge->disconnect();
+        }
     }
 }
 
 std::int32_t QxNode::transferInEdges(QxNode* node) {
     std::int32_t moved = 0;
     if (node != nullptr && node != this) {
-        for (QxEdge* edge : each<QxEdge>(m_inEdges)) {
-            moved += edge->changeTargetNode(node);
+        const Ref alive(*this);
+        const Ref nodeAlive(*node);
+        for (QxEdge* edge : Snapshot<QxEdge>(&m_inEdges)) {
+            moved += edge->pTargetNode() == this ? edge->changeTargetNode(node) : 0;
         }
     }
     return moved;
@@ -255,15 +267,17 @@ std::int32_t QxNode::transferInEdges(QxNode* node) {
 std::int32_t QxNode::transferOutEdges(QxNode* node) {
     std::int32_t moved = 0;
     if (node != nullptr && node != this) {
-        for (QxEdge* edge : each<QxEdge>(m_outEdges)) {
-            moved += edge->changeSourceNode(node);
+        const Ref alive(*this);
+        const Ref nodeAlive(*node);
+        for (QxEdge* edge : Snapshot<QxEdge>(&m_outEdges)) {
+            moved += edge->pSourceNode() == this ? edge->changeSourceNode(node) : 0;
         }
     }
     return moved;
 }
 
 void QxNode::orderEdgesLike(const QxNode* source) {
-    const auto reorder = [this](const QxEdgeDList& from, QxEdgeDList& to) {
+    const auto reorder = [this](const QxEdgeDList& from, QxEdgeDList& to, QxGraphListEnum list) {
         const QxDListCell* cell = from.pFirstCell();
         for (; cell != nullptr; cell = cell->pNextCell()) {
             const QxEdge* edge = static_cast<QxEdge*>(cell->pObject());
@@ -275,11 +289,16 @@ void QxNode::orderEdgesLike(const QxNode* source) {
                 to.transferCell(atTarget ? &twin->m_targetCell : &twin->m_sourceCell, &to);
             }
         }
+        if (to.count() > 1) {
+            qx::internal::tellOrderChanged(*this, list, to);
+        }
     };
-    reorder(source->m_inEdges, m_inEdges);
-    reorder(source->m_outEdges, m_outEdges);
+    reorder(source->m_inEdges, m_inEdges, QxListOfInEdges);
+    reorder(source->m_outEdges, m_outEdges, QxListOfOutEdges);
     if (source->m_idleEdges && m_idleEdges) {
-        reorder(source->m_idleEdges->disconnected, m_idleEdges->disconnected);
-        reorder(source->m_idleEdges->deactivated, m_idleEdges->deactivated);
+        reorder(source->m_idleEdges->disconnected, m_idleEdges->disconnected,
+                QxListOfDisconnectedEdges);
+        reorder(source->m_idleEdges->deactivated, m_idleEdges->deactivated,
+                QxListOfDeactivatedEdges);
     }
 }

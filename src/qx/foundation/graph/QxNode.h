@@ -47,7 +47,8 @@ public:
     virtual void actOnDeactivateEdge(QxEdge* edge);
     /// @}
 
-    /// Takes over the attributes of `source`; with `deep` nonzero its contents, too.
+    /// Takes over the attributes of `source`; with `deep` nonzero its contents, too. Null or this
+    /// node: no change.
     virtual void copyNode(const QxNode* source, int deep);
 
     /// Whether the node belongs to an edge between graphs: a bend of one.

@@ -12,7 +12,7 @@
 
 using qx::internal::EventDelivery;
 using qx::internal::EventHearing;
-using qx::internal::Held;
+using qx::internal::Ref;
 
 /// Lets the manager know a delivery while listeners are called from it, so that those who leave
 /// meanwhile are not called any more.
@@ -140,7 +140,7 @@ int QxBaseEventManager::fireEvent(QxEvent* event, int) {
         return 0;
     }
     EventDelivery delivery;
-    delivery.events.emplace_back(event);
+    delivery.events.push_back(Ref<QxEvent>::adopt(event));
     if (!m_firesEvents || !isRegistered(event->eventCategoryID())) {
         return 0;
     }
@@ -198,7 +198,7 @@ void QxBaseEventManager::tellPending() {
 
 void QxBaseEventManager::tellGroup(const EventDelivery& batch,
                                    const qx::internal::EventGroup& group) {
-    const Held<QxGroupEventData> data(new QxGroupEventData);
+    const auto data = Ref<QxGroupEventData>::adopt(new QxGroupEventData);
     const QxEvent* first = nullptr;
     QxEventListener* listener = nullptr;
     std::int32_t types = 0;
@@ -216,9 +216,8 @@ void QxBaseEventManager::tellGroup(const EventDelivery& batch,
     if (listener == nullptr) {
         return;
     }
-    const Held<QxEvent> told(first->cloneAttributes());
-    data->vAddRef();
-    told->pData(data.get());
+    const auto told = Ref<QxEvent>::adopt(first->cloneAttributes());
+    told->pData(Ref<QxGroupEventData>(data).handOver());
     told->type(types);
     fireNotification(listener, told.get());
 }

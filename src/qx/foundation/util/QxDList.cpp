@@ -8,7 +8,7 @@
 #include <vector>
 
 #include "qx/foundation/util/QxDebugStream.h"
-#include "qx/foundation/util/internal/QxReleaseOnce.h"
+#include "qx/foundation/util/internal/Ref.h"
 
 namespace {
 

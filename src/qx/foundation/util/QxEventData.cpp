@@ -5,6 +5,10 @@
 
 #include <algorithm>
 
+#include "qx/foundation/util/internal/Ref.h"
+
+QxEventData::QxEventData() noexcept = default;
+
 QxEventData::QxEventData(const QxEventData& source, QxDeepFlagEnum)
     : QxObject(source), m_type(source.m_type) {}
 
@@ -13,11 +17,7 @@ QxEventData& QxEventData::operator=(const QxEventData& source) {
     return *this;
 }
 
-QxEventData::~QxEventData() {
-    for (QxObject* object : m_retained) {
-        object->vRelease();
-    }
-}
+QxEventData::~QxEventData() = default;
 
 void QxEventData::copyObject(const QxObject* source) {
     QxEventData::copyAttributes(source);
@@ -30,7 +30,7 @@ void QxEventData::copyAttributes(const QxObject* source) {
 }
 
 int QxEventData::retainObjects() {
-    if (!m_retained.empty()) {
+    if (m_retained) {
         return 1;
     }
     std::vector<QxObject*> objects;
@@ -41,10 +41,11 @@ int QxEventData::retainObjects() {
     if (std::any_of(objects.begin(), objects.end(), isDying)) {
         return 0;
     }
+    auto retained = std::make_unique<qx::internal::Snapshot<QxObject>>();
     for (QxObject* object : objects) {
-        object->vAddRef();
+        retained->add(object);
     }
-    m_retained = std::move(objects);
+    m_retained = std::move(retained);
     return 1;
 }
 

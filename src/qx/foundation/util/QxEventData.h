@@ -4,15 +4,21 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 #include <vector>
 
 #include "qx/foundation/util/QxObject.h"
+
+namespace qx::internal {
+template <class T>
+class Snapshot;
+}
 
 /// What an event tells about a change. The data live as long as the event that owns them;
 /// a listener that needs them longer clones them.
 class QX_API QxEventData : public QxObject {
 public:
-    QxEventData() noexcept = default;
+    QxEventData() noexcept;
     QxEventData(const QxEventData& source, QxDeepFlagEnum deep = QxDeepCopy);
     QxEventData& operator=(const QxEventData& source);
     ~QxEventData() override;
@@ -46,5 +52,5 @@ protected:
 
 private:
     std::int32_t m_type = 0;
-    std::vector<QxObject*> m_retained;
+    std::unique_ptr<const qx::internal::Snapshot<QxObject>> m_retained;
 };

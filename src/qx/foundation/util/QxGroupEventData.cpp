@@ -4,6 +4,7 @@
 #include "qx/foundation/util/QxGroupEventData.h"
 
 #include "qx/foundation/util/QxDListIter.h"
+#include "qx/foundation/util/internal/Ref.h"
 
 QxGroupEventData::QxGroupEventData(const QxGroupEventData& source, QxDeepFlagEnum deep)
     : QxEventData(source, deep) {
@@ -41,8 +42,7 @@ int QxGroupEventData::isGroup() const {
 
 void QxGroupEventData::appendData(QxEventData* data) {
     if (data != nullptr) {
-        data->vAddRef();
-        m_dataList.appendObject(data);
+        m_dataList.appendObject(qx::internal::Ref(data).handOver());
     }
 }
 

@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "qx/foundation/util/QxDList.h"
-#include "qx/foundation/util/internal/QxReleaseOnce.h"
+#include "qx/foundation/util/internal/Ref.h"
 
 QxHashMap::QxHashMap(std::int32_t capacity) {
     if (capacity > 0) {

@@ -5,7 +5,7 @@
 
 #include <utility>
 
-#include "qx/foundation/util/internal/QxReleaseOnce.h"
+#include "qx/foundation/util/internal/Ref.h"
 
 QxHashSet::QxHashSet(std::int32_t capacity) {
     if (capacity > 0) {

@@ -3,7 +3,9 @@
 
 #pragma once
 
+#include <cstdint>
 #include <iterator>
+#include <utility>
 
 #include "qx/foundation/util/QxIterSources.h"
 
@@ -17,12 +19,15 @@ struct QxCurrentAs {
 /// The facade of all iterators: a walk over `Source` that yields `T` pointers, made of the current
 /// place by `ElementOf`, a function of the source.
 ///
-/// In a range-for the walk has read its next link before the body runs, so that the body may take
-/// the current object out of any list, the walked one too:
+/// In a range-for the walk has read its next links before the body runs, so that the body may take
+/// the current object out of any list, the walked one too, and discard it:
 ///
 ///     for (QxNode* node : QxNodeDListIter(&list)) { graph->discardNode(node); }
 ///
-/// The object that comes next must stay. Range-for consumes the walk; init starts it anew.
+/// What hangs on the object may go with it. The places that follow and yield the same object again
+/// (the second end of a self-loop, parallel edges that lead to one node) are yielded if they are
+/// still there, and passed over if they went with the object. The next other object must stay, and
+/// so must the owner of the walked list. Range-for consumes the walk; init starts it anew.
 ///
 /// Named iterators are three lines, on a list or on what an owner keeps (QxIterSources.h):
 ///
@@ -51,25 +56,73 @@ public:
         return *this;
     }
 
-    /// One step behind the walk it reads from.
+    /// Behind the walk it reads from by one object: by one place, or by all the places next to
+    /// each other that yield that object.
     class Cursor {
     public:
         explicit Cursor(QxTypedIter* walk) : m_walk(walk) { ++*this; }
+        Cursor(const Cursor&) = delete;
+        Cursor& operator=(const Cursor&) = delete;
+        ~Cursor() { forgetRepetitions(); }
+
         T* operator*() const { return m_element; }
         Cursor& operator++() {
-            if (*m_walk) {
-                m_element = m_walk->pElement();
-                ++*m_walk;
-            } else {
+            if (m_repetitions > 0 && repetitionsStand()) {
+                --m_repetitions;
+                return *this;
+            }
+            forgetRepetitions();
+            if (!*m_walk) {
                 m_walk = nullptr;
+                return *this;
+            }
+            m_element = m_walk->pElement();
+            ++*m_walk;
+            while (m_element != nullptr && *m_walk && m_walk->pElement() == m_element) {
+                noteRepetition();
+                ++*m_walk;
+            }
+            if (m_last != nullptr) {
+                m_kept = m_last->pObject();
+                m_kept->vAddRef();
             }
             return *this;
         }
         bool operator==(std::default_sentinel_t) const { return m_walk == nullptr; }
 
     private:
+        void noteRepetition() {
+            ++m_repetitions;
+            m_last = m_walk->pCell();
+            m_afterLast = m_walk->direction() == QxIterBackward ? m_last->pPreviousCell()
+                                                                : m_last->pNextCell();
+            m_list = m_walk->pList();
+        }
+        /// Asks the neighbour of the last repetition: what is beyond it must stay, whereas its own
+        /// cell may be gone. The object there is kept, so that no new one takes its address.
+        bool repetitionsStand() const {
+            if (m_walk->direction() == QxIterBackward) {
+                return (m_afterLast != nullptr ? m_afterLast->pNextCell() : m_list->pFirstCell()) ==
+                       m_last;
+            }
+            return (m_afterLast != nullptr ? m_afterLast->pPreviousCell() : m_list->pLastCell()) ==
+                   m_last;
+        }
+        void forgetRepetitions() {
+            m_repetitions = 0;
+            m_last = nullptr;
+            if (QxObject* const kept = std::exchange(m_kept, nullptr)) {
+                kept->vRelease();
+            }
+        }
+
         QxTypedIter* m_walk;
         T* m_element = nullptr;
+        std::int32_t m_repetitions = 0;
+        const QxDListCell* m_last = nullptr;
+        const QxDListCell* m_afterLast = nullptr;
+        const QxDList* m_list = nullptr;
+        QxObject* m_kept = nullptr;
     };
     Cursor begin() { return Cursor(this); }
     std::default_sentinel_t end() const { return {}; }

@@ -4,25 +4,18 @@
 #pragma once
 
 #include <cstddef>
-#include <memory>
 #include <vector>
 
 #include "qx/foundation/util/QxEvent.h"
 #include "qx/foundation/util/internal/EventRegistry.h"
+#include "qx/foundation/util/internal/Ref.h"
 
 namespace qx::internal {
-
-/// Drops the reference it holds.
-struct ReleaseObject {
-    void operator()(QxObject* object) const { object->vRelease(); }
-};
-template <class T>
-using Held = std::unique_ptr<T, ReleaseObject>;
 
 /// Events on their way, and who is to hear them: one event being told at once, or the events of a
 /// batch. Hearings of one event stand together, in the order in which the listeners are told.
 struct EventDelivery {
-    std::vector<Held<QxEvent>> events;
+    std::vector<Ref<QxEvent>> events;
     std::vector<EventHearing> hearings;
     /// The delivery from inside which this one runs.
     EventDelivery* outer = nullptr;

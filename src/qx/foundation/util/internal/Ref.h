@@ -4,6 +4,7 @@
 #pragma once
 
 #include <initializer_list>
+#include <unordered_set>
 #include <utility>
 #include <vector>
 
@@ -124,5 +125,16 @@ public:
 private:
     std::vector<Ref<T>> m_objects;
 };
+
+/// Takes over one reference of each object and drops it, in order; nulls and repetitions are passed
+/// over.
+inline void releaseOnce(const std::vector<QxObject*>& objects) {
+    std::unordered_set<const QxObject*> released(objects.size());
+    for (QxObject* object : objects) {
+        if (released.insert(object).second) {
+            const auto last = Ref<QxObject>::adopt(object);
+        }
+    }
+}
 
 }  // namespace qx::internal

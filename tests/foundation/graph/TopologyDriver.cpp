@@ -1,0 +1,230 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+#include "foundation/graph/TopologyDriver.h"
+
+namespace qxtest {
+
+std::string TopologyDriver::step() {
+    const int kind = m_random.below(100);
+    kind < 30   ? stepNode()
+    : kind < 62 ? stepEdge()
+    : kind < 88 ? stepState()
+    : kind < 94 ? stepNesting()
+                : stepGraph();
+    return m_complaint.empty() ? m_model.difference() : m_complaint;
+}
+
+void TopologyDriver::populate(ModelManager& manager) {
+    for (int i = 0; i < 2; ++i) {
+        ModelGraph& graph = m_model.addGraph(manager, manager.object->addGraph(0));
+        addNode(graph);
+        addNode(graph);
+    }
+}
+
+std::vector<QxObject*> TopologyDriver::detachedObjects() const {
+    std::vector<QxObject*> detached;
+    for (const ModelGraph* graph : m_model.graphs()) {
+        if (graph->manager == nullptr) {
+            detached.push_back(graph->object);
+        }
+    }
+    m_model.eachMember([&](const ModelMember& member) {
+        if (member.graph == nullptr) {
+            detached.push_back(member.object);
+        }
+    });
+    return detached;
+}
+
+ModelMember& TopologyDriver::anyMember() {
+    if (m_model.edges().empty() || m_random.chance(70)) {
+        return anyNode();
+    }
+    return *m_random.pick(m_model.edges());
+}
+
+void TopologyDriver::note(const std::string& what) {
+    m_log.push_back(what);
+    if (m_log.size() > 6) {
+        m_log.pop_front();
+    }
+}
+
+void TopologyDriver::agree(const Outcome& outcome) {
+    note(outcome.what + (outcome.model ? "" : " (refused)"));
+    if (outcome.real != outcome.model) {
+        m_complaint = outcome.what + (outcome.real ? " was not refused" : " was refused");
+    }
+}
+
+void TopologyDriver::addNode(ModelGraph& graph) {
+    if (!graph.isBetween) {
+        actOnNewNode(m_model.addNode(graph, graph.object->addNode(0)));
+    }
+}
+
+void TopologyDriver::stepNode() {
+    ModelNode& node = anyNode();
+    ModelGraph& graph = graphOf(node);
+    const int kind = node.graph == nullptr && m_random.chance(60) ? 3 : m_random.below(12);
+    if (kind < 3 || m_model.nodes().size() < 8) {
+        if (m_model.nodes().size() < 40) {
+            addNode(anyGraph());
+        }
+    } else if (kind < 7) {
+        agree({"insertNode", graph.object->insertNode(node.node()) != nullptr,
+               m_model.insertNode(graph, node)});
+    } else if (kind < 10) {
+        agree({"removeNode", graph.object->removeNode(node.node()) != nullptr,
+               m_model.removeNode(graph, node)});
+    } else if (kind < 11) {
+        agree({"discardNode", graph.object->discardNode(node.node()) != 0,
+               m_model.discardNode(graph, node)});
+    } else if (node.graph == nullptr) {
+        note("release a detached node");
+        node.object->vRelease();
+        m_model.destroyDetached(node);
+    }
+}
+
+void TopologyDriver::addEdge() {
+    if (m_model.edges().size() < 60) {
+        ModelGraph& maker = anyGraph();
+        QxEdge* edge = maker.factory->newEdge(maker.object, 0);
+        insertEdge(m_model.addDetachedEdge(edge, maker.factory));
+    }
+}
+
+void TopologyDriver::insertEdge(ModelEdge& edge) {
+    ModelNode& source = mostly(m_model.nodes(), [&](const ModelNode& node) {
+        return node.factory == edge.factory && node.graph != nullptr;
+    });
+    const auto canConnect = [&](const ModelNode& node) {
+        return node.graph != nullptr && source.graph != nullptr &&
+               node.graph->manager == source.graph->manager;
+    };
+    ModelNode& target = m_random.chance(15) ? source : mostly(m_model.nodes(), canConnect);
+    if (m_random.chance(60)) {
+        ModelManager& manager = source.graph != nullptr && source.graph->manager != nullptr
+                                    ? *source.graph->manager
+                                    : anyManager();
+        QxEdge* inserted = manager.object->insertEdge(edge.edge(), source.node(), target.node());
+        agree({"insertEdge through the manager", inserted != nullptr,
+               m_model.insertEdge(manager, edge, source, target)});
+    } else {
+        ModelGraph& graph = graphOf(source);
+        QxEdge* inserted = graph.object->insertEdge(edge.edge(), source.node(), target.node());
+        agree({"insertEdge", inserted != nullptr, m_model.insertEdge(graph, edge, source, target)});
+    }
+}
+
+void TopologyDriver::stepEdge() {
+    if (m_model.edges().size() < 10 || m_random.chance(25)) {
+        return addEdge();
+    }
+    ModelEdge& edge = *m_random.pick(m_model.edges());
+    ModelGraph& graph = graphOf(edge);
+    const int kind = edge.graph == nullptr && m_random.chance(60) ? 0 : m_random.below(12);
+    if (kind < 5) {
+        insertEdge(edge);
+    } else if (kind < 9) {
+        agree({"removeEdge", graph.object->removeEdge(edge.edge()) != nullptr,
+               m_model.removeEdge(graph, edge)});
+    } else if (kind < 10) {
+        agree({"discardEdge", graph.object->discardEdge(edge.edge()) != 0,
+               m_model.discardEdge(graph, edge)});
+    } else if (kind < 11 && edge.graph == nullptr) {
+        note("release a detached edge");
+        edge.object->vRelease();
+        m_model.destroyDetached(edge);
+    }
+}
+
+void TopologyDriver::stepState() {
+    if (m_model.edges().empty()) {
+        return;
+    }
+    ModelEdge& model = *m_random.pick(m_model.edges());
+    QxEdge& edge = *model.edge();
+    ModelNode& node = anyNode();
+    switch (m_random.below(9)) {
+        case 0:
+            return agree({"disconnect", edge.disconnect() != 0, m_model.disconnect(model)});
+        case 1:
+        case 2:
+            return agree({"connect", edge.connect() != 0, m_model.connect(model)});
+        case 3:
+            return agree({"deactivate", edge.deactivate() != 0, m_model.deactivate(model)});
+        case 4:
+            return agree({"activate", edge.activate() != 0, m_model.activate(model)});
+        case 5:
+            return agree({"reverse", edge.reverse() != 0, m_model.reverse(model)});
+        case 6:
+            return agree({"changeTargetNode", edge.changeTargetNode(node.node()) != 0,
+                          m_model.changeEnds(model, model.source, &node)});
+        case 7:
+            return agree({"changeEndNodes",
+                          edge.changeEndNodes(node.node(), edge.pSourceNode()) != 0,
+                          m_model.changeEnds(model, &node, model.source)});
+        default:
+            return agree({"changeSourceNodeWithoutConnect",
+                          edge.changeSourceNodeWithoutConnect(node.node()) != 0,
+                          m_model.changeSourceWithoutConnect(model, &node)});
+    }
+}
+
+void TopologyDriver::stepNesting() {
+    ModelMember& member = anyMember();
+    if (m_random.chance(25)) {
+        note("name");
+        member.object->nameString(m_random.chance(80) ? L"name" : nullptr);
+        return;
+    }
+    ModelGraph* child = m_random.chance(85) ? &anyGraph() : nullptr;
+    note("set child graph");
+    member.object->pChildGraph(child != nullptr ? child->object : nullptr);
+    m_model.setChild(member, child);
+}
+
+void TopologyDriver::stepGraph() {
+    ModelGraph& graph = anyGraph();
+    ModelManager& manager =
+        graph.manager != nullptr && m_random.chance(80) ? *graph.manager : anyManager();
+    const int kind = graph.manager == nullptr && m_random.chance(60) ? 7 : m_random.below(16);
+    if (kind < 4 || m_model.graphs().size() < 8) {
+        if (m_model.graphs().size() < 16) {
+            ModelManager& owner = anyManager();
+            addNode(m_model.addGraph(owner, owner.object->addGraph(0)));
+        }
+    } else if (kind < 7) {
+        agree({"removeGraph", manager.object->removeGraph(graph.object) != nullptr,
+               m_model.removeGraph(manager, graph)});
+    } else if (kind < 10) {
+        agree({"insertGraph", manager.object->insertGraph(graph.object) != nullptr,
+               m_model.insertGraph(manager, graph)});
+    } else if (kind < 11) {
+        agree({"discardGraph", manager.object->discardGraph(graph.object) != 0,
+               m_model.discardGraph(manager, graph)});
+    } else if (kind < 12) {
+        note("empty or release a graph");
+        if (graph.manager == nullptr) {
+            graph.object->vRelease();
+            m_model.destroyDetached(graph);
+        } else if (m_random.chance(30)) {
+            graph.object->emptyTopology();
+            m_model.emptyGraph(graph);
+        }
+    } else if (kind < 15) {
+        ModelGraph& from = anyGraph();
+        agree({"transferTopology of a graph", graph.object->transferTopology(from.object) != 0,
+               m_model.transfer(graph, from)});
+    } else {
+        ModelManager& from = anyManager();
+        agree({"transferTopology of a manager", manager.object->transferTopology(from.object) != 0,
+               m_model.transfer(manager, from)});
+    }
+}
+
+}  // namespace qxtest
