@@ -9,6 +9,7 @@
 #include "qx/drawing/QxDrawingFlags.h"
 #include "qx/drawing/QxGEdge.h"
 #include "qx/drawing/QxGraphObjectStatusEnum.h"
+#include "qx/drawing/QxLabelOwnerOf.h"
 #include "qx/foundation/geometry/QxPointDList.h"
 #include "qx/foundation/util/QxDListIter.h"
 
@@ -20,6 +21,9 @@ class QxPNode;
 
 namespace qx::internal {
 class Coverage;
+class LabelPresence;
+template <class T>
+class Ref;
 enum class Moment : unsigned char;
 }  // namespace qx::internal
 
@@ -30,7 +34,7 @@ enum class Moment : unsigned char;
 /// and n + 1 segments. They have the edge's graph as owner but are not listed there. The segment of
 /// a straight edge is made when somebody asks for it. Coordinates and the coordinate flag are those
 /// of QxGNode.
-class QX_API QxDEdge : public QxGEdge {
+class QX_API QxDEdge : public QxGEdge, public QxLabelOwnerOf<QxDEdge, QxEdgeLabel> {
 public:
     /// Only the owner is used.
     QxDEdge(QxOwnedObject* owner, int type, QxFactory* factory);
@@ -66,12 +70,12 @@ public:
     /// Exchanges the ends and the order of the bends, which stay in place. 0 without two ends.
     int reverse() override;
     void nullEndNodes() override;
-    /// Removes what the edge contains: its bends.
+    /// Removes what the edge contains: its bends and labels.
     void emptyTopology() override;
-    /// Gives the edge copies of the bends of `source` in place of its own.
+    /// Gives the edge copies of the bends of `source` in place of its own, and of its labels.
     void duplicateTopology(QxEdge* source) override;
     /// Takes over the clipping choices, status and routing of `source`; with `deep` nonzero copies
-    /// of its bends, too.
+    /// of its bends and labels in place of its own, too.
     void copyEdge(const QxEdge* source, int deep) override;
     /// @}
 
@@ -177,13 +181,18 @@ public:
     void projectionPoint(const QxPoint* point, QxPoint* nearest,
                          std::int32_t* distance) const override;
     void pointOnEdge(QxPoint* point, std::int16_t perMil) const override;
+    /// The segment that far along the edge, and the thousandths along its segment of the point that
+    /// is so many thousandths along the edge: those that pointOnEdge takes.
+    QxPEdge* pPathEdgeAtDistance(std::int32_t distance) const;
+    std::int16_t perMilOnSegmentAt(std::int16_t perMil) const;
     int ntIntersectsRect(const QxRect* rect, int clipped) const override;
-    /// The rectangle of the ends and bends, for any user.
+    /// The rectangle of the ends, the bends and the labels, for any user.
     int getUserBoundingRect(QxRect& rect, int inOwnGraph) const override;
     /// The rectangle of the unclipped ends and all bends, in owner-graph coordinates.
     void ntBoundingRectWithPathNodes(QxRect& rect) const;
+    /// The same with the labels.
     void ntBoundingRectWithPathNodesAndLabels(QxRect& rect) const;
-    /// The same, `inOwnGraph` 0: in those of the anchor graph. 0, and no change, for an edge that
+    /// Both, `inOwnGraph` 0: in those of the anchor graph. 0, and no change, for an edge that
     /// is not visible there.
     int getBoundingRectWithPathNodes(QxRect& rect, int inOwnGraph) const;
     int getBoundingRectWithPathNodesAndLabels(QxRect& rect, int inOwnGraph) const;
@@ -238,6 +247,15 @@ public:
     }
     /// @}
 
+    /// @name Labels (drawing/labels/QxDEdgeLabels.cpp); see QxLabelOwnerOf
+    /// @{
+    virtual void debugOutputLabels(int depth) const;
+    /// Lays those of the labels that are this edge's out in pairs about the middle of the edge, in
+    /// the order of the list, each by its full move. 1 when there were any, else 0; 0, too, for
+    /// null and an edge without an owner graph.
+    int centerLabels(const QxEdgeLabelDList* labels);
+    /// @}
+
     /// @name State
     /// Setters return the argument and change nothing else.
     /// @{
@@ -284,6 +302,7 @@ public:
         if (m_extentSlot >= 0) {
             tellCoverage();
         }
+        tellOfLabels();
     }
     /// @}
 
@@ -291,6 +310,13 @@ protected:
     int vConnect() override;
     void actOnChangeOwner(QxOwnedObject* owner, int valid) override;
     qx::internal::GraphObjectExtras* vNewExtras() const override;
+    /// The steps behind the label operations.
+    virtual QxEdgeLabel* vAddLabel(const wchar_t* name, int flag);
+    virtual QxEdgeLabel* vInsertLabel(QxEdgeLabel* label);
+    virtual int vDiscardLabel(QxEdgeLabel* label);
+    virtual QxEdgeLabel* vRemoveLabel(QxEdgeLabel* label);
+    /// A new label of the edge's factory, in no list yet; null without a factory.
+    virtual QxEdgeLabel* vNewLabel(int flag);
     /// New path objects of the edge's factory, in no path yet.
     virtual QxPEdge* vNewPEdge();
     virtual QxPNode* vNewPNode();
@@ -305,7 +331,9 @@ private:
     friend class QxDNode;
     friend class QxPEdge;
     friend class QxPNode;
+    friend class QxLabelOwnerOf<QxDEdge, QxEdgeLabel>;
     friend class qx::internal::Coverage;
+    friend class qx::internal::LabelPresence;
 
     struct ClipPoint {
         std::int32_t x = 0;
@@ -362,8 +390,18 @@ private:
     void copyDiagramming(const QxDEdge& source);
     /// @}
 
+    const qx::internal::Ref<QxLabelManager>* pQueryLabelSlot() const;
+    qx::internal::Ref<QxLabelManager>& labelSlot();
+    void reportLabels(qx::internal::Moment moment, QxGeometricUpdateInfo* info) const;
     int getEnd(QxPoint& point, int inOwnGraph, bool atSource) const;
     std::int64_t pathLength() const;
+    /// The made segment that holds the point so far along the path, and how far along that it lies.
+    struct PathSpot {
+        QxPEdge* segment;
+        std::int64_t along;
+        std::int64_t length;
+    };
+    PathSpot spotAtDistance(std::int64_t distance) const;
 
     /// @name Bends
     /// @{
@@ -395,11 +433,17 @@ private:
     template <class Walk>
     void markVisiblePart(std::uint32_t segmentBits, std::uint32_t bendBits);
     void reportVisiblePart(qx::internal::Moment moment, QxGeometricUpdateInfo* info);
-    void report(qx::internal::Moment moment, QxGeometricUpdateInfo* info);
+    void report(qx::internal::Moment moment, QxGeometricUpdateInfo* info, int labels = 1);
     /// @}
 
-    /// Brings up to date what the graph of the edges between graphs knows of this one.
+    /// Bring up to date what its graph knows: between graphs, of the ends; of the labels.
     void tellCoverage();
+    void outdateLabels();
+    void tellOfLabels() {
+        if (hasFlag(qx::flags::EdgeHasLabels) != 0) {
+            outdateLabels();
+        }
+    }
 
     QxPEdge* m_sourcePathEdge = nullptr;
     QxPEdge* m_targetPathEdge = nullptr;

@@ -112,7 +112,10 @@ void QxDEdge::nullEndNodes() {
 }
 
 void QxDEdge::emptyTopology() {
-    discardAllBends();
+    Change::run(*this, [&] {
+        discardAllBends();
+        discardAllLabels();
+    });
 }
 
 void QxDEdge::duplicateTopology(QxEdge* source) {
@@ -123,7 +126,10 @@ void QxDEdge::duplicateTopology(QxEdge* source) {
     const Ref sourceAlive(*source);
     if (source->levelNumber() == levelNumber()) {
         discardAllBends();
-        Change::run(*this, [&] { duplicatePath(*static_cast<QxDEdge*>(source)); });
+        Change::run(*this, [&] {
+            duplicatePath(*static_cast<QxDEdge*>(source));
+            duplicateLabelsOf(*static_cast<QxDEdge*>(source));
+        });
     }
     QxGEdge::duplicateTopology(source);
 }
@@ -140,7 +146,7 @@ void QxDEdge::copyEdge(const QxEdge* source, int deep) {
     const Ref alive(*this);
     const Ref sourceAlive(drawn);
     if (deep != 0) {
-        discardAllBends();
+        emptyTopology();
     }
     Change::run(*this, [&] {
         setFlag(qx::flags::EdgeClipSource, drawn.clipSourceSide());
@@ -151,6 +157,10 @@ void QxDEdge::copyEdge(const QxEdge* source, int deep) {
         QxGEdge::copyEdge(source, deep);
         copyDiagramming(drawn);
         actOnEndObjectChange();
+        if (deep != 0) {
+            duplicateLabelsOf(drawn);
+            const_cast<QxDEdge&>(drawn).nullLabelUserFields(true);  // the links to the copies
+        }
     });
 }
 

@@ -8,6 +8,7 @@
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxDNode.h"
+#include "qx/drawing/QxGraphLabel.h"
 #include "qx/drawing/QxPNode.h"
 #include "qx/drawing/QxPathIter.h"
 #include "qx/drawing/bounds/internal/Change.h"
@@ -30,6 +31,7 @@ QxDGraph::QxDGraph(QxOwnedObject* owner, int, QxFactory*)
 QxDGraph::~QxDGraph() {
     needsUpdateGraphBounds(0);
     QxDGraph::emptyTopology();
+    dropLabels();
     qx::internal::endEventSource(*this);
 }
 
@@ -98,7 +100,7 @@ int QxDGraph::checkInvariants() const {
         qxDebugStream() << "graph: the kept extent is not what its contents cover\n";
         return 0;
     }
-    return 1;
+    return checkOwnLabels() & checkLabelCounts();
 }
 
 void QxDGraph::debugOutputPathNodes(int depth) const {
@@ -138,19 +140,6 @@ QxTriStateEnum QxDGraph::labelState(std::uint32_t lowBit, QxTriStateEnum state) 
     setFlag(lowBit, state != QxTriStateNo ? 1 : 0);
     setFlag(lowBit << 1, state == QxTriStateYes ? 1 : 0);
     return state;
-}
-
-// Without label classes no object has labels: a set that is not known to be empty is empty.
-int QxDGraph::hasNodeLabels() const {
-    return hasNodeLabelsState() == QxTriStateYes ? 1 : 0;
-}
-
-int QxDGraph::hasConnectorLabels() const {
-    return hasConnectorLabelsState() == QxTriStateYes ? 1 : 0;
-}
-
-int QxDGraph::hasEdgeLabels() const {
-    return hasEdgeLabelsState() == QxTriStateYes ? 1 : 0;
 }
 
 qx::internal::GraphObjectExtras* QxDGraph::vNewExtras() const {
@@ -198,7 +187,7 @@ void QxDGraph::copyGraph(const QxGraph* source, int deep) {
         return;
     }
     Change::ofWholeGraph(*this, [&] {
-        setFlag(LabelStates, 0);
+        resetLabelStates();
         const bool isDrawn = levelNumber() == source->levelNumber();
         if (isDrawn) {
             copySpacings(static_cast<const QxDGraph&>(*source));
@@ -235,8 +224,15 @@ void QxDGraph::copyDiagramming(const QxDGraph& source) {
 }
 
 void QxDGraph::internalDuplicateTopology(QxGraph* source, int disconnected, int deactivated) {
-    Change::ofWholeGraph(
-        *this, [&] { QxGraph::internalDuplicateTopology(source, disconnected, deactivated); });
+    if (source == nullptr || source == this) {
+        return;
+    }
+    Change::ofWholeGraph(*this, [&] {
+        QxGraph::internalDuplicateTopology(source, disconnected, deactivated);
+        if (levelNumber() == source->levelNumber()) {
+            duplicateLabelsOf(static_cast<const QxDGraph&>(*source));
+        }
+    });
 }
 
 void QxDGraph::actOnDiscard() {

@@ -10,6 +10,7 @@
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDGraphManager.h"
+#include "qx/drawing/QxNodeLabel.h"
 #include "qx/drawing/bounds/internal/Change.h"
 #include "qx/drawing/bounds/internal/Coverage.h"
 #include "qx/drawing/bounds/internal/ExtentTree.h"
@@ -17,6 +18,7 @@
 #include "qx/drawing/internal/AskedCoordinates.h"
 #include "qx/drawing/internal/CloneLinks.h"
 #include "qx/drawing/internal/Extras.h"
+#include "qx/drawing/labels/internal/LabelPresence.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/geometry/QxShapeResource.h"
 #include "qx/foundation/graph/internal/EachObject.h"
@@ -26,6 +28,7 @@ using qx::internal::Change;
 using qx::internal::Coverage;
 using qx::internal::each;
 using qx::internal::ExtentTree;
+using qx::internal::LabelPresence;
 using qx::internal::Moment;
 using qx::internal::Ref;
 
@@ -44,8 +47,27 @@ QxDNode::~QxDNode() {
         graph->removeNode(this);
     }
     detachEdges();
+    dropLabels();
     discardShapeResource();
     qx::internal::endEventSource(*this);
+}
+
+int QxDNode::userFieldsInUse() const {
+    return QxGNode::userFieldsInUse() | labelUserFieldsInUse(false);
+}
+
+void QxDNode::nullUserFields() {
+    QxGNode::nullUserFields();
+    nullLabelUserFields(false);
+}
+
+int QxDNode::internalUserFieldsInUse() const {
+    return QxGNode::internalUserFieldsInUse() | labelUserFieldsInUse(true);
+}
+
+void QxDNode::nullInternalUserFields() {
+    QxGNode::nullInternalUserFields();
+    nullLabelUserFields(true);
 }
 
 std::size_t QxDNode::sizeOf() const {
@@ -69,7 +91,7 @@ int QxDNode::checkInvariants() const {
         qxDebugStream() << "drawing node: a shared shape does not count its holders\n";
         return 0;
     }
-    return 1;
+    return checkOwnLabels();
 }
 
 int QxDNode::levelNumber() const {
@@ -91,8 +113,10 @@ void QxDNode::actOnDiscard() {
 void QxDNode::actOnChangeOwner(QxOwnedObject* owner, int valid) {
     if (valid == 0 || owner != pOwner()) {
         Coverage::ended(*this);
+        LabelPresence::ended(*this);
     }
     QxGNode::actOnChangeOwner(owner, valid);
+    LabelPresence::changed(*this);
     Coverage::changed(*this);
     Coverage::ownerChanged(*this);
 }
@@ -111,6 +135,7 @@ void QxDNode::copyNode(const QxNode* source, int deep) {
         }
         QxGNode::copyNode(source, deep);
         if (isDrawn && deep != 0) {
+            discardAllNodeLabels();
             // Of the source this clears the scratch fields, and registers a private shape.
             duplicateTopology(const_cast<QxNode*>(source));
         }
@@ -135,6 +160,9 @@ void QxDNode::internalDuplicateTopology(QxNode* source) {
         shareShapeOf(*static_cast<QxDNode*>(source));
     }
     QxGNode::internalDuplicateTopology(source);
+    if (levelNumber() == source->levelNumber()) {
+        duplicateLabelsOf(*static_cast<QxDNode*>(source));
+    }
 }
 
 QxObject* QxDNode::vCloneObject() const {
@@ -179,8 +207,16 @@ const QxRect* QxDNode::pRectBeforeMoveForSelfLoops(const QxRect* rect) {
     return rect;
 }
 
-void QxDNode::ntBoundingRectWithSubObjects(QxRect& rect, int, int, int) const {
+void QxDNode::ntBoundingRectWithSubObjects(QxRect& rect, int labels, int, int) const {
     rect = m_rect;
+    const QxNodeLabelDList* const list =
+        labels != 0 && pQueryExtras() != nullptr ? pLabelList() : nullptr;
+    for (auto* cell = list != nullptr ? list->pFirstCell() : nullptr; cell;
+         cell = cell->pNextCell()) {
+        QxRect one;
+        list->pElement(cell)->ntBoundingRect(one);
+        rect.updateBounds(&one);
+    }
 }
 
 int QxDNode::getBoundingRectWithSubObjects(QxRect& rect, int labels, int connectors,
@@ -234,7 +270,10 @@ void QxDNode::reportEdges(Moment moment, QxGeometricUpdateInfo* own,
 }
 
 void QxDNode::emptyTopology() {
-    Change::run(*this, [&] { QxGNode::emptyTopology(); });
+    Change::run(*this, [&] {
+        discardAllLabels();
+        QxGNode::emptyTopology();
+    });
 }
 
 void QxDNode::actBeforeRemove(QxGeometricUpdateInfo* own, QxGeometricUpdateInfo* intergraph,

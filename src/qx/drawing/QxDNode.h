@@ -7,6 +7,7 @@
 #include "qx/drawing/QxDrawingFlags.h"
 #include "qx/drawing/QxGNode.h"
 #include "qx/drawing/QxGraphObjectStatusEnum.h"
+#include "qx/drawing/QxLabelOwnerOf.h"
 #include "qx/foundation/geometry/QxDirectionEnum.h"
 
 class QxFactory;
@@ -15,6 +16,8 @@ class QxShapeResource;
 
 namespace qx::internal {
 class Coverage;
+template <class T>
+class Ref;
 enum class Moment : unsigned char;
 }  // namespace qx::internal
 
@@ -23,7 +26,7 @@ enum class Moment : unsigned char;
 /// Coordinates and the coordinate flag are those of QxGNode. Sizes below 0 count as 0. Every full
 /// change updates the graph bounds and fires a drawing change event; the raw operations (`nt...`)
 /// fire, too, but leave the bounds to their caller.
-class QX_API QxDNode : public QxGNode {
+class QX_API QxDNode : public QxGNode, public QxLabelOwnerOf<QxDNode, QxNodeLabel> {
 public:
     /// Only the owner is used.
     QxDNode(QxOwnedObject* owner, int type, QxFactory* factory);
@@ -33,16 +36,21 @@ public:
 
     /// @name What every graph object answers
     /// @{
+    int userFieldsInUse() const override;
+    void nullUserFields() override;
+    int internalUserFieldsInUse() const override;
+    void nullInternalUserFields() override;
     std::size_t sizeOf() const override;
     int checkInvariants() const override;
     int levelNumber() const override;
-    /// Removes what the node contains; its incident edges stay.
+    /// Removes what the node contains, its labels; its incident edges stay.
     void emptyTopology() override;
     void internalDuplicateTopology(QxNode* source) override;
     void innerDebugOutput(int depth) const override;
     void actOnDiscard() override;
-    /// Takes over place, size and clipping of `source`, and with `deep` nonzero its shape; without,
-    /// the node shows the default shape afterwards. Nothing happens for null and the node itself.
+    /// Takes over place, size and clipping of `source`, and with `deep` nonzero its shape and, in
+    /// place of its own, copies of its labels; without, the node shows the default shape
+    /// afterwards. Nothing happens for null and the node itself.
     void copyNode(const QxNode* source, int deep) override;
     QxDNode* cloneObject() const { return static_cast<QxDNode*>(vCloneObject()); }
     QxDNode* cloneAttributes() const { return static_cast<QxDNode*>(vCloneAttributes()); }
@@ -166,9 +174,22 @@ public:
     void moveOutside(QxPoint& point, QxDirectionEnum direction, int inOwnGraph) const;
     /// @}
 
+    /// @name Labels (drawing/labels/QxDNodeLabels.cpp); see QxLabelOwnerOf
+    /// @{
+    virtual void debugOutputLabels(int depth) const;
+    /// Discard the labels of the node, and of its connectors, too.
+    void discardAllLabels();
+    void discardAllNodeLabels();
+    /// Stacks those of the labels that are this node's, in the order of the list, in the middle of
+    /// the node's inner rectangle, as one change.
+    void centerLabels(const QxNodeLabelDList* labels);
+    /// Gives the node the place and size at which its inner rectangle holds its labels (`all` 0:
+    /// the first), which stay where they are. Nothing happens without labels.
+    void resizeToLabels(int all);
+    /// @}
+
     /// @name Extents with what hangs on the node
-    /// The flags ask for the node labels, the connectors and their labels. Nodes carry none of
-    /// these yet, so that the extent is the bounding rectangle.
+    /// The flags ask for the node labels, the connectors and their labels.
     /// @{
 
     /// In owner-graph coordinates.
@@ -232,8 +253,15 @@ protected:
     void vActAfterGeometryChanges(QxGeometricUpdateInfo* own,
                                   QxGeometricUpdateInfo* intergraph) override;
     void vMoveTo(const QxPoint& center) override;
+    /// The steps behind the label operations.
+    virtual QxNodeLabel* vAddLabel(const wchar_t* name, int flag);
+    virtual QxNodeLabel* vInsertLabel(QxNodeLabel* label);
+    virtual int vDiscardLabel(QxNodeLabel* label);
+    virtual QxNodeLabel* vRemoveLabel(QxNodeLabel* label);
     virtual void vResize(const QxSize& size);
     virtual void vResizeAdjustConnectors(const QxSize& size);
+    /// A new label of the node's factory, in no list yet; null without a factory.
+    virtual QxNodeLabel* vNewLabel(int flag);
     virtual void actOnResize(const QxSize& oldSize);
     void actOnChangeOwner(QxOwnedObject* owner, int valid) override;
     QxObject* vCloneObject() const override;
@@ -241,8 +269,11 @@ protected:
 
 private:
     friend class QxDGraph;
+    friend class QxLabelOwnerOf<QxDNode, QxNodeLabel>;
     friend class qx::internal::Coverage;
 
+    const qx::internal::Ref<QxLabelManager>* pQueryLabelSlot() const;
+    qx::internal::Ref<QxLabelManager>& labelSlot();
     /// Moves, then resizes the node, by the raw steps.
     void place(const QxPoint& center, const QxSize& size);
     /// Gives the node its rectangle, and tells the graph's extents and the incident edges.

@@ -32,6 +32,7 @@ inline constexpr std::uint32_t EdgeMulti = 0x10000;
 inline constexpr std::uint32_t EdgeMeta = 0x20000;
 inline constexpr std::uint32_t EdgeOrthogonal = 0x40000;
 inline constexpr std::uint32_t EdgePathImplied = 0x80000;  ///< straight, its segment not made yet
+inline constexpr std::uint32_t EdgeHasLabels = 0x100000;
 
 // Drawing graphs.
 inline constexpr std::uint32_t GraphNodeLabels = 0x800;  ///< the low of two bits, for each kind
@@ -40,6 +41,12 @@ inline constexpr std::uint32_t GraphConnectorLabels = 0x8000;
 inline constexpr std::uint32_t GraphNeedsBounds = 0x20000;
 inline constexpr std::uint32_t GraphBoundsInitialized = 0x40000;
 inline constexpr std::uint32_t GraphOrthogonal = 0x80000;
+
+// Labels.
+inline constexpr std::uint32_t LabelMovesWithOwner = 0x10;
+inline constexpr std::uint32_t LabelPinned = 0x20;  ///< an edge's label that stays where it is
+inline constexpr std::uint32_t LabelNamed = 0x40;   ///< has a text, perhaps an empty one
+inline constexpr std::uint32_t LabelGoing = 0x80;   ///< on its way out: LabelRemoved is not told
 
 // Drawing graph managers.
 inline constexpr std::uint32_t ManagerReading = 0x10;

@@ -7,6 +7,7 @@
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxDNode.h"
+#include "qx/drawing/QxLabel.h"
 #include "qx/events/QxComplexityChangeEventData.h"
 #include "qx/events/QxDrawingChangeEventData.h"
 #include "qx/events/internal/ObjectOfKind.h"
@@ -27,6 +28,10 @@ QxDGraph* QxDrawingChangeEventData::pSourceGraph() const {
 
 QxDGraphManager* QxDrawingChangeEventData::pSourceGraphManager() const {
     return objectOfKind<QxDGraphManager>(pSourceObject(), &QxGraphObject::isGraphManager);
+}
+
+QxLabel* QxDrawingChangeEventData::pSourceLabel() const {
+    return objectOfKind<QxLabel>(pSourceObject(), &QxGraphObject::isLabel);
 }
 
 QxDGraph* QxDrawingChangeEventData::pOldOwnerGraph() const {

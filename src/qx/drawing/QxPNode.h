@@ -78,7 +78,8 @@ private:
     friend class QxDGraph;
     friend class qx::internal::Coverage;
 
-    void report(qx::internal::Moment moment, QxGeometricUpdateInfo* info, int recurse);
+    void report(qx::internal::Moment moment, QxGeometricUpdateInfo* info, int recurse,
+                int labels = 0);
 
     QxDEdge* m_ownerEdge = nullptr;
     std::int32_t m_x = 0;

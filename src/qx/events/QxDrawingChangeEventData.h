@@ -16,12 +16,15 @@ class QxDGraphManager;
 class QxDNode;
 class QxGNode;
 class QxGraphObject;
+class QxLabel;
 class QxShape;
 
 /// What has changed, and its values before and after. Which fields are meaningful depends on the
 /// type; accessors answer null, or a default value, for the others.
 ///
-/// Bounds are in the coordinates of the graph that the source belongs to. Pointers name objects of
+/// Bounds are in the coordinates of the graph that the source belongs to; those of a label are in
+/// the coordinates of the anchor graph, as the label is seen there (while it is not visible, they
+/// are its offset and size). Pointers name objects of
 /// the drawing, which are not owned.
 class QX_API QxDrawingChangeEventData : public QxSingleEventData {
 public:
@@ -61,6 +64,7 @@ public:
     QxDEdge* pSourceEdge() const;
     QxDGraph* pSourceGraph() const;
     QxDGraphManager* pSourceGraphManager() const;
+    QxLabel* pSourceLabel() const;
     /// @}
 
     /// @name Moves and resizes

@@ -6,9 +6,11 @@
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDNode.h"
+#include "qx/drawing/QxEdgeLabel.h"
 #include "qx/drawing/QxPNode.h"
 #include "qx/drawing/QxPathIter.h"
 #include "qx/drawing/bounds/internal/ExtentTree.h"
+#include "qx/drawing/internal/Extras.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 
 namespace qx::internal {
@@ -37,7 +39,7 @@ void Coverage::changed(QxDEdge& edge) {
         edge.ntBoundingRect(rect, 0);
         edge.pOwnerGraph()->extents().set(edge.m_extentSlot, rect);
     } else {
-        ended(edge);
+        endsEnded(edge);
     }
 }
 
@@ -45,6 +47,62 @@ void Coverage::countChanged(QxDEdge& edge) {
     changed(edge);
     for (auto part = edge.madeParts(); part && part.pNode() != nullptr; ++part) {
         changed(*part.pNode());
+    }
+    labelsChanged(edge);
+}
+
+void Coverage::changed(QxLabel& label) {
+    if (QxDNode* node = label.pOwnerNode()) {
+        labelsChanged(*node);
+    } else if (QxDEdge* edge = label.pOwnerEdge()) {
+        labelsChanged(*edge);
+    }
+}
+
+void Coverage::labelsChanged(QxDNode& node) {
+    changed(node);
+}
+
+void Coverage::labelsChanged(QxDEdge& edge) {
+    QxLabelManager* labels = edge.pQueryLabelManager();
+    if (labels == nullptr || labels->m_labels.isEmpty() != 0 || !counts(edge)) {
+        labelsEnded(edge);
+    } else if (labels->m_outdatedCell.isLinked() == 0) {
+        edge.pOwnerGraph()->graphExtras().outdatedLabelEdges.appendCell(&labels->m_outdatedCell);
+    }
+}
+
+void Coverage::refreshLabels(const QxDGraph& graph) {
+    GraphExtras* extras = static_cast<GraphExtras*>(graph.pQueryExtras());
+    QxDList* outdated = extras != nullptr ? &extras->outdatedLabelEdges : nullptr;
+    while (outdated != nullptr && outdated->isEmpty() == 0) {
+        const auto* edge = static_cast<const QxDEdge*>(outdated->pFirstObject());
+        edge->refreshVisiblePart();  // which would list the edge again
+        outdated->removeCell(outdated->pFirstCell());
+        for (QxEdgeLabel* label : each<QxEdgeLabel>(*edge->pLabelList())) {
+            QxRect rect;
+            label->ntBoundingRect(rect);
+            graph.extents().set(static_cast<QxLabel*>(label)->m_extentSlot, rect);
+        }
+    }
+}
+
+void Coverage::ended(QxLabel& label) {
+    if (label.m_extentSlot != ExtentTree::NoSlot) {
+        label.pGraph()->extents().clear(label.m_extentSlot);
+    }
+}
+
+void Coverage::labelsEnded(QxDEdge& edge) {
+    QxLabelManager* labels = edge.pQueryLabelManager();
+    if (labels == nullptr) {
+        return;
+    }
+    if (labels->m_outdatedCell.isLinked() != 0) {
+        edge.pOwnerGraph()->graphExtras().outdatedLabelEdges.removeCell(&labels->m_outdatedCell);
+    }
+    for (QxLabel* label : each<QxLabel>(labels->m_labels)) {
+        ended(*label);
     }
 }
 
@@ -76,10 +134,15 @@ void Coverage::ended(QxPNode& bend) {
     }
 }
 
-void Coverage::ended(QxDEdge& edge) {
+void Coverage::endsEnded(QxDEdge& edge) {
     if (edge.m_extentSlot != ExtentTree::NoSlot) {
         edge.pOwnerGraph()->extents().clear(edge.m_extentSlot);
     }
+}
+
+void Coverage::ended(QxDEdge& edge) {
+    endsEnded(edge);
+    labelsEnded(edge);
 }
 
 bool Coverage::counts(const QxDEdge& edge) {

@@ -4,10 +4,15 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
 #include "qx/drawing/QxDrawingDLists.h"
+#include "qx/drawing/QxLabelInfoEdgeMoved.h"
+#include "qx/drawing/QxLabelManager.h"
+#include "qx/foundation/geometry/QxPoint.h"
 #include "qx/foundation/geometry/QxRect.h"
 #include "qx/foundation/graph/internal/GraphObjectExtras.h"
+#include "qx/foundation/util/internal/Ref.h"
 
 class QxGeometricUpdateInfo;
 
@@ -18,32 +23,59 @@ struct NodeExtras : GraphObjectExtras {
     std::unique_ptr<const QxRect> rectBeforeMove;
     std::unique_ptr<const QxRect> rectBeforeMoveForSelfLoops;
     QxDNode* clone = nullptr;
+    Ref<QxLabelManager> labels;
 
     bool isIdle() const override {
         return GraphObjectExtras::isIdle() && !rectBeforeMove && !rectBeforeMoveForSelfLoops &&
-               clone == nullptr;
+               clone == nullptr && !labels;
     }
 };
 
 /// What few edges use.
 struct EdgeExtras : GraphObjectExtras {
     QxDEdge* clone = nullptr;
+    Ref<QxLabelManager> labels;
     /// The path objects of the edge in the order in which they came, by their own cells: whatever
     /// is joined to what, the edge knows what it owns.
     QxDList parts;
 
     bool isIdle() const override {
-        return GraphObjectExtras::isIdle() && clone == nullptr && parts.isEmpty() != 0;
+        return GraphObjectExtras::isIdle() && clone == nullptr && !labels && parts.isEmpty() != 0;
     }
 };
 
-/// What graphs use during longer changes only.
+/// What few graphs use, or all during longer changes only.
 struct GraphExtras : GraphObjectExtras {
     QxDGraph* clone = nullptr;
     QxGeometricUpdateInfo* updateInfo = nullptr;
     QxDEdgeDList affectedEdges;
+    Ref<QxLabelManager> labels;
+    /// How many labels its nodes, its connected edges and its nodes' connectors have.
+    std::int32_t nodeLabels = 0;
+    std::int32_t edgeLabels = 0;
+    std::int32_t connectorLabels = 0;
+    /// The edges whose labels may cover something else than the extents say.
+    QxDList outdatedLabelEdges;
 
     /// The list of affected edges is handed out.
+    bool isIdle() const override { return false; }
+};
+
+/// What few labels use.
+struct LabelExtras : GraphObjectExtras {
+    struct Place {
+        QxPoint center;
+        std::int16_t proportionX;
+        std::int16_t proportionY;
+        QxPoint offset;
+    };
+    QxLabel* clone = nullptr;
+    std::unique_ptr<Place> storedPlace;
+    /// Where a pinned label of an edge stays.
+    QxPoint pinnedAt;
+    /// What is to be known once the edge has moved.
+    std::vector<Ref<QxLabelInfoEdgeMoved>> moves;
+
     bool isIdle() const override { return false; }
 };
 

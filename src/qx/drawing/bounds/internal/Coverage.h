@@ -8,6 +8,7 @@
 class QxDEdge;
 class QxDGraph;
 class QxDNode;
+class QxLabel;
 class QxPNode;
 
 namespace qx::internal {
@@ -18,6 +19,11 @@ namespace qx::internal {
 /// A graph keeps the extents of its nodes and of the bends of its connected edges; straight edges
 /// lie within the rectangles of their nodes. The graph of the edges between graphs, which has no
 /// nodes, keeps those of its visible edges: the ends, and the bends one by one.
+///
+/// Labels of nodes count with their nodes. Those of edges have extents of their own while their
+/// edges count, but follow the drawn part of the edge, which is computed when somebody asks: a
+/// change only lists the edge as outdated, and whoever reads the extents brings the listed ones up
+/// to date first, O(their labels). Labels of graphs do not count.
 class Coverage {
 public:
     static void changed(QxDNode& node);
@@ -30,13 +36,27 @@ public:
     static void ownerChanged(QxDNode& node);
     /// All edges of the graph of the edges between graphs.
     static void allChanged(QxDGraph& between);
+    /// A label covers something else.
+    static void changed(QxLabel& label);
+    /// The labels of the owner have become more or less, or may have moved.
+    static void labelsChanged(QxDNode& node);
+    static void labelsChanged(QxDEdge& edge);
+    static void labelsChanged(QxDGraph&) {}
+    /// Brings the extents of the labels of edges up to date.
+    static void refreshLabels(const QxDGraph& graph);
     /// The object leaves its graph.
     static void ended(QxDNode& node);
     static void ended(QxPNode& bend);
     static void ended(QxDEdge& edge);
+    /// The label leaves its owner.
+    static void ended(QxLabel& label);
 
     /// Whether the graph's extents hold what the edge covers beyond the rectangles of its nodes.
     static bool counts(const QxDEdge& edge);
+
+private:
+    static void endsEnded(QxDEdge& edge);
+    static void labelsEnded(QxDEdge& edge);
 };
 
 }  // namespace qx::internal
