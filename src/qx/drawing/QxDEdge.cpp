@@ -7,6 +7,7 @@
 
 #include <ostream>
 
+#include "qx/drawing/QxConnector.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxDNode.h"
@@ -51,6 +52,7 @@ QxDEdge::~QxDEdge() {
     if (QxDGraph* graph = pOwnerGraph()) {
         graph->removeEdge(this);
     }
+    loseConnectors();
     destroyPath();
     qx::internal::endEventSource(*this);
 }
@@ -93,6 +95,14 @@ int QxDEdge::checkInvariants() const {
     if (!isPathWhole()) {
         qxDebugStream() << "drawing edge: the path does not lead from end to end\n";
         return 0;
+    }
+    for (const bool atSource : {true, false}) {
+        const QxConnector* connector = pConnectorAt(atSource);
+        if (connector != nullptr &&
+            connector->pOwnerNode() != (atSource ? pSourceNode() : pTargetNode())) {
+            qxDebugStream() << "drawing edge: an end is assigned to a connector elsewhere\n";
+            return 0;
+        }
     }
     for (auto it = madeParts(); it; ++it) {
         const QxPNode* bend = it.pNode();
@@ -154,7 +164,8 @@ QxObject* QxDEdge::vCloneAttributes() const {
 }
 
 bool QxDEdge::liesWithinItsEnds() const {
-    return m_sourcePathEdge == m_targetPathEdge && intergraphEdge() == 0;
+    return m_sourcePathEdge == m_targetPathEdge && intergraphEdge() == 0 &&
+           !hasCalculatedConnector();
 }
 
 bool QxDEdge::canUsePart(const QxGraphObject& part, int inVisiblePart) const {

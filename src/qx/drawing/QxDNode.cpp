@@ -7,6 +7,8 @@
 
 #include <ostream>
 
+#include "qx/drawing/QxConnector.h"
+#include "qx/drawing/QxConnectorManager.h"
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDGraphManager.h"
@@ -29,6 +31,16 @@ using qx::internal::ExtentTree;
 using qx::internal::Moment;
 using qx::internal::Ref;
 
+namespace {
+
+qx::internal::Each<QxConnector> connectorsOf(const QxDNode& node) {
+    static const QxConnectorDList none;
+    const QxConnectorManager* connectors = node.pQueryConnectorManager();
+    return each<QxConnector>(connectors != nullptr ? *connectors : none);
+}
+
+}  // namespace
+
 QxDNode::QxDNode(QxOwnedObject* owner, int, QxFactory*) : QxGNode(owner) {
     setFlag(qx::flags::NodeForceClipping, 1);
 }
@@ -44,6 +56,7 @@ QxDNode::~QxDNode() {
         graph->removeNode(this);
     }
     detachEdges();
+    releaseConnectors();
     discardShapeResource();
     qx::internal::endEventSource(*this);
 }
@@ -69,7 +82,49 @@ int QxDNode::checkInvariants() const {
         qxDebugStream() << "drawing node: a shared shape does not count its holders\n";
         return 0;
     }
+    std::int32_t specified = 0;
+    for (const QxConnector* connector : connectorsOf(*this)) {
+        specified += connector->specified();
+        if (connector->pOwnerNode() != this || connector->checkInvariants() == 0) {
+            qxDebugStream() << "drawing node: a connector is not sound\n";
+            return 0;
+        }
+    }
+    if (specified != numberOfConnectors()) {
+        qxDebugStream() << "drawing node: the specified connectors are not counted right\n";
+        return 0;
+    }
     return 1;
+}
+
+int QxDNode::userFieldsInUse() const {
+    int used = QxGNode::userFieldsInUse();
+    for (const QxConnector* connector : connectorsOf(*this)) {
+        used |= connector->userFieldsInUse();
+    }
+    return used;
+}
+
+void QxDNode::nullUserFields() {
+    QxGNode::nullUserFields();
+    for (QxConnector* connector : connectorsOf(*this)) {
+        connector->nullUserFields();
+    }
+}
+
+int QxDNode::internalUserFieldsInUse() const {
+    int used = QxGNode::internalUserFieldsInUse();
+    for (const QxConnector* connector : connectorsOf(*this)) {
+        used |= connector->internalUserFieldsInUse();
+    }
+    return used;
+}
+
+void QxDNode::nullInternalUserFields() {
+    QxGNode::nullInternalUserFields();
+    for (QxConnector* connector : connectorsOf(*this)) {
+        connector->nullInternalUserFields();
+    }
 }
 
 int QxDNode::levelNumber() const {
@@ -111,6 +166,7 @@ void QxDNode::copyNode(const QxNode* source, int deep) {
         }
         QxGNode::copyNode(source, deep);
         if (isDrawn && deep != 0) {
+            emptyTopology();
             // Of the source this clears the scratch fields, and registers a private shape.
             duplicateTopology(const_cast<QxNode*>(source));
         }
@@ -135,6 +191,9 @@ void QxDNode::internalDuplicateTopology(QxNode* source) {
         shareShapeOf(*static_cast<QxDNode*>(source));
     }
     QxGNode::internalDuplicateTopology(source);
+    if (levelNumber() == source->levelNumber()) {
+        duplicateConnectorsOf(*static_cast<QxDNode*>(source));
+    }
 }
 
 QxObject* QxDNode::vCloneObject() const {
@@ -179,8 +238,18 @@ const QxRect* QxDNode::pRectBeforeMoveForSelfLoops(const QxRect* rect) {
     return rect;
 }
 
-void QxDNode::ntBoundingRectWithSubObjects(QxRect& rect, int, int, int) const {
+void QxDNode::ntBoundingRectWithSubObjects(QxRect& rect, int, int connectors, int) const {
     rect = m_rect;
+    if (connectors == 0 || hasConnectors() == 0) {
+        return;
+    }
+    for (const QxConnector* connector : connectorsOf(*this)) {
+        if (connector->specified() != 0) {
+            QxRect extent;
+            connector->ntBoundingRect(extent);
+            rect.updateBounds(&extent);
+        }
+    }
 }
 
 int QxDNode::getBoundingRectWithSubObjects(QxRect& rect, int labels, int connectors,
@@ -234,7 +303,10 @@ void QxDNode::reportEdges(Moment moment, QxGeometricUpdateInfo* own,
 }
 
 void QxDNode::emptyTopology() {
-    Change::run(*this, [&] { QxGNode::emptyTopology(); });
+    Change::run(*this, [&] {
+        discardAllConnectors();
+        QxGNode::emptyTopology();
+    });
 }
 
 void QxDNode::actBeforeRemove(QxGeometricUpdateInfo* own, QxGeometricUpdateInfo* intergraph,

@@ -3,6 +3,7 @@
 
 // What event data answer with drawing classes: events know only the graph layer.
 
+#include "qx/drawing/QxConnector.h"
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDGraphManager.h"
@@ -27,6 +28,30 @@ QxDGraph* QxDrawingChangeEventData::pSourceGraph() const {
 
 QxDGraphManager* QxDrawingChangeEventData::pSourceGraphManager() const {
     return objectOfKind<QxDGraphManager>(pSourceObject(), &QxGraphObject::isGraphManager);
+}
+
+QxConnector* QxDrawingChangeEventData::pSourceConnector() const {
+    return objectOfKind<QxConnector>(pSourceObject(), &QxGraphObject::isConnector);
+}
+
+QxConnector* QxDrawingChangeEventData::pOldOwnerConnector() const {
+    return objectOfKind<QxConnector>(pOldOwner(), &QxGraphObject::isConnector);
+}
+
+QxConnector* QxDrawingChangeEventData::pNewOwnerConnector() const {
+    return objectOfKind<QxConnector>(pNewOwner(), &QxGraphObject::isConnector);
+}
+
+QxConnector* QxDrawingChangeEventData::pOldEndConnector() const {
+    return isOfType(EdgeConnectorChanged)
+               ? objectOfKind<QxConnector>(pOldObject(), &QxGraphObject::isConnector)
+               : nullptr;
+}
+
+QxConnector* QxDrawingChangeEventData::pNewEndConnector() const {
+    return isOfType(EdgeConnectorChanged)
+               ? objectOfKind<QxConnector>(pNewObject(), &QxGraphObject::isConnector)
+               : nullptr;
 }
 
 QxDGraph* QxDrawingChangeEventData::pOldOwnerGraph() const {

@@ -3,6 +3,7 @@
 
 #include "qx/drawing/QxFactory.h"
 
+#include "qx/drawing/QxConnector.h"
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDGraphManager.h"
@@ -62,6 +63,10 @@ QxPNode* QxFactory::vNewPNode(QxOwnedObject* owner) {
 
 QxPEdge* QxFactory::vNewPEdge(QxOwnedObject* owner) {
     return new QxPEdge(owner);
+}
+
+QxConnector* QxFactory::vNewConnector(QxOwnedObject* owner, int type) {
+    return new QxConnector(owner, type, this);
 }
 
 QxDGraph* QxFactory::vNewInterDGraph(QxOwnedObject* owner, int type) {

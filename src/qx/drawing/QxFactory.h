@@ -45,6 +45,9 @@ public:
     QxDEdge* qxNewDEdge(QxOwnedObject* owner, int type) { return vNewDEdge(owner, type); }
     QxPNode* qxNewPNode(QxOwnedObject* owner) { return vNewPNode(owner); }
     QxPEdge* qxNewPEdge(QxOwnedObject* owner) { return vNewPEdge(owner); }
+    QxConnector* qxNewConnector(QxOwnedObject* owner, int type) {
+        return vNewConnector(owner, type);
+    }
     /// @}
 
     /// The database of shapes; owned by the factory.
@@ -92,6 +95,7 @@ protected:
     virtual QxDEdge* vNewDEdge(QxOwnedObject* owner, int type);
     virtual QxPNode* vNewPNode(QxOwnedObject* owner);
     virtual QxPEdge* vNewPEdge(QxOwnedObject* owner);
+    virtual QxConnector* vNewConnector(QxOwnedObject* owner, int type);
     virtual QxDGraph* vNewInterDGraph(QxOwnedObject* owner, int type);
     virtual QxShapeResourceDB* vpShapeResourceDB();
     QxEventManager* vNewEventManager() override;
