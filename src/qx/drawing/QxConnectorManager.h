@@ -29,6 +29,9 @@ public:
 private:
     friend class QxConnector;
 
+    /// Ends the listing of a connector that no edge uses.
+    void takeOut(QxConnector& connector);
+
     QxDNode* m_node;
     std::int32_t m_specified = 0;
 };

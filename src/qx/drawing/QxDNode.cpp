@@ -135,6 +135,13 @@ void QxDNode::innerDebugOutput(int depth) const {
     QxGNode::innerDebugOutput(depth);
     qxDebugIndent(depth) << "center " << iX() << ' ' << iY() << ", size " << iWidth() << ' '
                          << iHeight() << '\n';
+    debugOutputConnectors(depth + 1);
+}
+
+void QxDNode::debugOutputConnectors(int depth) const {
+    for (const QxConnector* connector : connectorsOf(*this)) {
+        connector->debugOutput(depth);
+    }
 }
 
 void QxDNode::actOnDiscard() {

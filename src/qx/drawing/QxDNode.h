@@ -46,6 +46,8 @@ public:
     void emptyTopology() override;
     void internalDuplicateTopology(QxNode* source) override;
     void innerDebugOutput(int depth) const override;
+    /// Describes all connectors in their order.
+    virtual void debugOutputConnectors(int depth) const;
     void actOnDiscard() override;
     /// Takes over place, size and clipping of `source`, and with `deep` nonzero its shape and
     /// copies of its connectors in place of its own; without, the node shows the default shape
@@ -233,7 +235,9 @@ public:
     void buildConnectorList(QxConnectorDList* list) const;
     /// All connectors; made on first use, owned by the node. The query answers null before.
     QxConnectorManager* pConnectorManager();
-    QxConnectorManager* pQueryConnectorManager() const;
+    QxConnectorManager* pQueryConnectorManager() const {
+        return pQueryExtras() != nullptr ? pQueryMadeManager() : nullptr;
+    }
     /// The copy that the connector's scratch field names; without one a new copy of its attributes,
     /// which the field then names. Null for null.
     QxConnector* getClonedConnector(QxConnector* connector) const;
@@ -334,6 +338,7 @@ private:
     /// @{
     QxConnector* insertNewConnector(QxConnector* connector, const QxPerMil& perMil,
                                     const QxSize& offset);
+    QxConnectorManager* pQueryMadeManager() const;
     bool ownsConnector(const QxConnector* connector) const;
     void placeConnector(QxConnector& connector, const QxPerMil& perMil, const QxSize& offset);
     void duplicateConnectorsOf(const QxDNode& source);

@@ -44,8 +44,13 @@ QxConnector::QxConnector(const QxConnector& source, QxDeepFlagEnum depth)
 }
 
 QxConnector::~QxConnector() {
+    // Nobody can be told of an object on its way out; the usual way is to be removed first.
+    while (!m_users.empty()) {
+        const User user = m_users.back();
+        user.edge->takeConnector(nullptr, user.atSource);
+    }
     if (QxDNode* node = pOwnerNode()) {
-        node->pConnectorManager()->removeConnector(node, this);
+        node->pConnectorManager()->takeOut(*this);
     }
     discardShapeResource();
     qx::internal::endEventSource(*this);

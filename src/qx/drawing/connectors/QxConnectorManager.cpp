@@ -39,14 +39,18 @@ QxConnector* QxConnectorManager::removeConnector(QxDNode* node, QxConnector* con
         if (connector->pOwnerNode() != node) {
             return;
         }
-        Coverage::ended(*connector);
-        removeCell(&connector->m_ownerCell);
-        m_specified -= connector->specified();
-        connector->ownerValid(0);
-        connector->pOwner(node->pUnverifiedFactory());  // the node may be gone before it
+        takeOut(*connector);
         isRemoved = true;
     });
     return isRemoved ? connector : nullptr;
+}
+
+void QxConnectorManager::takeOut(QxConnector& connector) {
+    Coverage::ended(connector);
+    removeCell(&connector.m_ownerCell);
+    m_specified -= connector.specified();
+    connector.ownerValid(0);
+    connector.pOwner(m_node->pUnverifiedFactory());  // the node may be gone before it
 }
 
 void QxConnectorManager::freeEnds(QxConnector& connector) {

@@ -32,9 +32,8 @@ QxConnectorManager* QxDNode::pConnectorManager() {
     return connectors.get();
 }
 
-QxConnectorManager* QxDNode::pQueryConnectorManager() const {
-    const auto* extras = pQueryNodeExtras();
-    return extras != nullptr ? extras->connectors.get() : nullptr;
+QxConnectorManager* QxDNode::pQueryMadeManager() const {
+    return pQueryNodeExtras()->connectors.get();
 }
 
 std::int32_t QxDNode::numberOfConnectors() const {
