@@ -5,7 +5,9 @@
 
 /// Everything that the library offers.
 
+#include "qx/drawing/QxConnector.h"
 #include "qx/drawing/QxConnectorLabel.h"
+#include "qx/drawing/QxConnectorManager.h"
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDGraphManager.h"
@@ -72,6 +74,8 @@
 #include "qx/foundation/graph/QxChildGraphForestEdge.h"
 #include "qx/foundation/graph/QxChildGraphForestNode.h"
 #include "qx/foundation/graph/QxEdge.h"
+#include "qx/foundation/graph/QxEdgeConnectionEnum.h"
+#include "qx/foundation/graph/QxEdgeDirectionEnum.h"
 #include "qx/foundation/graph/QxEventManager.h"
 #include "qx/foundation/graph/QxExtendableGraphObject.h"
 #include "qx/foundation/graph/QxGraph.h"

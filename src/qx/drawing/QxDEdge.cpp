@@ -7,6 +7,7 @@
 
 #include <ostream>
 
+#include "qx/drawing/QxConnector.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxDNode.h"
@@ -53,6 +54,7 @@ QxDEdge::~QxDEdge() {
         graph->removeEdge(this);
     }
     dropLabels();
+    loseConnectors();
     destroyPath();
     qx::internal::endEventSource(*this);
 }
@@ -97,6 +99,14 @@ int QxDEdge::checkInvariants() const {
     if (!isPathWhole()) {
         qxDebugStream() << "drawing edge: the path does not lead from end to end\n";
         return 0;
+    }
+    for (const bool atSource : {true, false}) {
+        const QxConnector* connector = pConnectorAt(atSource);
+        if (connector != nullptr &&
+            connector->pOwnerNode() != (atSource ? pSourceNode() : pTargetNode())) {
+            qxDebugStream() << "drawing edge: an end is assigned to a connector elsewhere\n";
+            return 0;
+        }
     }
     for (auto it = madeParts(); it; ++it) {
         const QxPNode* bend = it.pNode();
@@ -160,7 +170,8 @@ QxObject* QxDEdge::vCloneAttributes() const {
 }
 
 bool QxDEdge::liesWithinItsEnds() const {
-    return m_sourcePathEdge == m_targetPathEdge && intergraphEdge() == 0;
+    return m_sourcePathEdge == m_targetPathEdge && intergraphEdge() == 0 &&
+           !hasCalculatedConnector();
 }
 
 bool QxDEdge::canUsePart(const QxGraphObject& part, int inVisiblePart) const {

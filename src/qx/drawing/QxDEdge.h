@@ -13,6 +13,7 @@
 #include "qx/foundation/geometry/QxPointDList.h"
 #include "qx/foundation/util/QxDListIter.h"
 
+class QxConnector;
 class QxDNode;
 class QxFactory;
 class QxGeometricUpdateInfo;
@@ -24,6 +25,7 @@ class Coverage;
 class LabelPresence;
 template <class T>
 class Ref;
+struct ConnectorUse;
 enum class Moment : unsigned char;
 }  // namespace qx::internal
 
@@ -72,7 +74,9 @@ public:
     void nullEndNodes() override;
     /// Removes what the edge contains: its bends and labels.
     void emptyTopology() override;
-    /// Gives the edge copies of the bends of `source` in place of its own, and of its labels.
+    /// Gives the edge copies of the bends of `source` in place of its own, copies of its labels,
+    /// and assigns its ends to the copies of the connectors that the ends of `source` are assigned
+    /// to, where its own nodes have them.
     void duplicateTopology(QxEdge* source) override;
     /// Takes over the clipping choices, status and routing of `source`; with `deep` nonzero copies
     /// of its bends and labels in place of its own, too.
@@ -94,6 +98,39 @@ public:
     int getTargetPoint(QxPoint& point, int inOwnGraph) const;
     QxDNode* pSourceNode() const;
     QxDNode* pTargetNode() const;
+    /// @}
+
+    /// @name Connectors (drawing/connectors/QxDEdgeConnectors.cpp)
+    /// An end may be assigned to a connector of its node: the path starts (ends) at its center and
+    /// is cut off at its outline. When an end changes to another node, or goes, its connector does.
+    /// @{
+
+    /// The connectors of the ends, whoever made them; null for none. The unverified ones are the
+    /// same.
+    QxConnector* pInternalSourceConnector() const { return pConnectorAt(true); }
+    QxConnector* pInternalTargetConnector() const { return pConnectorAt(false); }
+    QxConnector* pUnverifiedFromConnector() const { return pConnectorAt(true); }
+    QxConnector* pUnverifiedToConnector() const { return pConnectorAt(false); }
+    /// The same when they are specified; else null.
+    QxConnector* pSourceConnector() const;
+    QxConnector* pTargetConnector() const;
+    int hasSpecifiedSourceConnector() const { return pSourceConnector() != nullptr ? 1 : 0; }
+    int hasSpecifiedTargetConnector() const { return pTargetConnector() != nullptr ? 1 : 0; }
+    /// Assign the end to a connector of its node, or to none (null). A calculated connector that no
+    /// edge uses any more is discarded. Return the connector of the end afterwards; nothing happens
+    /// for a connector of another node, and for the one it has. Fire EdgeConnectorChanged for a
+    /// connected edge when the old connector or the new one is specified.
+    QxConnector* pSourceConnector(QxConnector* connector) {
+        return assignConnector(connector, true);
+    }
+    QxConnector* pTargetConnector(QxConnector* connector) {
+        return assignConnector(connector, false);
+    }
+    /// Unassign the end; the connector stays, even a calculated one. Return null.
+    QxConnector* resetFromConnector() { return resetConnector(true); }
+    QxConnector* resetToConnector() { return resetConnector(false); }
+    /// Set the routing directions of the calculated connectors; see QxConnector.
+    void updateCalculatedConnectors();
     /// @}
 
     /// @name Bends (drawing/path/QxDEdgeBends.cpp)
@@ -327,6 +364,8 @@ protected:
     QxObject* vCloneAttributes() const override;
 
 private:
+    friend class QxConnector;
+    friend class QxConnectorManager;
     friend class QxDGraph;
     friend class QxDNode;
     friend class QxPEdge;
@@ -351,7 +390,7 @@ private:
     bool isActive() const { return connected() != 0 && deactivated() == 0; }
     /// Whether the edge has something to say to the record.
     bool reportsTo(const QxGeometricUpdateInfo* info) const;
-    /// Whether it covers nothing but what the rectangles of its end nodes cover.
+    /// Whether it covers nothing but what its end nodes and their specified connectors cover.
     bool liesWithinItsEnds() const;
     /// Whether it is plain that the whole of a straight edge between its ends shows, wherever it is
     /// clipped: the rectangles of its ends lie apart along its main direction. A quick answer for
@@ -393,6 +432,36 @@ private:
     const qx::internal::Ref<QxLabelManager>* pQueryLabelSlot() const;
     qx::internal::Ref<QxLabelManager>& labelSlot();
     void reportLabels(qx::internal::Moment moment, QxGeometricUpdateInfo* info) const;
+    /// @name Connectors
+    /// @{
+    bool hasConnectors() const {
+        return hasFlag(qx::flags::EdgeFromConnectorValid | qx::flags::EdgeToConnectorValid) != 0;
+    }
+    QxConnector* pConnectorAt(bool atSource) const {
+        return hasFlag(atSource ? qx::flags::EdgeFromConnectorValid
+                                : qx::flags::EdgeToConnectorValid) != 0
+                   ? pConnectorOf(atSource)
+                   : nullptr;
+    }
+    QxConnector* pConnectorOf(bool atSource) const;
+    bool hasCalculatedConnector() const { return hasConnectors() && usesCalculatedConnector(); }
+    bool usesCalculatedConnector() const;
+    qx::internal::ConnectorUse& connectorUse(bool atSource);
+    /// Whether the end is assigned to the connector, as its end of that number.
+    bool isNumberedAt(const QxConnector& connector, bool atSource, std::size_t number) const;
+    /// The raw step: says goodbye to the old connector and nothing else.
+    void takeConnector(QxConnector* connector, bool atSource);
+    QxConnector* assignConnector(QxConnector* connector, bool atSource);
+    QxConnector* resetConnector(bool atSource);
+    void tellConnectorChange(QxConnector* old, QxConnector* connector);
+    /// Unassigns both ends without a word to listeners.
+    void loseConnectors();
+    /// Unassigns an end that is not at the connector's node any more.
+    void loseForeignConnector(bool atSource);
+    void exchangeConnectors();
+    void duplicateConnectors(const QxDEdge& source);
+    /// @}
+
     int getEnd(QxPoint& point, int inOwnGraph, bool atSource) const;
     std::int64_t pathLength() const;
     /// The made segment that holds the point so far along the path, and how far along that it lies.

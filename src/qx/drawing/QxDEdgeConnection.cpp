@@ -75,6 +75,7 @@ int QxDEdge::changeEnd(QxNode* node, bool atSource) {
         }
         actOnEndObjectChange();
         qx::internal::Coverage::countChanged(*this);
+        loseForeignConnector(atSource);
     });
     return changed;
 }
@@ -98,6 +99,7 @@ int QxDEdge::reverse() {
             segment->reverse();
         }
         std::swap(m_sourcePathEdge, m_targetPathEdge);
+        exchangeConnectors();
         actOnEndObjectChange();
     });
     return 1;
@@ -105,6 +107,7 @@ int QxDEdge::reverse() {
 
 void QxDEdge::nullEndNodes() {
     disconnectPath();
+    loseConnectors();
     if (m_sourcePathEdge != nullptr) {
         attachPath(nullptr, nullptr);
     }
@@ -129,6 +132,7 @@ void QxDEdge::duplicateTopology(QxEdge* source) {
         Change::run(*this, [&] {
             duplicatePath(*static_cast<QxDEdge*>(source));
             duplicateLabelsOf(*static_cast<QxDEdge*>(source));
+            duplicateConnectors(*static_cast<QxDEdge*>(source));
         });
     }
     QxGEdge::duplicateTopology(source);

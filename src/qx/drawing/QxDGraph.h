@@ -71,6 +71,8 @@ public:
     virtual void debugOutputLabels(int depth) const;
     virtual void debugOutputPathNodes(int depth) const;
     virtual void debugOutputPathEdges(int depth) const;
+    /// A hook for diagnoses; does nothing.
+    virtual void checkOneEdgePerConnector() const;
     /// When the reading ends, the bounds are computed.
     int fileReadRunning(int value) override;
     using QxGraph::fileReadRunning;
@@ -313,6 +315,9 @@ public:
     void ntMoveTo(std::int32_t x, std::int32_t y);
     /// Brings every visible part of an edge that is outdated up to date.
     void updateVisiblePartOfEdges();
+    /// Sets the routing directions of the calculated connectors of all connected edges
+    /// (drawing/connectors/QxDEdgeConnectors.cpp).
+    void updateCalculatedConnectors();
     /// @}
 
     /// @name Queries by rectangle (spatial/QxDGraphQueries.cpp)

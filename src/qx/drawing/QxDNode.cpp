@@ -7,6 +7,8 @@
 
 #include <ostream>
 
+#include "qx/drawing/QxConnector.h"
+#include "qx/drawing/QxConnectorManager.h"
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDGraphManager.h"
@@ -32,6 +34,16 @@ using qx::internal::LabelPresence;
 using qx::internal::Moment;
 using qx::internal::Ref;
 
+namespace {
+
+qx::internal::Each<QxConnector> connectorsOf(const QxDNode& node) {
+    static const QxConnectorDList none;
+    const QxConnectorManager* connectors = node.pQueryConnectorManager();
+    return each<QxConnector>(connectors != nullptr ? *connectors : none);
+}
+
+}  // namespace
+
 QxDNode::QxDNode(QxOwnedObject* owner, int, QxFactory*) : QxGNode(owner) {
     setFlag(qx::flags::NodeForceClipping, 1);
 }
@@ -48,26 +60,9 @@ QxDNode::~QxDNode() {
     }
     detachEdges();
     dropLabels();
+    releaseConnectors();
     discardShapeResource();
     qx::internal::endEventSource(*this);
-}
-
-int QxDNode::userFieldsInUse() const {
-    return QxGNode::userFieldsInUse() | labelUserFieldsInUse(false);
-}
-
-void QxDNode::nullUserFields() {
-    QxGNode::nullUserFields();
-    nullLabelUserFields(false);
-}
-
-int QxDNode::internalUserFieldsInUse() const {
-    return QxGNode::internalUserFieldsInUse() | labelUserFieldsInUse(true);
-}
-
-void QxDNode::nullInternalUserFields() {
-    QxGNode::nullInternalUserFields();
-    nullLabelUserFields(true);
 }
 
 std::size_t QxDNode::sizeOf() const {
@@ -91,7 +86,51 @@ int QxDNode::checkInvariants() const {
         qxDebugStream() << "drawing node: a shared shape does not count its holders\n";
         return 0;
     }
+    std::int32_t specified = 0;
+    for (const QxConnector* connector : connectorsOf(*this)) {
+        specified += connector->specified();
+        if (connector->pOwnerNode() != this || connector->checkInvariants() == 0) {
+            qxDebugStream() << "drawing node: a connector is not sound\n";
+            return 0;
+        }
+    }
+    if (specified != numberOfConnectors()) {
+        qxDebugStream() << "drawing node: the specified connectors are not counted right\n";
+        return 0;
+    }
     return checkOwnLabels();
+}
+
+int QxDNode::userFieldsInUse() const {
+    int used = QxGNode::userFieldsInUse() | labelUserFieldsInUse(false);
+    for (const QxConnector* connector : connectorsOf(*this)) {
+        used |= connector->userFieldsInUse();
+    }
+    return used;
+}
+
+void QxDNode::nullUserFields() {
+    QxGNode::nullUserFields();
+    nullLabelUserFields(false);
+    for (QxConnector* connector : connectorsOf(*this)) {
+        connector->nullUserFields();
+    }
+}
+
+int QxDNode::internalUserFieldsInUse() const {
+    int used = QxGNode::internalUserFieldsInUse() | labelUserFieldsInUse(true);
+    for (const QxConnector* connector : connectorsOf(*this)) {
+        used |= connector->internalUserFieldsInUse();
+    }
+    return used;
+}
+
+void QxDNode::nullInternalUserFields() {
+    QxGNode::nullInternalUserFields();
+    nullLabelUserFields(true);
+    for (QxConnector* connector : connectorsOf(*this)) {
+        connector->nullInternalUserFields();
+    }
 }
 
 int QxDNode::levelNumber() const {
@@ -102,6 +141,13 @@ void QxDNode::innerDebugOutput(int depth) const {
     QxGNode::innerDebugOutput(depth);
     qxDebugIndent(depth) << "center " << iX() << ' ' << iY() << ", size " << iWidth() << ' '
                          << iHeight() << '\n';
+    debugOutputConnectors(depth + 1);
+}
+
+void QxDNode::debugOutputConnectors(int depth) const {
+    for (const QxConnector* connector : connectorsOf(*this)) {
+        connector->debugOutput(depth);
+    }
 }
 
 void QxDNode::actOnDiscard() {
@@ -135,7 +181,7 @@ void QxDNode::copyNode(const QxNode* source, int deep) {
         }
         QxGNode::copyNode(source, deep);
         if (isDrawn && deep != 0) {
-            discardAllNodeLabels();
+            emptyTopology();
             // Of the source this clears the scratch fields, and registers a private shape.
             duplicateTopology(const_cast<QxNode*>(source));
         }
@@ -162,6 +208,7 @@ void QxDNode::internalDuplicateTopology(QxNode* source) {
     QxGNode::internalDuplicateTopology(source);
     if (levelNumber() == source->levelNumber()) {
         duplicateLabelsOf(*static_cast<QxDNode*>(source));
+        duplicateConnectorsOf(*static_cast<QxDNode*>(source));
     }
 }
 
@@ -207,15 +254,45 @@ const QxRect* QxDNode::pRectBeforeMoveForSelfLoops(const QxRect* rect) {
     return rect;
 }
 
-void QxDNode::ntBoundingRectWithSubObjects(QxRect& rect, int labels, int, int) const {
-    rect = m_rect;
-    const QxNodeLabelDList* const list =
-        labels != 0 && pQueryExtras() != nullptr ? pLabelList() : nullptr;
-    for (auto* cell = list != nullptr ? list->pFirstCell() : nullptr; cell;
-         cell = cell->pNextCell()) {
+namespace {
+
+void uniteLabels(QxRect& rect, const QxDList* labels) {
+    if (labels == nullptr) {
+        return;
+    }
+    for (const QxLabel* label : each<QxLabel>(*labels)) {
         QxRect one;
-        list->pElement(cell)->ntBoundingRect(one);
+        label->ntBoundingRect(one);
         rect.updateBounds(&one);
+    }
+}
+
+}  // namespace
+
+void QxDNode::ntBoundingRectWithSubObjects(QxRect& rect, int labels, int connectors,
+                                           int connectorLabels) const {
+    rect = m_rect;
+    if (pQueryExtras() == nullptr) {
+        return;
+    }
+    if (labels != 0) {
+        uniteLabels(rect, pLabelList());
+    }
+    if ((connectors == 0 && connectorLabels == 0) || hasConnectors() == 0) {
+        return;
+    }
+    for (const QxConnector* connector : connectorsOf(*this)) {
+        if (connector->specified() == 0) {
+            continue;
+        }
+        if (connectors != 0) {
+            QxRect extent;
+            connector->ntBoundingRect(extent);
+            rect.updateBounds(&extent);
+        }
+        if (connectorLabels != 0) {
+            uniteLabels(rect, connector->pLabelList());
+        }
     }
 }
 
@@ -271,7 +348,8 @@ void QxDNode::reportEdges(Moment moment, QxGeometricUpdateInfo* own,
 
 void QxDNode::emptyTopology() {
     Change::run(*this, [&] {
-        discardAllLabels();
+        discardAllNodeLabels();
+        discardAllConnectors();
         QxGNode::emptyTopology();
     });
 }

@@ -34,6 +34,13 @@ inline constexpr std::uint32_t EdgeOrthogonal = 0x40000;
 inline constexpr std::uint32_t EdgePathImplied = 0x80000;  ///< straight, its segment not made yet
 inline constexpr std::uint32_t EdgeHasLabels = 0x100000;
 
+// Connectors. A calculated one whose offset a resize has scaled carries TemporarilyInvisible.
+inline constexpr std::uint32_t ConnectorSpecified = 0x10;
+inline constexpr std::uint32_t ConnectorHasDirection = 0x20;
+inline constexpr std::uint32_t ConnectorDirectionLow = 0x40;
+inline constexpr std::uint32_t ConnectorDirectionHigh = 0x80;
+inline constexpr std::uint32_t ConnectorInDiscard = 0x100;
+
 // Drawing graphs.
 inline constexpr std::uint32_t GraphNodeLabels = 0x800;  ///< the low of two bits, for each kind
 inline constexpr std::uint32_t GraphEdgeLabels = 0x2000;

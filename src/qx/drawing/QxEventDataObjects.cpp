@@ -3,6 +3,7 @@
 
 // What event data answer with drawing classes: events know only the graph layer.
 
+#include "qx/drawing/QxConnector.h"
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDGraphManager.h"
@@ -32,6 +33,30 @@ QxDGraphManager* QxDrawingChangeEventData::pSourceGraphManager() const {
 
 QxLabel* QxDrawingChangeEventData::pSourceLabel() const {
     return objectOfKind<QxLabel>(pSourceObject(), &QxGraphObject::isLabel);
+}
+
+QxConnector* QxDrawingChangeEventData::pSourceConnector() const {
+    return objectOfKind<QxConnector>(pSourceObject(), &QxGraphObject::isConnector);
+}
+
+QxConnector* QxDrawingChangeEventData::pOldOwnerConnector() const {
+    return objectOfKind<QxConnector>(pOldOwner(), &QxGraphObject::isConnector);
+}
+
+QxConnector* QxDrawingChangeEventData::pNewOwnerConnector() const {
+    return objectOfKind<QxConnector>(pNewOwner(), &QxGraphObject::isConnector);
+}
+
+QxConnector* QxDrawingChangeEventData::pOldEndConnector() const {
+    return isOfType(EdgeConnectorChanged)
+               ? objectOfKind<QxConnector>(pOldObject(), &QxGraphObject::isConnector)
+               : nullptr;
+}
+
+QxConnector* QxDrawingChangeEventData::pNewEndConnector() const {
+    return isOfType(EdgeConnectorChanged)
+               ? objectOfKind<QxConnector>(pNewObject(), &QxGraphObject::isConnector)
+               : nullptr;
 }
 
 QxDGraph* QxDrawingChangeEventData::pOldOwnerGraph() const {

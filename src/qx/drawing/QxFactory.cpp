@@ -3,6 +3,7 @@
 
 #include "qx/drawing/QxFactory.h"
 
+#include "qx/drawing/QxConnector.h"
 #include "qx/drawing/QxConnectorLabel.h"
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
@@ -82,6 +83,10 @@ QxConnectorLabel* QxFactory::vNewConnectorLabel(QxOwnedObject* owner, int) {
 
 QxEdgeLabel* QxFactory::vNewEdgeLabel(QxOwnedObject* owner, int) {
     return new QxEdgeLabel(owner);
+}
+
+QxConnector* QxFactory::vNewConnector(QxOwnedObject* owner, int type) {
+    return new QxConnector(owner, type, this);
 }
 
 QxDGraph* QxFactory::vNewInterDGraph(QxOwnedObject* owner, int type) {

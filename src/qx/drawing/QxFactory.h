@@ -57,6 +57,9 @@ public:
     }
     QxPNode* qxNewPNode(QxOwnedObject* owner) { return vNewPNode(owner); }
     QxPEdge* qxNewPEdge(QxOwnedObject* owner) { return vNewPEdge(owner); }
+    QxConnector* qxNewConnector(QxOwnedObject* owner, int type) {
+        return vNewConnector(owner, type);
+    }
     /// @}
 
     /// The database of shapes; owned by the factory.
@@ -108,6 +111,7 @@ protected:
     virtual QxNodeLabel* vNewNodeLabel(QxOwnedObject* owner, int type);
     virtual QxConnectorLabel* vNewConnectorLabel(QxOwnedObject* owner, int type);
     virtual QxEdgeLabel* vNewEdgeLabel(QxOwnedObject* owner, int type);
+    virtual QxConnector* vNewConnector(QxOwnedObject* owner, int type);
     virtual QxDGraph* vNewInterDGraph(QxOwnedObject* owner, int type);
     virtual QxShapeResourceDB* vpShapeResourceDB();
     QxEventManager* vNewEventManager() override;

@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "qx/drawing/QxConnectorLabel.h"
 #include "qx/drawing/QxDrawingIters.h"
 #include "qx/drawing/QxEdgeLabel.h"
 #include "qx/drawing/QxGraphLabel.h"
@@ -17,6 +18,13 @@ public:
 
 class QX_API QxEdgeLabelIter
     : public QxLabelIterOf<QxEdgeLabel, QxOwnerListIter<QxDEdge, &QxDEdge::pLabelList>> {
+public:
+    using QxLabelIterOf::QxLabelIterOf;
+};
+
+class QX_API QxConnectorLabelIter
+    : public QxLabelIterOf<QxConnectorLabel,
+                           QxOwnerListIter<QxConnector, &QxConnector::pLabelList>> {
 public:
     using QxLabelIterOf::QxLabelIterOf;
 };
@@ -42,7 +50,37 @@ public:
 
 namespace qx::internal {
 
-/// Walks the labels of a graph, then those of its edges, then those of its nodes.
+/// Walks the specified connectors of all nodes of a graph.
+class QX_API SpecifiedConnectorsOfGraph : public QxDListIter {
+public:
+    using Owner = QxDGraph;
+
+    SpecifiedConnectorsOfGraph() noexcept = default;
+    void init(const QxDGraph* graph, QxIterDirectionEnum = QxIterForward);
+    SpecifiedConnectorsOfGraph& operator++() override;
+    QxConnector* pElement() const { return static_cast<QxConnector*>(pObject()); }
+
+private:
+    void goOnToNextNode();
+
+    QxDNodeIter m_nodes;
+};
+
+}  // namespace qx::internal
+
+/// The labels of the specified connectors of a graph, node by node.
+class QX_API QxAllConnectorLabelIter
+    : public QxLabelIterOf<
+          QxConnectorLabel,
+          QxNestedListIter<qx::internal::SpecifiedConnectorsOfGraph, &QxConnector::pLabelList>> {
+public:
+    using QxLabelIterOf::QxLabelIterOf;
+};
+
+namespace qx::internal {
+
+/// Walks the labels of a graph, then those of its edges, then those of its nodes, each followed by
+/// those of the connectors of the node.
 class QX_API AllLabelsWalk : public QxDListIter {
 public:
     using Owner = QxDGraph;
@@ -60,12 +98,13 @@ private:
 
     QxDEdgeIter m_edges;
     QxDNodeIter m_nodes;
+    QxInternalConnectorIter m_connectors;
 };
 
 }  // namespace qx::internal
 
-/// Every label of a graph: its own; those of its connected edges, edge by edge; those of its nodes,
-/// node by node.
+/// Every label of a graph: its own; those of its connected edges, edge by edge; those of its nodes
+/// and, after each node, of its connectors, node by node.
 class QX_API QxLabelIter : public QxLabelIterOf<QxLabel, qx::internal::AllLabelsWalk> {
 public:
     using QxLabelIterOf::QxLabelIterOf;

@@ -10,6 +10,7 @@
 #include "qx/foundation/geometry/QxRect.h"
 #include "qx/foundation/util/QxSingleEventData.h"
 
+class QxConnector;
 class QxDEdge;
 class QxDGraph;
 class QxDGraphManager;
@@ -65,6 +66,7 @@ public:
     QxDGraph* pSourceGraph() const;
     QxDGraphManager* pSourceGraphManager() const;
     QxLabel* pSourceLabel() const;
+    QxConnector* pSourceConnector() const;
     /// @}
 
     /// @name Moves and resizes
@@ -91,6 +93,7 @@ public:
     QxDGraph* pOldOwnerGraph() const;
     QxDNode* pOldOwnerNode() const;
     QxDEdge* pOldOwnerEdge() const;
+    QxConnector* pOldOwnerConnector() const;
     /// @}
 
     /// @name Insertions: the new owner, when it is of that kind
@@ -98,8 +101,12 @@ public:
     QxDGraph* pNewOwnerGraph() const;
     QxDNode* pNewOwnerNode() const;
     QxDEdge* pNewOwnerEdge() const;
+    QxConnector* pNewOwnerConnector() const;
     /// @}
 
+    /// The connectors of the end before and after EdgeConnectorChanged.
+    QxConnector* pOldEndConnector() const;
+    QxConnector* pNewEndConnector() const;
     /// The anchor graphs before and after AnchorGraphChanged.
     QxDGraph* pOldAnchorGraph() const;
     QxDGraph* pNewAnchorGraph() const;

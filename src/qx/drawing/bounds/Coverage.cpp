@@ -3,6 +3,8 @@
 
 #include "qx/drawing/bounds/internal/Coverage.h"
 
+#include "qx/drawing/QxConnector.h"
+#include "qx/drawing/QxConnectorManager.h"
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDNode.h"
@@ -15,11 +17,36 @@
 
 namespace qx::internal {
 
+namespace {
+
+template <class Act>
+void eachConnectorOf(const QxDNode& node, const Act& act) {
+    if (const QxConnectorManager* connectors = node.pQueryConnectorManager()) {
+        for (QxConnector* connector : each<QxConnector>(*connectors)) {
+            act(*connector);
+        }
+    }
+}
+
+}  // namespace
+
 void Coverage::changed(QxDNode& node) {
     if (QxDGraph* graph = node.pOwnerGraph()) {
         QxRect rect;
-        node.ntBoundingRectWithSubObjects(rect, 1, 1, 1);
+        node.ntBoundingRectWithSubObjects(rect, 1, 0, 0);
         graph->extents().set(node.m_extentSlot, rect);
+        eachConnectorOf(node, [](QxConnector& connector) { changed(connector); });
+    }
+}
+
+void Coverage::changed(QxConnector& connector) {
+    QxDGraph* graph = connector.specified() != 0 ? connector.pGraph() : nullptr;
+    if (graph != nullptr) {
+        QxRect rect;
+        connector.getBoundingRectWithSubObjects(rect, 1);
+        graph->extents().set(connector.m_extentSlot, rect);
+    } else {
+        ended(connector);
     }
 }
 
@@ -34,7 +61,7 @@ void Coverage::changed(QxPNode& bend) {
 }
 
 void Coverage::changed(QxDEdge& edge) {
-    if (edge.intergraphEdge() != 0 && counts(edge)) {
+    if ((edge.intergraphEdge() != 0 || edge.hasCalculatedConnector()) && counts(edge)) {
         QxRect rect;
         edge.ntBoundingRect(rect, 0);
         edge.pOwnerGraph()->extents().set(edge.m_extentSlot, rect);
@@ -56,11 +83,17 @@ void Coverage::changed(QxLabel& label) {
         labelsChanged(*node);
     } else if (QxDEdge* edge = label.pOwnerEdge()) {
         labelsChanged(*edge);
+    } else if (QxConnector* connector = label.pOwnerConnector()) {
+        labelsChanged(*connector);
     }
 }
 
 void Coverage::labelsChanged(QxDNode& node) {
     changed(node);
+}
+
+void Coverage::labelsChanged(QxConnector& connector) {
+    changed(connector);
 }
 
 void Coverage::labelsChanged(QxDEdge& edge) {
@@ -125,6 +158,13 @@ void Coverage::allChanged(QxDGraph& between) {
 void Coverage::ended(QxDNode& node) {
     if (node.m_extentSlot != ExtentTree::NoSlot) {
         node.pOwnerGraph()->extents().clear(node.m_extentSlot);
+        eachConnectorOf(node, [](QxConnector& connector) { ended(connector); });
+    }
+}
+
+void Coverage::ended(QxConnector& connector) {
+    if (connector.m_extentSlot != ExtentTree::NoSlot) {
+        connector.pGraph()->extents().clear(connector.m_extentSlot);
     }
 }
 

@@ -153,7 +153,7 @@ bool QxDEdge::showsBetweenEnds() const {
 bool QxDEdge::showsWhole() const {
     const QxDNode* source = pSourceNode();
     const QxDNode* target = pTargetNode();
-    if (source == nullptr || target == nullptr || !liesWithinItsEnds()) {
+    if (source == nullptr || target == nullptr || hasConnectors() || !liesWithinItsEnds()) {
         return false;
     }
     const QxRect& a = *source->pIRect();

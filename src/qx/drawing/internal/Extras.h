@@ -6,6 +6,7 @@
 #include <memory>
 #include <vector>
 
+#include "qx/drawing/QxConnectorManager.h"
 #include "qx/drawing/QxDrawingDLists.h"
 #include "qx/drawing/QxLabelInfoEdgeMoved.h"
 #include "qx/drawing/QxLabelManager.h"
@@ -22,25 +23,46 @@ namespace qx::internal {
 struct NodeExtras : GraphObjectExtras {
     std::unique_ptr<const QxRect> rectBeforeMove;
     std::unique_ptr<const QxRect> rectBeforeMoveForSelfLoops;
+    std::unique_ptr<QxConnectorManager> connectors;
     QxDNode* clone = nullptr;
     Ref<QxLabelManager> labels;
 
     bool isIdle() const override {
         return GraphObjectExtras::isIdle() && !rectBeforeMove && !rectBeforeMoveForSelfLoops &&
-               clone == nullptr && !labels;
+               !connectors && clone == nullptr && !labels;
     }
+};
+
+/// What few connectors use.
+struct ConnectorExtras : GraphObjectExtras {
+    std::unique_ptr<const QxRect> rectBeforeMove;
+    Ref<QxLabelManager> labels;
+
+    bool isIdle() const override {
+        return GraphObjectExtras::isIdle() && !rectBeforeMove && !labels;
+    }
+};
+
+/// The connector that an end of an edge is assigned to, and the number of the end there.
+struct ConnectorUse {
+    QxConnector* connector = nullptr;
+    std::size_t number = 0;
 };
 
 /// What few edges use.
 struct EdgeExtras : GraphObjectExtras {
     QxDEdge* clone = nullptr;
     Ref<QxLabelManager> labels;
+    ConnectorUse atSource;
+    ConnectorUse atTarget;
     /// The path objects of the edge in the order in which they came, by their own cells: whatever
     /// is joined to what, the edge knows what it owns.
     QxDList parts;
 
     bool isIdle() const override {
-        return GraphObjectExtras::isIdle() && clone == nullptr && !labels && parts.isEmpty() != 0;
+        return GraphObjectExtras::isIdle() && clone == nullptr && !labels &&
+               atSource.connector == nullptr && atTarget.connector == nullptr &&
+               parts.isEmpty() != 0;
     }
 };
 

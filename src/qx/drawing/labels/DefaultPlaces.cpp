@@ -9,6 +9,8 @@
 #include <algorithm>
 #include <array>
 
+#include "qx/drawing/QxConnector.h"
+#include "qx/drawing/QxConnectorLabel.h"
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDNode.h"
@@ -85,12 +87,22 @@ QxDGraph* graphAround(const QxDEdge& owner) {
     return owner.pOwnerGraph();
 }
 
+QxDGraph* graphAround(const QxConnector& owner) {
+    return owner.pGraph();
+}
+
 QxDGraph* graphAround(QxDGraph& owner) {
     return &owner;
 }
 
 void placeByDefault(const QxDNode& owner, QxNodeLabel& label, std::int32_t count) {
     placeAround(*owner.pIRect(), label, count);
+}
+
+void placeByDefault(const QxConnector& owner, QxConnectorLabel& label, std::int32_t count) {
+    QxRect rect;
+    owner.ntBoundingRect(rect);
+    placeAround(rect, label, count);
 }
 
 void placeByDefault(const QxDEdge& owner, QxEdgeLabel& label, std::int32_t count) {
@@ -129,6 +141,12 @@ void placeByDefault(const QxDGraph&, QxGraphLabel& label, std::int32_t count) {
 
 void placeAt(const QxDNode& owner, QxNodeLabel& label, const QxPoint& center) {
     label.setOffsetAndPerMil(center, *owner.pIRect());
+}
+
+void placeAt(const QxConnector& owner, QxConnectorLabel& label, const QxPoint& center) {
+    QxRect rect;
+    owner.ntBoundingRect(rect);
+    label.setOffsetAndPerMil(center, rect);
 }
 
 void placeAt(const QxDEdge& owner, QxEdgeLabel& label, const QxPoint& center) {

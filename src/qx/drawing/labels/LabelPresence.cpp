@@ -3,9 +3,11 @@
 
 #include "qx/drawing/labels/internal/LabelPresence.h"
 
+#include "qx/drawing/QxConnector.h"
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDNode.h"
+#include "qx/drawing/QxDrawingIters.h"
 #include "qx/drawing/internal/Extras.h"
 
 namespace qx::internal {
@@ -35,6 +37,9 @@ void LabelPresence::settle(QxDGraph* graph, Kind kind, QxLabelManager* labels, s
 
 void LabelPresence::changed(const QxDNode& node) {
     settle(node.pOwnerGraph(), Kind::Node, node.pQueryLabelManager(), node.numberOfLabels());
+    for (QxInternalConnectorIter it(&node); it; ++it) {
+        changed(*it.pConnector());
+    }
 }
 
 void LabelPresence::changed(QxDEdge& edge) {
@@ -46,6 +51,18 @@ void LabelPresence::changed(QxDEdge& edge) {
 
 void LabelPresence::ended(const QxDNode& node) {
     settle(node.pOwnerGraph(), Kind::Node, node.pQueryLabelManager(), 0);
+    for (QxInternalConnectorIter it(&node); it; ++it) {
+        ended(*it.pConnector());
+    }
+}
+
+void LabelPresence::changed(const QxConnector& connector) {
+    settle(connector.pGraph(), Kind::Connector, connector.pQueryLabelManager(),
+           connector.specified() != 0 ? connector.numberOfLabels() : 0);
+}
+
+void LabelPresence::ended(const QxConnector& connector) {
+    settle(connector.pGraph(), Kind::Connector, connector.pQueryLabelManager(), 0);
 }
 
 void LabelPresence::ended(const QxDEdge& edge) {

@@ -8,6 +8,7 @@
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDNode.h"
+#include "qx/drawing/QxDrawingIters.h"
 #include "qx/drawing/QxFactory.h"
 #include "qx/drawing/QxGraphLabel.h"
 #include "qx/drawing/bounds/internal/Change.h"
@@ -181,7 +182,17 @@ void QxDGraph::discardAllLabels() {
     });
 }
 
-void QxDGraph::discardAllConnectorLabels() {}
+void QxDGraph::discardAllConnectorLabels() {
+    const Ref alive(*this);
+    Change::inGraph(*this, [&] {
+        for (QxDNode* node : Snapshot<QxDNode>(pNodeList())) {
+            if (node->pOwnerGraph() == this) {
+                node->discardAllConnectorLabels();
+            }
+        }
+        hasConnectorLabelsState(numberOfConnectorLabels() > 0 ? QxTriStateYes : QxTriStateNo);
+    });
+}
 
 int QxDGraph::calculateGraphLabelBounds(QxRect& rect) const {
     const QxGraphLabelDList* labels = pLabelList();
@@ -210,15 +221,20 @@ int QxDGraph::takeOverGraphLabels(QxDGraph& other) {
 int QxDGraph::checkLabelCounts() const {
     std::int32_t nodes = 0;
     std::int32_t edges = 0;
+    std::int32_t connectors = 0;
     for (const QxDNode* node : each<QxDNode>(*pNodeList())) {
         nodes += node->numberOfLabels();
+        for (QxConnectorIter it(node); it; ++it) {
+            connectors += it.pConnector()->numberOfLabels();
+        }
     }
     for (const QxDEdge* edge : each<QxDEdge>(*pEdgeList())) {
         edges += edge->numberOfLabels();
     }
     const GraphExtras* extras = pQueryGraphExtras();
     if ((extras != nullptr ? extras->nodeLabels : 0) != nodes ||
-        (extras != nullptr ? extras->edgeLabels : 0) != edges) {
+        (extras != nullptr ? extras->edgeLabels : 0) != edges ||
+        (extras != nullptr ? extras->connectorLabels : 0) != connectors) {
         qxDebugStream() << "graph: it does not count the labels that its objects have\n";
         return 0;
     }

@@ -5,8 +5,11 @@
 
 #include <vector>
 
+#include "qx/drawing/QxConnector.h"
+#include "qx/drawing/QxConnectorManager.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDNode.h"
+#include "qx/drawing/QxDrawingIters.h"
 #include "qx/drawing/QxFactory.h"
 #include "qx/drawing/QxNodeLabel.h"
 #include "qx/drawing/bounds/internal/Change.h"
@@ -58,6 +61,23 @@ void QxDNode::discardAllNodeLabels() {
 void QxDNode::discardAllLabels() {
     const Ref alive(*this);
     discardAllNodeLabels();
+    discardAllConnectorLabels();
+}
+
+void QxDNode::discardAllConnectorLabels() {
+    const Ref alive(*this);
+    for (QxConnector* connector : Snapshot<QxConnector>(pQueryConnectorManager())) {
+        connector->discardAllLabels();
+    }
+}
+
+int QxDNode::hasConnectorLabels() const {
+    for (QxInternalConnectorIter it(this); it; ++it) {
+        if (it.pConnector()->hasLabels() != 0) {
+            return 1;
+        }
+    }
+    return 0;
 }
 
 void QxDNode::centerLabels(const QxNodeLabelDList* labels) {

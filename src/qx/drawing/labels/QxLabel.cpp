@@ -11,6 +11,7 @@
 #include <ostream>
 #include <string>
 
+#include "qx/drawing/QxConnector.h"
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDNode.h"
@@ -141,6 +142,9 @@ QxDGraph* QxLabel::pGraph() const {
     if (const QxDNode* node = pOwnerNode()) {
         return node->pOwnerGraph();
     }
+    if (const QxConnector* connector = pOwnerConnector()) {
+        return connector->pGraph();
+    }
     return pOwnerGraph();
 }
 
@@ -178,6 +182,10 @@ QxLabel* QxLabel::pClonedLabel(QxLabel* label) {
 bool QxLabel::getOwnerRect(QxRect& rect) const {
     if (const QxDNode* node = pOwnerNode()) {
         node->ntBoundingRect(rect);
+        return true;
+    }
+    if (const QxConnector* connector = pOwnerConnector()) {
+        connector->ntBoundingRect(rect);
         return true;
     }
     if (const QxDGraph* graph = pOwnerGraph()) {

@@ -9,6 +9,8 @@
 
 #include <ostream>
 
+#include "qx/drawing/QxConnector.h"
+#include "qx/drawing/QxConnectorLabel.h"
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDNode.h"
@@ -52,6 +54,9 @@ void tellPresence(QxDNode& node) {
 }
 void tellPresence(QxDEdge& edge) {
     LabelPresence::changed(edge);
+}
+void tellPresence(QxConnector& connector) {
+    LabelPresence::changed(connector);
 }
 void tellPresence(QxDGraph&) {}
 
@@ -370,4 +375,5 @@ int QxLabelOwnerOf<Owner, Label>::checkOwnLabels() const {
 
 template class QxLabelOwnerOf<QxDNode, QxNodeLabel>;
 template class QxLabelOwnerOf<QxDEdge, QxEdgeLabel>;
+template class QxLabelOwnerOf<QxConnector, QxConnectorLabel>;
 template class QxLabelOwnerOf<QxDGraph, QxGraphLabel>;

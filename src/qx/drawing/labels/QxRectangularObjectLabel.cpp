@@ -5,6 +5,7 @@
 
 #include "qx/drawing/QxRectangularObjectLabel.h"
 
+#include "qx/drawing/QxConnector.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/bounds/internal/Change.h"
@@ -91,7 +92,10 @@ int QxRectangularObjectLabel::vGetAttachmentPoint(QxPoint& point, int inOwnGraph
     }
     const QxPoint center = ntCenter();
     const QxDNode* node = pOwnerNode();
-    const QxShape* shape = node != nullptr ? node->pShape() : nullptr;
+    const QxConnector* connector = pOwnerConnector();
+    const QxShape* shape = node != nullptr        ? node->pShape()
+                           : connector != nullptr ? connector->pShape()
+                                                  : nullptr;
     if (shape != nullptr) {
         shape->intersectsSegment(point, rect.center(), center, rect.center(), rect.size());
     } else if (isGraphLabel() == 0 && !(point == center)) {

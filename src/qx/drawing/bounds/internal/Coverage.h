@@ -5,6 +5,7 @@
 
 #include "qx/foundation/util/QxApi.h"
 
+class QxConnector;
 class QxDEdge;
 class QxDGraph;
 class QxDNode;
@@ -16,19 +17,22 @@ namespace qx::internal {
 /// What objects cover, told to their graphs here and nowhere else: every raw step that changes what
 /// an object covers, or whether it counts, ends in changed().
 ///
-/// A graph keeps the extents of its nodes and of the bends of its connected edges; straight edges
-/// lie within the rectangles of their nodes. The graph of the edges between graphs, which has no
-/// nodes, keeps those of its visible edges: the ends, and the bends one by one.
+/// A graph keeps the extents of its nodes, of their specified connectors and of the bends of its
+/// connected edges; straight edges lie within the rectangles of their nodes and these connectors.
+/// Of an edge with a calculated connector, which may lie anywhere, it keeps the ends. The graph of
+/// the edges between graphs, which has no nodes, keeps those of its visible edges: the ends, and
+/// the bends one by one.
 ///
-/// Labels of nodes count with their nodes. Those of edges have extents of their own while their
-/// edges count, but follow the drawn part of the edge, which is computed when somebody asks: a
-/// change only lists the edge as outdated, and whoever reads the extents brings the listed ones up
-/// to date first, O(their labels). Labels of graphs do not count.
+/// Labels of nodes count with their nodes, labels of connectors with these. Those of edges have
+/// extents of their own while their edges count, but follow the drawn part of the edge, which is
+/// computed when somebody asks: a change only lists the edge as outdated, and whoever reads the
+/// extents brings the listed ones up to date first, O(their labels). Labels of graphs do not count.
 class Coverage {
 public:
     static void changed(QxDNode& node);
+    static void changed(QxConnector& connector);
     static void changed(QxPNode& bend);
-    /// An edge between graphs: its ends.
+    /// An edge whose ends count by themselves: between graphs, or at a calculated connector.
     static void changed(QxDEdge& edge);
     /// An edge that has come to count, or has ceased to: its ends and its bends.
     static void countChanged(QxDEdge& edge);
@@ -41,11 +45,13 @@ public:
     /// The labels of the owner have become more or less, or may have moved.
     static void labelsChanged(QxDNode& node);
     static void labelsChanged(QxDEdge& edge);
+    static void labelsChanged(QxConnector& connector);
     static void labelsChanged(QxDGraph&) {}
     /// Brings the extents of the labels of edges up to date.
     static void refreshLabels(const QxDGraph& graph);
     /// The object leaves its graph.
     static void ended(QxDNode& node);
+    static void ended(QxConnector& connector);
     static void ended(QxPNode& bend);
     static void ended(QxDEdge& edge);
     /// The label leaves its owner.
