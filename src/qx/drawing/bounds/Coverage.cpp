@@ -106,16 +106,20 @@ void Coverage::labelsChanged(QxDEdge& edge) {
 }
 
 void Coverage::refreshLabels(const QxDGraph& graph) {
-    GraphExtras* extras = static_cast<GraphExtras*>(graph.pQueryExtras());
+    auto* extras = static_cast<GraphExtras*>(graph.pQueryExtras());
     QxDList* outdated = extras != nullptr ? &extras->outdatedLabelEdges : nullptr;
     while (outdated != nullptr && outdated->isEmpty() == 0) {
-        const auto* edge = static_cast<const QxDEdge*>(outdated->pFirstObject());
-        edge->refreshVisiblePart();  // which would list the edge again
+        auto& edge = *static_cast<QxDEdge*>(outdated->pFirstObject());
+        if (!counts(edge)) {
+            labelsEnded(edge);  // it has ceased to show, and nobody has said so
+            continue;
+        }
+        edge.refreshVisiblePart();  // which would list the edge again
         outdated->removeCell(outdated->pFirstCell());
-        for (QxEdgeLabel* label : each<QxEdgeLabel>(*edge->pLabelList())) {
+        for (QxLabel* label : each<QxLabel>(*edge.pLabelList())) {
             QxRect rect;
             label->ntBoundingRect(rect);
-            graph.extents().set(static_cast<QxLabel*>(label)->m_extentSlot, rect);
+            graph.extents().set(label->m_extentSlot, rect);
         }
     }
 }
