@@ -104,7 +104,7 @@ TEST_F(Connector, ListsNameASelfLoopOnceInTheOrderOfTheNode) {
     EXPECT_EQ(segments.count(), 2);
     loop->deactivate();
     EXPECT_EQ(edges(QxEdgeDirectionBoth, QxEdgeConnectionDeactivated), Edges{loop});
-    EXPECT_EQ(edges(QxEdgeDirectionBoth, QxEdgeConnectionUndeactivated), Edges{edge});
+    EXPECT_EQ(edges(QxEdgeDirectionBoth, QxEdgeConnectionNotDeactivated), Edges{edge});
 }
 
 TEST_F(Connector, DirectionsAreThoseInWhichEdgesLeave) {

@@ -225,7 +225,8 @@ public:
 
     /// A new specified connector at that place of the node: thousandths of its half extents plus an
     /// offset, in the asked-for coordinates. `type` is passed to the factory. Fires
-    /// ConnectorInserted. Null when the factory makes none.
+    /// ConnectorInserted. Null when the factory makes none, and when a listener has taken it away
+    /// again.
     QxConnector* addConnector(std::int16_t perMilX, std::int16_t perMilY, std::int32_t offsetX,
                               std::int32_t offsetY, int inOwnGraph, int type) {
         return vAddConnector(perMilX, perMilY, offsetX, offsetY, inOwnGraph, type);

@@ -178,7 +178,10 @@ const wchar_t* QxConnector::vSetNameString(const wchar_t* name) {
     const QxText old = text != nullptr ? *text : QxText();
     const bool wasNamed = text != nullptr;
     QxExtendableGraphObject::vSetNameString(name);
-    if (specified() != 0) {
+    const QxText* const now = pNameText();
+    const bool isChanged =
+        wasNamed != (now != nullptr) || (wasNamed && old.string() != now->string());
+    if (specified() != 0 && isChanged) {
         qx::internal::fireDrawingChange(*this, ConnectorNameChanged, [&] {
             return new QxDrawingChangeEventData(this, wasNamed ? old.pString() : nullptr,
                                                 pNameString());

@@ -146,7 +146,7 @@ void QxConnector::buildIncidentEdgeList(QxDEdgeDList* list, QxEdgeDirectionEnum 
     }
     UserCollector users(*this, direction, *list);
     const bool wantsAll = connection == QxEdgeConnectionAll;
-    const bool wantsBoth = connection == QxEdgeConnectionUndeactivated || wantsAll;
+    const bool wantsBoth = connection == QxEdgeConnectionNotDeactivated || wantsAll;
     if (connection == QxEdgeConnectionConnected || wantsBoth) {
         users.addConnected(*node);
     }

@@ -77,13 +77,14 @@ QxConnector* QxDNode::insertNewConnector(QxConnector* connector, const QxPerMil&
     if (connector == nullptr) {
         return nullptr;
     }
+    const Ref alive(*connector);
     connector->vSetPerMil(perMil);
     connector->vSetOffset(offset);
     if (vInsertConnector(connector) == nullptr) {
         connector->vRelease();
         return nullptr;
     }
-    return connector;
+    return ownsConnector(connector) ? connector : nullptr;
 }
 
 QxConnector* QxDNode::vInsertConnector(QxConnector* connector) {

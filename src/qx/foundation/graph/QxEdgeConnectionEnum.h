@@ -7,7 +7,7 @@
 enum QxEdgeConnectionEnum : int {
     QxEdgeConnectionConnected = 0,
     QxEdgeConnectionDisconnected = 1,
-    QxEdgeConnectionUndeactivated = 2,  ///< connected and disconnected ones
+    QxEdgeConnectionNotDeactivated = 2,  ///< connected and disconnected ones
     QxEdgeConnectionDeactivated = 3,
     QxEdgeConnectionAll = 4
 };
