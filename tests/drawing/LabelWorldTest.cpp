@@ -214,10 +214,10 @@ private:
         } else if (QxConnector* connector = label->pOwnerConnector()) {
             connector->discardAllLabels();
         } else if (QxDNode* node = label->pOwnerNode()) {
-            auto* own = static_cast<QxNodeLabel*>(label);
-            if (node->removeLabel(own) != nullptr &&
-                random.pick(nodes())->insertLabel(own) != nullptr) {
-                read(own);
+            const auto own = hold(static_cast<QxNodeLabel*>(label));
+            if (node->removeLabel(own.get()) != nullptr &&
+                random.pick(nodes())->insertLabel(own.get()) != nullptr) {
+                read(own.get());
             }
         }
     }
@@ -226,7 +226,7 @@ private:
         if (label == nullptr) {
             return;
         }
-        label->vAddRef();
+        const auto alive = hold(label);
         oneOf([&] { label->resize(random.below(60), random.below(30), 1); },
               [&] { label->setOffset(random.below(40), -random.below(40), 1); },
               [&] { label->adjustOnOwnerOverlap(); },
@@ -243,7 +243,6 @@ private:
         if (label->ownerValid() != 0) {
             read(label);
         }
-        label->vRelease();
     }
     /// A move lands where it was asked to, but for the rounding of a proportion.
     void checkMoved(const QxLabel& label, const QxPoint& to) {
@@ -397,6 +396,7 @@ public:
     void drawingChanged(QxDrawingChangeEventData*) override {
         if (depth < 2 && world.random.chance(20)) {
             ++depth;
+            world.refreshTags();
             world.edit();
             --depth;
         }

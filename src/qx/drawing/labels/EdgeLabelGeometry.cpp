@@ -119,15 +119,15 @@ private:
     }
     /// From side to side: straight up or down.
     QxPoint acrossSides() const {
-        const auto [low, high] = std::minmax(m_chord.from.y(), m_chord.to.y());
-        const auto [left, right] = std::minmax(m_chord.from.x(), m_chord.to.x());
+        const auto [low, high] = std::minmax({m_chord.from.y(), m_chord.to.y()});
+        const auto [left, right] = std::minmax({m_chord.from.x(), m_chord.to.x()});
         const std::int64_t x = m_isAbove == m_rises ? right - halfWidth() : left + halfWidth();
         return at(x, m_isAbove ? high + halfHeight() : low - halfHeight());
     }
     /// From top to bottom: straight sideways.
     QxPoint acrossTopAndBottom() const {
-        const auto [low, high] = std::minmax(m_chord.from.y(), m_chord.to.y());
-        const auto [left, right] = std::minmax(m_chord.from.x(), m_chord.to.x());
+        const auto [low, high] = std::minmax({m_chord.from.y(), m_chord.to.y()});
+        const auto [left, right] = std::minmax({m_chord.from.x(), m_chord.to.x()});
         const std::int64_t x = m_isAbove == m_rises ? left - halfWidth() : right + halfWidth();
         return at(x, m_isAbove ? low + halfHeight() : high - halfHeight());
     }
