@@ -7,9 +7,11 @@
 
 #include <ostream>
 
+#include "qx/drawing/QxConnector.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxDNode.h"
+#include "qx/drawing/QxEdgeLabel.h"
 #include "qx/drawing/QxFactory.h"
 #include "qx/drawing/QxGeometricUpdateInfo.h"
 #include "qx/drawing/QxPathIter.h"
@@ -51,23 +53,26 @@ QxDEdge::~QxDEdge() {
     if (QxDGraph* graph = pOwnerGraph()) {
         graph->removeEdge(this);
     }
+    dropLabels();
+    loseConnectors();
     destroyPath();
     qx::internal::endEventSource(*this);
 }
 
 int QxDEdge::userFieldsInUse() const {
-    int used = QxGEdge::userFieldsInUse();
+    int used = QxGEdge::userFieldsInUse() | labelUserFieldsInUse(false);
     eachPart(madeParts(), [&](const QxGraphObject& part) { used |= part.userFieldsInUse(); });
     return used;
 }
 
 void QxDEdge::nullUserFields() {
     QxGEdge::nullUserFields();
+    nullLabelUserFields(false);
     eachPart(madeParts(), [](QxGraphObject& part) { part.nullUserFields(); });
 }
 
 int QxDEdge::internalUserFieldsInUse() const {
-    int used = QxGEdge::internalUserFieldsInUse();
+    int used = QxGEdge::internalUserFieldsInUse() | labelUserFieldsInUse(true);
     eachPart(madeParts(),
              [&](const QxGraphObject& part) { used |= part.internalUserFieldsInUse(); });
     return used;
@@ -75,6 +80,7 @@ int QxDEdge::internalUserFieldsInUse() const {
 
 void QxDEdge::nullInternalUserFields() {
     QxGEdge::nullInternalUserFields();
+    nullLabelUserFields(true);
     eachPart(madeParts(), [](QxGraphObject& part) { part.nullInternalUserFields(); });
 }
 
@@ -94,6 +100,14 @@ int QxDEdge::checkInvariants() const {
         qxDebugStream() << "drawing edge: the path does not lead from end to end\n";
         return 0;
     }
+    for (const bool atSource : {true, false}) {
+        const QxConnector* connector = pConnectorAt(atSource);
+        if (connector != nullptr &&
+            connector->pOwnerNode() != (atSource ? pSourceNode() : pTargetNode())) {
+            qxDebugStream() << "drawing edge: an end is assigned to a connector elsewhere\n";
+            return 0;
+        }
+    }
     for (auto it = madeParts(); it; ++it) {
         const QxPNode* bend = it.pNode();
         if (!followsEdge(*it.pEdge()) || (bend != nullptr && !followsEdge(*bend))) {
@@ -105,10 +119,11 @@ int QxDEdge::checkInvariants() const {
             return 0;
         }
     }
-    return 1;
+    return checkOwnLabels();
 }
 
 void QxDEdge::actOnDiscard() {
+    discardAllLabels();
     for (auto it = madeParts(); it; ++it) {
         if (it.pNode() != nullptr) {
             it.pNode()->actOnDiscard();
@@ -121,6 +136,7 @@ void QxDEdge::actOnDiscard() {
 void QxDEdge::innerDebugOutput(int depth) const {
     QxGEdge::innerDebugOutput(depth);
     debugOutputPath(depth + 1);
+    debugOutputLabels(depth + 1);
 }
 
 void QxDEdge::debugOutputPath(int depth) const {
@@ -154,7 +170,8 @@ QxObject* QxDEdge::vCloneAttributes() const {
 }
 
 bool QxDEdge::liesWithinItsEnds() const {
-    return m_sourcePathEdge == m_targetPathEdge && intergraphEdge() == 0;
+    return m_sourcePathEdge == m_targetPathEdge && intergraphEdge() == 0 &&
+           !hasCalculatedConnector();
 }
 
 bool QxDEdge::canUsePart(const QxGraphObject& part, int inVisiblePart) const {
@@ -183,14 +200,21 @@ void QxDEdge::tellCoverage() {
     qx::internal::Coverage::changed(*this);
 }
 
+void QxDEdge::outdateLabels() {
+    qx::internal::Coverage::labelsChanged(*this);
+}
+
 bool QxDEdge::reportsTo(const QxGeometricUpdateInfo* info) const {
     return info != nullptr && info->needsRecursiveUpdate() != 0 && info->pGraph() != nullptr &&
            isActive() && (intergraphEdge() == 0 || isVisible() != 0);
 }
 
-void QxDEdge::report(Moment moment, QxGeometricUpdateInfo* info) {
+void QxDEdge::report(Moment moment, QxGeometricUpdateInfo* info, int labels) {
     if (!reportsTo(info)) {
         return;
+    }
+    if (labels != 0) {
+        reportLabels(moment, info);
     }
     if (isAfter(moment)) {
         // What has come to show reports, and what has ceased to.
@@ -208,18 +232,18 @@ void QxDEdge::report(Moment moment, QxGeometricUpdateInfo* info) {
     }
 }
 
-void QxDEdge::actAfterInsert(QxGeometricUpdateInfo* info, int, int) {
-    report(Moment::AfterInsert, info);
+void QxDEdge::actAfterInsert(QxGeometricUpdateInfo* info, int, int labels) {
+    report(Moment::AfterInsert, info, labels);
 }
 
-void QxDEdge::actBeforeRemove(QxGeometricUpdateInfo* info, int, int) {
-    report(Moment::BeforeRemove, info);
+void QxDEdge::actBeforeRemove(QxGeometricUpdateInfo* info, int, int labels) {
+    report(Moment::BeforeRemove, info, labels);
 }
 
-void QxDEdge::actBeforeGeometryChanges(QxGeometricUpdateInfo* info, int, int) {
-    report(Moment::BeforeChange, info);
+void QxDEdge::actBeforeGeometryChanges(QxGeometricUpdateInfo* info, int, int labels) {
+    report(Moment::BeforeChange, info, labels);
 }
 
-void QxDEdge::actAfterGeometryChanges(QxGeometricUpdateInfo* info, int, int) {
-    report(Moment::AfterChange, info);
+void QxDEdge::actAfterGeometryChanges(QxGeometricUpdateInfo* info, int, int labels) {
+    report(Moment::AfterChange, info, labels);
 }

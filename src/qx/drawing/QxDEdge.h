@@ -9,9 +9,11 @@
 #include "qx/drawing/QxDrawingFlags.h"
 #include "qx/drawing/QxGEdge.h"
 #include "qx/drawing/QxGraphObjectStatusEnum.h"
+#include "qx/drawing/QxLabelOwnerOf.h"
 #include "qx/foundation/geometry/QxPointDList.h"
 #include "qx/foundation/util/QxDListIter.h"
 
+class QxConnector;
 class QxDNode;
 class QxFactory;
 class QxGeometricUpdateInfo;
@@ -22,6 +24,10 @@ namespace qx::internal {
 class Coverage;
 struct IndexSlot;
 class IndexUpkeep;
+class LabelPresence;
+template <class T>
+class Ref;
+struct ConnectorUse;
 enum class Moment : unsigned char;
 }  // namespace qx::internal
 
@@ -32,7 +38,7 @@ enum class Moment : unsigned char;
 /// and n + 1 segments. They have the edge's graph as owner but are not listed there. The segment of
 /// a straight edge is made when somebody asks for it. Coordinates and the coordinate flag are those
 /// of QxGNode.
-class QX_API QxDEdge : public QxGEdge {
+class QX_API QxDEdge : public QxGEdge, public QxLabelOwnerOf<QxDEdge, QxEdgeLabel> {
 public:
     /// Only the owner is used.
     QxDEdge(QxOwnedObject* owner, int type, QxFactory* factory);
@@ -68,12 +74,14 @@ public:
     /// Exchanges the ends and the order of the bends, which stay in place. 0 without two ends.
     int reverse() override;
     void nullEndNodes() override;
-    /// Removes what the edge contains: its bends.
+    /// Removes what the edge contains: its bends and labels.
     void emptyTopology() override;
-    /// Gives the edge copies of the bends of `source` in place of its own.
+    /// Gives the edge copies of the bends of `source` in place of its own, copies of its labels,
+    /// and assigns its ends to the copies of the connectors that the ends of `source` are assigned
+    /// to, where its own nodes have them.
     void duplicateTopology(QxEdge* source) override;
     /// Takes over the clipping choices, status and routing of `source`; with `deep` nonzero copies
-    /// of its bends, too.
+    /// of its bends and labels in place of its own, too.
     void copyEdge(const QxEdge* source, int deep) override;
     /// @}
 
@@ -92,6 +100,39 @@ public:
     int getTargetPoint(QxPoint& point, int inOwnGraph) const;
     QxDNode* pSourceNode() const;
     QxDNode* pTargetNode() const;
+    /// @}
+
+    /// @name Connectors (drawing/connectors/QxDEdgeConnectors.cpp)
+    /// An end may be assigned to a connector of its node: the path starts (ends) at its center and
+    /// is cut off at its outline. When an end changes to another node, or goes, its connector does.
+    /// @{
+
+    /// The connectors of the ends, whoever made them; null for none. The unverified ones are the
+    /// same.
+    QxConnector* pInternalSourceConnector() const { return pConnectorAt(true); }
+    QxConnector* pInternalTargetConnector() const { return pConnectorAt(false); }
+    QxConnector* pUnverifiedFromConnector() const { return pConnectorAt(true); }
+    QxConnector* pUnverifiedToConnector() const { return pConnectorAt(false); }
+    /// The same when they are specified; else null.
+    QxConnector* pSourceConnector() const;
+    QxConnector* pTargetConnector() const;
+    int hasSpecifiedSourceConnector() const { return pSourceConnector() != nullptr ? 1 : 0; }
+    int hasSpecifiedTargetConnector() const { return pTargetConnector() != nullptr ? 1 : 0; }
+    /// Assign the end to a connector of its node, or to none (null). A calculated connector that no
+    /// edge uses any more is discarded. Return the connector of the end afterwards; nothing happens
+    /// for a connector of another node, and for the one it has. Fire EdgeConnectorChanged for a
+    /// connected edge when the old connector or the new one is specified.
+    QxConnector* pSourceConnector(QxConnector* connector) {
+        return assignConnector(connector, true);
+    }
+    QxConnector* pTargetConnector(QxConnector* connector) {
+        return assignConnector(connector, false);
+    }
+    /// Unassign the end; the connector stays, even a calculated one. Return null.
+    QxConnector* resetFromConnector() { return resetConnector(true); }
+    QxConnector* resetToConnector() { return resetConnector(false); }
+    /// Set the routing directions of the calculated connectors; see QxConnector.
+    void updateCalculatedConnectors();
     /// @}
 
     /// @name Bends (drawing/path/QxDEdgeBends.cpp)
@@ -179,13 +220,18 @@ public:
     void projectionPoint(const QxPoint* point, QxPoint* nearest,
                          std::int32_t* distance) const override;
     void pointOnEdge(QxPoint* point, std::int16_t perMil) const override;
+    /// The segment that far along the edge, and the thousandths along its segment of the point that
+    /// is so many thousandths along the edge: those that pointOnEdge takes.
+    QxPEdge* pPathEdgeAtDistance(std::int32_t distance) const;
+    std::int16_t perMilOnSegmentAt(std::int16_t perMil) const;
     int ntIntersectsRect(const QxRect* rect, int clipped) const override;
-    /// The rectangle of the ends and bends, for any user.
+    /// The rectangle of the ends, the bends and the labels, for any user.
     int getUserBoundingRect(QxRect& rect, int inOwnGraph) const override;
     /// The rectangle of the unclipped ends and all bends, in owner-graph coordinates.
     void ntBoundingRectWithPathNodes(QxRect& rect) const;
+    /// The same with the labels.
     void ntBoundingRectWithPathNodesAndLabels(QxRect& rect) const;
-    /// The same, `inOwnGraph` 0: in those of the anchor graph. 0, and no change, for an edge that
+    /// Both, `inOwnGraph` 0: in those of the anchor graph. 0, and no change, for an edge that
     /// is not visible there.
     int getBoundingRectWithPathNodes(QxRect& rect, int inOwnGraph) const;
     int getBoundingRectWithPathNodesAndLabels(QxRect& rect, int inOwnGraph) const;
@@ -240,6 +286,15 @@ public:
     }
     /// @}
 
+    /// @name Labels (drawing/labels/QxDEdgeLabels.cpp); see QxLabelOwnerOf
+    /// @{
+    virtual void debugOutputLabels(int depth) const;
+    /// Lays those of the labels that are this edge's out in pairs about the middle of the edge, in
+    /// the order of the list, each by its full move. 1 when there were any, else 0; 0, too, for
+    /// null and an edge without an owner graph.
+    int centerLabels(const QxEdgeLabelDList* labels);
+    /// @}
+
     /// @name State
     /// Setters return the argument and change nothing else.
     /// @{
@@ -288,6 +343,7 @@ public:
         if (hasFlag(qx::flags::EdgeIsTracked) != 0) {
             tellCoverage();
         }
+        tellOfLabels();
     }
     /// @}
 
@@ -295,6 +351,13 @@ protected:
     int vConnect() override;
     void actOnChangeOwner(QxOwnedObject* owner, int valid) override;
     qx::internal::GraphObjectExtras* vNewExtras() const override;
+    /// The steps behind the label operations.
+    virtual QxEdgeLabel* vAddLabel(const wchar_t* name, int flag);
+    virtual QxEdgeLabel* vInsertLabel(QxEdgeLabel* label);
+    virtual int vDiscardLabel(QxEdgeLabel* label);
+    virtual QxEdgeLabel* vRemoveLabel(QxEdgeLabel* label);
+    /// A new label of the edge's factory, in no list yet; null without a factory.
+    virtual QxEdgeLabel* vNewLabel(int flag);
     /// New path objects of the edge's factory, in no path yet.
     virtual QxPEdge* vNewPEdge();
     virtual QxPNode* vNewPNode();
@@ -305,14 +368,18 @@ protected:
     QxObject* vCloneAttributes() const override;
 
 private:
+    friend class QxConnector;
+    friend class QxConnectorManager;
     friend class QxDGraph;
     friend class QxDNode;
     friend class QxPEdge;
     friend class QxPNode;
+    friend class QxLabelOwnerOf<QxDEdge, QxEdgeLabel>;
     friend class qx::internal::Coverage;
     friend struct qx::internal::IndexSlot;
     friend class qx::internal::IndexUpkeep;
     friend class QxQTree;
+    friend class qx::internal::LabelPresence;
 
     /// The farthest corner stands for a point that is not known; one that really lies there is
     /// computed every time.
@@ -333,7 +400,7 @@ private:
     bool isActive() const { return connected() != 0 && deactivated() == 0; }
     /// Whether the edge has something to say to the record.
     bool reportsTo(const QxGeometricUpdateInfo* info) const;
-    /// Whether it covers nothing but what the rectangles of its end nodes cover.
+    /// Whether it covers nothing but what its end nodes and their specified connectors cover.
     bool liesWithinItsEnds() const;
     /// Whether it is plain that the whole of a straight edge between its ends shows, wherever it is
     /// clipped: the rectangles of its ends lie apart along its main direction. A quick answer for
@@ -372,8 +439,48 @@ private:
     void copyDiagramming(const QxDEdge& source);
     /// @}
 
+    const qx::internal::Ref<QxLabelManager>* pQueryLabelSlot() const;
+    qx::internal::Ref<QxLabelManager>& labelSlot();
+    void reportLabels(qx::internal::Moment moment, QxGeometricUpdateInfo* info) const;
+    /// @name Connectors
+    /// @{
+    bool hasConnectors() const {
+        return hasFlag(qx::flags::EdgeFromConnectorValid | qx::flags::EdgeToConnectorValid) != 0;
+    }
+    QxConnector* pConnectorAt(bool atSource) const {
+        return hasFlag(atSource ? qx::flags::EdgeFromConnectorValid
+                                : qx::flags::EdgeToConnectorValid) != 0
+                   ? pConnectorOf(atSource)
+                   : nullptr;
+    }
+    QxConnector* pConnectorOf(bool atSource) const;
+    bool hasCalculatedConnector() const { return hasConnectors() && usesCalculatedConnector(); }
+    bool usesCalculatedConnector() const;
+    qx::internal::ConnectorUse& connectorUse(bool atSource);
+    /// Whether the end is assigned to the connector, as its end of that number.
+    bool isNumberedAt(const QxConnector& connector, bool atSource, std::size_t number) const;
+    /// The raw step: says goodbye to the old connector and nothing else.
+    void takeConnector(QxConnector* connector, bool atSource);
+    QxConnector* assignConnector(QxConnector* connector, bool atSource);
+    QxConnector* resetConnector(bool atSource);
+    void tellConnectorChange(QxConnector* old, QxConnector* connector);
+    /// Unassigns both ends without a word to listeners.
+    void loseConnectors();
+    /// Unassigns an end that is not at the connector's node any more.
+    void loseForeignConnector(bool atSource);
+    void exchangeConnectors();
+    void duplicateConnectors(const QxDEdge& source);
+    /// @}
+
     int getEnd(QxPoint& point, int inOwnGraph, bool atSource) const;
     std::int64_t pathLength() const;
+    /// The made segment that holds the point so far along the path, and how far along that it lies.
+    struct PathSpot {
+        QxPEdge* segment;
+        std::int64_t along;
+        std::int64_t length;
+    };
+    PathSpot spotAtDistance(std::int64_t distance) const;
 
     /// @name Bends
     /// @{
@@ -408,11 +515,17 @@ private:
     template <class Walk>
     void markVisiblePart(std::uint32_t segmentBits, std::uint32_t bendBits);
     void reportVisiblePart(qx::internal::Moment moment, QxGeometricUpdateInfo* info);
-    void report(qx::internal::Moment moment, QxGeometricUpdateInfo* info);
+    void report(qx::internal::Moment moment, QxGeometricUpdateInfo* info, int labels = 1);
     /// @}
 
-    /// Tells the graph's extents and index that the ends have moved.
+    /// Bring up to date what the graph's extents and index know: of the ends; of the labels.
     void tellCoverage();
+    void outdateLabels();
+    void tellOfLabels() {
+        if (hasFlag(qx::flags::EdgeHasLabels) != 0) {
+            outdateLabels();
+        }
+    }
 
     QxPEdge* m_sourcePathEdge = nullptr;
     QxPEdge* m_targetPathEdge = nullptr;

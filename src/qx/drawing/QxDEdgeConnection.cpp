@@ -81,6 +81,7 @@ int QxDEdge::changeEnd(QxNode* node, bool atSource) {
         }
         actOnEndObjectChange();
         qx::internal::Coverage::countChanged(*this);
+        loseForeignConnector(atSource);
     });
     return changed;
 }
@@ -104,6 +105,7 @@ int QxDEdge::reverse() {
             segment->reverse();
         }
         std::swap(m_sourcePathEdge, m_targetPathEdge);
+        exchangeConnectors();
         actOnEndObjectChange();
     });
     return 1;
@@ -111,6 +113,7 @@ int QxDEdge::reverse() {
 
 void QxDEdge::nullEndNodes() {
     disconnectPath();
+    loseConnectors();
     if (m_sourcePathEdge != nullptr) {
         attachPath(nullptr, nullptr);
     }
@@ -118,7 +121,10 @@ void QxDEdge::nullEndNodes() {
 }
 
 void QxDEdge::emptyTopology() {
-    discardAllBends();
+    Change::run(*this, [&] {
+        discardAllBends();
+        discardAllLabels();
+    });
 }
 
 void QxDEdge::duplicateTopology(QxEdge* source) {
@@ -129,7 +135,11 @@ void QxDEdge::duplicateTopology(QxEdge* source) {
     const Ref sourceAlive(*source);
     if (source->levelNumber() == levelNumber()) {
         discardAllBends();
-        Change::run(*this, [&] { duplicatePath(*static_cast<QxDEdge*>(source)); });
+        Change::run(*this, [&] {
+            duplicatePath(*static_cast<QxDEdge*>(source));
+            duplicateLabelsOf(*static_cast<QxDEdge*>(source));
+            duplicateConnectors(*static_cast<QxDEdge*>(source));
+        });
     }
     QxGEdge::duplicateTopology(source);
 }
@@ -146,7 +156,7 @@ void QxDEdge::copyEdge(const QxEdge* source, int deep) {
     const Ref alive(*this);
     const Ref sourceAlive(drawn);
     if (deep != 0) {
-        discardAllBends();
+        emptyTopology();
     }
     Change::run(*this, [&] {
         setFlag(qx::flags::EdgeClipSource, drawn.clipSourceSide());
@@ -157,6 +167,10 @@ void QxDEdge::copyEdge(const QxEdge* source, int deep) {
         QxGEdge::copyEdge(source, deep);
         copyDiagramming(drawn);
         actOnEndObjectChange();
+        if (deep != 0) {
+            duplicateLabelsOf(drawn);
+            const_cast<QxDEdge&>(drawn).nullLabelUserFields(true);  // the links to the copies
+        }
     });
 }
 

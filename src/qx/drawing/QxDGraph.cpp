@@ -8,6 +8,7 @@
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxDNode.h"
+#include "qx/drawing/QxGraphLabel.h"
 #include "qx/drawing/QxPNode.h"
 #include "qx/drawing/QxPathIter.h"
 #include "qx/drawing/bounds/internal/Change.h"
@@ -36,6 +37,7 @@ QxDGraph::~QxDGraph() {
     discardQuadTree();
     needsUpdateGraphBounds(0);
     QxDGraph::emptyTopology();
+    dropLabels();
     qx::internal::endEventSource(*this);
 }
 
@@ -104,7 +106,7 @@ int QxDGraph::checkInvariants() const {
         qxDebugStream() << "graph: the kept extent is not what its contents cover\n";
         return 0;
     }
-    return 1;
+    return checkOwnLabels() & checkLabelCounts();
 }
 
 void QxDGraph::debugOutputPathNodes(int depth) const {
@@ -144,27 +146,6 @@ QxTriStateEnum QxDGraph::labelState(std::uint32_t lowBit, QxTriStateEnum state) 
     setFlag(lowBit, state != QxTriStateNo ? 1 : 0);
     setFlag(lowBit << 1, state == QxTriStateYes ? 1 : 0);
     return state;
-}
-
-int QxDGraph::hasLabels(std::uint32_t lowBit) const {
-    if (labelState(lowBit) == QxTriStateUnknown) {
-        // The search stands here. As long as no object can have labels, it finds none. The state is
-        // a cache of what it finds.
-        const_cast<QxDGraph*>(this)->labelState(lowBit, QxTriStateNo);
-    }
-    return labelState(lowBit) == QxTriStateYes ? 1 : 0;
-}
-
-int QxDGraph::hasNodeLabels() const {
-    return hasLabels(qx::flags::GraphNodeLabels);
-}
-
-int QxDGraph::hasConnectorLabels() const {
-    return hasLabels(qx::flags::GraphConnectorLabels);
-}
-
-int QxDGraph::hasEdgeLabels() const {
-    return hasLabels(qx::flags::GraphEdgeLabels);
 }
 
 qx::internal::GraphObjectExtras* QxDGraph::vNewExtras() const {
@@ -220,7 +201,7 @@ void QxDGraph::copyGraph(const QxGraph* source, int deep) {
         return;
     }
     Change::ofWholeGraph(*this, [&] {
-        setFlag(LabelStates, 0);
+        resetLabelStates();
         const bool isDrawn = levelNumber() == source->levelNumber();
         if (isDrawn) {
             copySpacings(static_cast<const QxDGraph&>(*source));
@@ -259,8 +240,15 @@ void QxDGraph::copyDiagramming(const QxDGraph& source) {
 }
 
 void QxDGraph::internalDuplicateTopology(QxGraph* source, int disconnected, int deactivated) {
-    Change::ofWholeGraph(
-        *this, [&] { QxGraph::internalDuplicateTopology(source, disconnected, deactivated); });
+    if (source == nullptr || source == this) {
+        return;
+    }
+    Change::ofWholeGraph(*this, [&] {
+        QxGraph::internalDuplicateTopology(source, disconnected, deactivated);
+        if (levelNumber() == source->levelNumber()) {
+            duplicateLabelsOf(static_cast<const QxDGraph&>(*source));
+        }
+    });
 }
 
 void QxDGraph::actOnDiscard() {

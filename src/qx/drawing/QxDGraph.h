@@ -8,6 +8,7 @@
 #include "qx/drawing/QxDrawingDLists.h"
 #include "qx/drawing/QxDrawingFlags.h"
 #include "qx/drawing/QxGraphObjectStatusEnum.h"
+#include "qx/drawing/QxLabelOwnerOf.h"
 #include "qx/drawing/QxTriStateEnum.h"
 #include "qx/foundation/geometry/QxPoint.h"
 #include "qx/foundation/geometry/QxRect.h"
@@ -24,6 +25,9 @@ namespace qx::internal {
 class BoundsHold;
 class Coverage;
 class ExtentTree;
+class LabelPresence;
+template <class T>
+class Ref;
 enum class Moment : unsigned char;
 struct GraphExtras;
 }  // namespace qx::internal
@@ -34,7 +38,7 @@ struct GraphExtras;
 ///
 /// `nt...` operations use this graph's own coordinates. A coordinate flag of 0 asks for those of
 /// the manager's anchor graph; then the graph must be visible. World units, y upward.
-class QX_API QxDGraph : public QxGraph {
+class QX_API QxDGraph : public QxGraph, public QxLabelOwnerOf<QxDGraph, QxGraphLabel> {
 public:
     /// Only the owner is used.
     QxDGraph(QxOwnedObject* owner, int type, QxFactory* factory);
@@ -44,6 +48,10 @@ public:
 
     /// @name What every graph answers
     /// @{
+    int userFieldsInUse() const override;
+    void nullUserFields() override;
+    int internalUserFieldsInUse() const override;
+    void nullInternalUserFields() override;
     int vIsVisible() const override;
     std::size_t sizeOf() const override;
     int checkInvariants() const override;
@@ -54,6 +62,7 @@ public:
     int hasNodeLabels() const override;
     int hasConnectorLabels() const override;
     int hasEdgeLabels() const override;
+    int hasGraphLabels() const override;
     int canBeChildGraph() const override;
     void actOnConnectEdge(QxEdge* edge) override;
     void actOnDisconnectEdge(QxEdge* edge) override;
@@ -61,8 +70,11 @@ public:
     void actOnDeactivateEdge(QxEdge* edge) override;
     void actOnDiscard() override;
     void innerDebugOutput(int depth) const override;
+    virtual void debugOutputLabels(int depth) const;
     virtual void debugOutputPathNodes(int depth) const;
     virtual void debugOutputPathEdges(int depth) const;
+    /// A hook for diagnoses; does nothing.
+    virtual void checkOneEdgePerConnector() const;
     /// When the reading ends, the bounds are computed.
     int fileReadRunning(int value) override;
     using QxGraph::fileReadRunning;
@@ -108,6 +120,29 @@ public:
                          const QxNodeLabelDList* nodeLabels,
                          const QxConnectorLabelDList* connectorLabels,
                          const QxEdgeLabelDList* edgeLabels);
+    /// @}
+
+    /// @name Labels (drawing/labels/QxDGraphLabels.cpp)
+    /// The operations of QxLabelOwnerOf are about the labels of the graph itself; those here about
+    /// all labels of its objects. The labels of an edge count while it is connected and active.
+    /// @{
+
+    /// The numbers are kept: asking costs nothing. A kind that the graph says it has none of
+    /// (has...LabelsState) counts 0.
+    std::int32_t numberOfLabels() const;
+    std::int32_t numberOfGraphLabels() const;
+    std::int32_t numberOfNodeLabels() const;
+    std::int32_t numberOfEdgeLabels() const;
+    std::int32_t numberOfConnectorLabels() const;
+    int hasLabels() const { return numberOfLabels() > 0 ? 1 : 0; }
+    /// Discard all labels, or those of one kind; with the labels of nodes go those of connectors.
+    void discardAllLabels();
+    void discardAllGraphLabels();
+    void discardAllNodeLabels();
+    void discardAllEdgeLabels();
+    void discardAllConnectorLabels();
+    /// The union of the labels of the graph itself; 0, and no change, when there are none.
+    int calculateGraphLabelBounds(QxRect& rect) const;
     /// @}
 
     /// @name Bounds (drawing/bounds/QxDGraphBounds.cpp), in this graph's coordinates
@@ -211,7 +246,8 @@ public:
     std::int32_t minHeightOfMarginBoundingRect() const { return m_minSize.height(); }
     std::int32_t minWidthOfMarginBoundingRect(std::int32_t value);
     std::int32_t minHeightOfMarginBoundingRect(std::int32_t value);
-    /// The bounds with margins around them, at least of the minimum size.
+    /// The bounds, extended by the labels of the graph, with margins around them, at least of the
+    /// minimum size.
     void ntMarginBoundingRect(QxRect& rect) const;
     /// The same in the asked-for coordinates; returns the visibility.
     int getMarginBoundingRect(QxRect& rect, int inOwnGraph) const;
@@ -283,6 +319,9 @@ public:
     void ntMoveTo(std::int32_t x, std::int32_t y);
     /// Brings every visible part of an edge that is outdated up to date.
     void updateVisiblePartOfEdges();
+    /// Sets the routing directions of the calculated connectors of all connected edges
+    /// (drawing/connectors/QxDEdgeConnectors.cpp).
+    void updateCalculatedConnectors();
     /// @}
 
     /// @name Queries by rectangle (spatial/QxDGraphQueries.cpp)
@@ -388,6 +427,13 @@ protected:
     int vDiscardNode(QxNode* node) override;
     QxEdge* vInsertEdge(QxEdge* edge, QxNode* source, QxNode* target) override;
     QxEdge* vRemoveEdge(QxEdge* edge) override;
+    /// The steps behind the operations for labels of the graph.
+    virtual QxGraphLabel* vAddLabel(const wchar_t* name, int flag);
+    virtual QxGraphLabel* vInsertLabel(QxGraphLabel* label);
+    virtual int vDiscardLabel(QxGraphLabel* label);
+    virtual QxGraphLabel* vRemoveLabel(QxGraphLabel* label);
+    /// A new label of the graph's factory, in no list yet; null without a factory.
+    virtual QxGraphLabel* vNewLabel(int flag);
     int vTransferTopology(QxGraph* graph) override;
     void actAfterInsertEdgeBeforeConnect(QxEdge* edge) override;
     /// Stores new bounds: refits the node that shows the graph and fires GraphBoundsChanged.
@@ -401,11 +447,9 @@ private:
     friend class QxDGraphManager;
     friend class QxGeometricUpdateInfo;
     friend class qx::internal::BoundsHold;
+    friend class QxLabelOwnerOf<QxDGraph, QxGraphLabel>;
     friend class qx::internal::Coverage;
-
-    static constexpr std::uint32_t LabelStates =
-        3 *
-        (qx::flags::GraphNodeLabels | qx::flags::GraphEdgeLabels | qx::flags::GraphConnectorLabels);
+    friend class qx::internal::LabelPresence;
 
     /// For update records: clears the index's needsUpdate, returns whether it was set; sets it
     /// again.
@@ -415,6 +459,14 @@ private:
     void initDiagramming();
     void copySpacings(const QxDGraph& source);
     void copyDiagramming(const QxDGraph& source);
+    const qx::internal::Ref<QxLabelManager>* pQueryLabelSlot() const;
+    qx::internal::Ref<QxLabelManager>& labelSlot();
+    /// What the counts say, in place of what was known.
+    void resetLabelStates();
+    int answerLabels(std::uint32_t lowBit, std::int32_t count) const;
+    std::int32_t countLabels(std::uint32_t lowBit, std::int32_t count) const;
+    int takeOverGraphLabels(QxDGraph& other);
+    int checkLabelCounts() const;
     QxTriStateEnum labelState(std::uint32_t lowBit) const;
     QxTriStateEnum labelState(std::uint32_t lowBit, QxTriStateEnum state);
     int hasLabels(std::uint32_t lowBit) const;
@@ -436,6 +488,8 @@ private:
     void report(qx::internal::Moment moment, QxGeometricUpdateInfo* own,
                 QxGeometricUpdateInfo* between, const QxDNodeDList* nodes,
                 const QxPNodeDList* bends, const QxDEdgeDList* edges, const QxPEdgeDList* segments);
+    void reportLabels(qx::internal::Moment moment, QxGeometricUpdateInfo* own,
+                      const QxDList* labels) const;
     std::int32_t setConstant(QxSpacing& spacing, std::int32_t value);
     std::int16_t setProportional(QxSpacing& spacing, std::int16_t value);
     void moveBounds(std::int32_t dx, std::int32_t dy);

@@ -3,11 +3,14 @@
 
 // Insertion and removal: the steps of the abstract graph as changes of the drawing.
 
+#include <initializer_list>
+
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxFactory.h"
+#include "qx/drawing/QxGraphLabel.h"
 #include "qx/drawing/QxPEdge.h"
 #include "qx/drawing/QxPNode.h"
 #include "qx/drawing/bounds/internal/Change.h"
@@ -109,7 +112,7 @@ void reportToOwnersRecord(const QxDGraph* graph, const QxDList* list, Info* own,
         return;
     }
     for (T* object : each<T>(*list)) {
-        const QxDGraph* owner = object->pOwnerGraph();
+        const QxDGraph* owner = qx::internal::graphOf(*object);
         if (owner == graph) {
             report(object, own);
         } else if (owner != nullptr && between != nullptr && owner == between->pGraph()) {
@@ -139,20 +142,41 @@ void QxDGraph::report(Moment moment, QxGeometricUpdateInfo* own, QxGeometricUpda
     });
 }
 
+void QxDGraph::reportLabels(Moment moment, QxGeometricUpdateInfo* own,
+                            const QxDList* labels) const {
+    reportToOwnersRecord<QxLabel>(this, labels, own, nullptr, [&](const QxLabel* label, Info*) {
+        if (moment == Moment::AfterInsert) {
+            label->actAfterInsert(own);
+        } else {
+            label->actBeforeRemove(own);
+        }
+    });
+}
+
 void QxDGraph::actAfterInsert(QxGeometricUpdateInfo* own, QxGeometricUpdateInfo* intergraph,
                               const QxDNodeDList* nodes, const QxPNodeDList* pathNodes,
                               const QxDEdgeDList* edges, const QxPEdgeDList* pathEdges,
-                              const QxNodeLabelDList*, const QxConnectorLabelDList*,
-                              const QxEdgeLabelDList*) {
+                              const QxNodeLabelDList* nodeLabels,
+                              const QxConnectorLabelDList* connectorLabels,
+                              const QxEdgeLabelDList* edgeLabels) {
     report(Moment::AfterInsert, own, intergraph, nodes, pathNodes, edges, pathEdges);
+    for (const QxDList* list :
+         std::initializer_list<const QxDList*>{nodeLabels, connectorLabels, edgeLabels}) {
+        reportLabels(Moment::AfterInsert, own, list);
+    }
 }
 
 void QxDGraph::actBeforeRemove(QxGeometricUpdateInfo* own, QxGeometricUpdateInfo* intergraph,
                                const QxDNodeDList* nodes, const QxPNodeDList* pathNodes,
                                const QxDEdgeDList* edges, const QxPEdgeDList* pathEdges,
-                               const QxNodeLabelDList*, const QxConnectorLabelDList*,
-                               const QxEdgeLabelDList*) {
+                               const QxNodeLabelDList* nodeLabels,
+                               const QxConnectorLabelDList* connectorLabels,
+                               const QxEdgeLabelDList* edgeLabels) {
     report(Moment::BeforeRemove, own, intergraph, nodes, pathNodes, edges, pathEdges);
+    for (const QxDList* list :
+         std::initializer_list<const QxDList*>{nodeLabels, connectorLabels, edgeLabels}) {
+        reportLabels(Moment::BeforeRemove, own, list);
+    }
 }
 
 int QxDGraph::vTransferTopology(QxGraph* graph) {
@@ -162,13 +186,21 @@ int QxDGraph::vTransferTopology(QxGraph* graph) {
     }
     int moved = 0;
     Change::inGraph(*this, [&] {
-        Change::inGraph(*other, [&] { moved = QxGraph::vTransferTopology(other); });
+        Change::inGraph(*other, [&] {
+            moved = QxGraph::vTransferTopology(other);
+            if (moved != 0) {
+                moved = takeOverGraphLabels(*other);
+            }
+        });
     });
     return moved;
 }
 
 void QxDGraph::emptyTopology() {
-    Change::ofWholeGraph(*this, [&] { QxGraph::emptyTopology(); });
+    Change::ofWholeGraph(*this, [&] {
+        discardAllGraphLabels();
+        QxGraph::emptyTopology();
+    });
 }
 
 QxDNode* QxDGraph::addNode(int type) {

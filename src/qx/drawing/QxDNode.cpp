@@ -7,9 +7,12 @@
 
 #include <ostream>
 
+#include "qx/drawing/QxConnector.h"
+#include "qx/drawing/QxConnectorManager.h"
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDGraphManager.h"
+#include "qx/drawing/QxNodeLabel.h"
 #include "qx/drawing/bounds/internal/Change.h"
 #include "qx/drawing/bounds/internal/Coverage.h"
 #include "qx/drawing/bounds/internal/ExtentTree.h"
@@ -17,6 +20,7 @@
 #include "qx/drawing/internal/AskedCoordinates.h"
 #include "qx/drawing/internal/CloneLinks.h"
 #include "qx/drawing/internal/Extras.h"
+#include "qx/drawing/labels/internal/LabelPresence.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/geometry/QxShapeResource.h"
 #include "qx/foundation/graph/internal/EachObject.h"
@@ -26,8 +30,19 @@ using qx::internal::Change;
 using qx::internal::Coverage;
 using qx::internal::each;
 using qx::internal::ExtentTree;
+using qx::internal::LabelPresence;
 using qx::internal::Moment;
 using qx::internal::Ref;
+
+namespace {
+
+qx::internal::Each<QxConnector> connectorsOf(const QxDNode& node) {
+    static const QxConnectorDList none;
+    const QxConnectorManager* connectors = node.pQueryConnectorManager();
+    return each<QxConnector>(connectors != nullptr ? *connectors : none);
+}
+
+}  // namespace
 
 QxDNode::QxDNode(QxOwnedObject* owner, int, QxFactory*) : QxGNode(owner) {
     setFlag(qx::flags::NodeForceClipping, 1);
@@ -44,6 +59,8 @@ QxDNode::~QxDNode() {
         graph->removeNode(this);
     }
     detachEdges();
+    dropLabels();
+    releaseConnectors();
     discardShapeResource();
     qx::internal::endEventSource(*this);
 }
@@ -69,7 +86,51 @@ int QxDNode::checkInvariants() const {
         qxDebugStream() << "drawing node: a shared shape does not count its holders\n";
         return 0;
     }
-    return 1;
+    std::int32_t specified = 0;
+    for (const QxConnector* connector : connectorsOf(*this)) {
+        specified += connector->specified();
+        if (connector->pOwnerNode() != this || connector->checkInvariants() == 0) {
+            qxDebugStream() << "drawing node: a connector is not sound\n";
+            return 0;
+        }
+    }
+    if (specified != numberOfConnectors()) {
+        qxDebugStream() << "drawing node: the specified connectors are not counted right\n";
+        return 0;
+    }
+    return checkOwnLabels();
+}
+
+int QxDNode::userFieldsInUse() const {
+    int used = QxGNode::userFieldsInUse() | labelUserFieldsInUse(false);
+    for (const QxConnector* connector : connectorsOf(*this)) {
+        used |= connector->userFieldsInUse();
+    }
+    return used;
+}
+
+void QxDNode::nullUserFields() {
+    QxGNode::nullUserFields();
+    nullLabelUserFields(false);
+    for (QxConnector* connector : connectorsOf(*this)) {
+        connector->nullUserFields();
+    }
+}
+
+int QxDNode::internalUserFieldsInUse() const {
+    int used = QxGNode::internalUserFieldsInUse() | labelUserFieldsInUse(true);
+    for (const QxConnector* connector : connectorsOf(*this)) {
+        used |= connector->internalUserFieldsInUse();
+    }
+    return used;
+}
+
+void QxDNode::nullInternalUserFields() {
+    QxGNode::nullInternalUserFields();
+    nullLabelUserFields(true);
+    for (QxConnector* connector : connectorsOf(*this)) {
+        connector->nullInternalUserFields();
+    }
 }
 
 int QxDNode::levelNumber() const {
@@ -80,6 +141,13 @@ void QxDNode::innerDebugOutput(int depth) const {
     QxGNode::innerDebugOutput(depth);
     qxDebugIndent(depth) << "center " << iX() << ' ' << iY() << ", size " << iWidth() << ' '
                          << iHeight() << '\n';
+    debugOutputConnectors(depth + 1);
+}
+
+void QxDNode::debugOutputConnectors(int depth) const {
+    for (const QxConnector* connector : connectorsOf(*this)) {
+        connector->debugOutput(depth);
+    }
 }
 
 void QxDNode::actOnDiscard() {
@@ -91,8 +159,10 @@ void QxDNode::actOnDiscard() {
 void QxDNode::actOnChangeOwner(QxOwnedObject* owner, int valid) {
     if (valid == 0 || owner != pOwner()) {
         Coverage::ended(*this);
+        LabelPresence::ended(*this);
     }
     QxGNode::actOnChangeOwner(owner, valid);
+    LabelPresence::changed(*this);
     Coverage::changed(*this);
     Coverage::ownerChanged(*this);
 }
@@ -111,6 +181,7 @@ void QxDNode::copyNode(const QxNode* source, int deep) {
         }
         QxGNode::copyNode(source, deep);
         if (isDrawn && deep != 0) {
+            emptyTopology();
             // Of the source this clears the scratch fields, and registers a private shape.
             duplicateTopology(const_cast<QxNode*>(source));
         }
@@ -138,6 +209,10 @@ void QxDNode::internalDuplicateTopology(QxNode* source) {
         shareShapeOf(*static_cast<QxDNode*>(source));
     }
     QxGNode::internalDuplicateTopology(source);
+    if (levelNumber() == source->levelNumber()) {
+        duplicateLabelsOf(*static_cast<QxDNode*>(source));
+        duplicateConnectorsOf(*static_cast<QxDNode*>(source));
+    }
 }
 
 QxObject* QxDNode::vCloneObject() const {
@@ -182,8 +257,46 @@ const QxRect* QxDNode::pRectBeforeMoveForSelfLoops(const QxRect* rect) {
     return rect;
 }
 
-void QxDNode::ntBoundingRectWithSubObjects(QxRect& rect, int, int, int) const {
+namespace {
+
+void uniteLabels(QxRect& rect, const QxDList* labels) {
+    if (labels == nullptr) {
+        return;
+    }
+    for (const QxLabel* label : each<QxLabel>(*labels)) {
+        QxRect one;
+        label->ntBoundingRect(one);
+        rect.updateBounds(&one);
+    }
+}
+
+}  // namespace
+
+void QxDNode::ntBoundingRectWithSubObjects(QxRect& rect, int labels, int connectors,
+                                           int connectorLabels) const {
     rect = m_rect;
+    if (pQueryExtras() == nullptr) {
+        return;
+    }
+    if (labels != 0) {
+        uniteLabels(rect, pLabelList());
+    }
+    if ((connectors == 0 && connectorLabels == 0) || hasConnectors() == 0) {
+        return;
+    }
+    for (const QxConnector* connector : connectorsOf(*this)) {
+        if (connector->specified() == 0) {
+            continue;
+        }
+        if (connectors != 0) {
+            QxRect extent;
+            connector->ntBoundingRect(extent);
+            rect.updateBounds(&extent);
+        }
+        if (connectorLabels != 0) {
+            uniteLabels(rect, connector->pLabelList());
+        }
+    }
 }
 
 int QxDNode::getBoundingRectWithSubObjects(QxRect& rect, int labels, int connectors,
@@ -237,7 +350,11 @@ void QxDNode::reportEdges(Moment moment, QxGeometricUpdateInfo* own,
 }
 
 void QxDNode::emptyTopology() {
-    Change::run(*this, [&] { QxGNode::emptyTopology(); });
+    Change::run(*this, [&] {
+        discardAllNodeLabels();
+        discardAllConnectors();
+        QxGNode::emptyTopology();
+    });
 }
 
 void QxDNode::actBeforeRemove(QxGeometricUpdateInfo* own, QxGeometricUpdateInfo* intergraph,

@@ -7,15 +7,20 @@
 #include "qx/drawing/QxDrawingFlags.h"
 #include "qx/drawing/QxGNode.h"
 #include "qx/drawing/QxGraphObjectStatusEnum.h"
+#include "qx/drawing/QxLabelOwnerOf.h"
 #include "qx/foundation/geometry/QxDirectionEnum.h"
 
+class QxConnectorManager;
 class QxFactory;
+class QxPerMil;
 class QxShape;
 class QxShapeResource;
 
 namespace qx::internal {
 class Coverage;
 struct IndexSlot;
+template <class T>
+class Ref;
 enum class Moment : unsigned char;
 }  // namespace qx::internal
 
@@ -24,7 +29,7 @@ enum class Moment : unsigned char;
 /// Coordinates and the coordinate flag are those of QxGNode. Sizes below 0 count as 0. Every full
 /// change updates the graph bounds and fires a drawing change event; the raw operations (`nt...`)
 /// fire, too, but leave the bounds to their caller.
-class QX_API QxDNode : public QxGNode {
+class QX_API QxDNode : public QxGNode, public QxLabelOwnerOf<QxDNode, QxNodeLabel> {
 public:
     /// Only the owner is used.
     QxDNode(QxOwnedObject* owner, int type, QxFactory* factory);
@@ -34,16 +39,23 @@ public:
 
     /// @name What every graph object answers
     /// @{
+    int userFieldsInUse() const override;
+    void nullUserFields() override;
+    int internalUserFieldsInUse() const override;
+    void nullInternalUserFields() override;
     std::size_t sizeOf() const override;
     int checkInvariants() const override;
     int levelNumber() const override;
-    /// Removes what the node contains; its incident edges stay.
+    /// Discards what the node contains, its labels and connectors; its incident edges stay.
     void emptyTopology() override;
     void internalDuplicateTopology(QxNode* source) override;
     void innerDebugOutput(int depth) const override;
+    /// Describes all connectors in their order.
+    virtual void debugOutputConnectors(int depth) const;
     void actOnDiscard() override;
-    /// Takes over place, size and clipping of `source`, and with `deep` nonzero its shape; without,
-    /// the node shows the default shape afterwards. Nothing happens for null and the node itself.
+    /// Takes over place, size and clipping of `source`, and with `deep` nonzero its shape and
+    /// copies of its labels and connectors in place of its own; without, the node shows the default
+    /// shape afterwards. Nothing happens for null and the node itself.
     void copyNode(const QxNode* source, int deep) override;
     QxDNode* cloneObject() const { return static_cast<QxDNode*>(vCloneObject()); }
     QxDNode* cloneAttributes() const { return static_cast<QxDNode*>(vCloneAttributes()); }
@@ -134,7 +146,8 @@ public:
     void discardShapeResource();
     /// Told of the shape that pChangeShape is about to give the node; does nothing.
     void actBeforeChangeShape(const QxShape* shape);
-    /// Told that pChangeShape gave the node its shape, outside of reading; does nothing.
+    /// Told that pChangeShape gave the node its shape, outside of reading: discards the calculated
+    /// connectors.
     void actAfterChangeShape();
     /// @}
 
@@ -151,6 +164,8 @@ public:
     /// The side of the bounding rectangle that is closest to a point in owner-graph coordinates;
     /// QxSideNone for a node without an owner graph.
     QxSideEnum closestSide(const QxPoint& point) const;
+    /// The same for the center of a connector; QxSideNone for null, too.
+    QxSideEnum closestSide(const QxConnector* connector) const;
     /// Projects the point, in owner-graph coordinates, onto the outline from its closest side;
     /// returns the direction used, 4 (and no change) for a point outside both ranges of the node.
     QxDirectionEnum computeProjection(QxPoint& point) const;
@@ -162,14 +177,36 @@ public:
     /// Moves an offset from the center that lies on a side of the bounding rectangle onto the
     /// outline; per-mil of the half extents or constant. Other offsets stay.
     void computeProjectionAtShapeBorder(std::int32_t& x, std::int32_t& y, int perMil) const;
+    /// Where the edge, running straight in the routing direction of the connector at this node, to
+    /// the next bend or its far end, leaves `shape` placed here (null: the bounding rectangle), in
+    /// anchor coordinates; where it never does, the middle of the side in that direction. 1, or 0
+    /// and no change for a connector without a direction and for an invisible node.
+    int findProjection(QxDEdge* edge, const QxConnector* connector, QxPoint& point,
+                       const QxShape* shape) const;
     /// Pushes a point out of the node in a direction, by at least the larger extent. In anchor
     /// coordinates of an invisible node the point stays.
     void moveOutside(QxPoint& point, QxDirectionEnum direction, int inOwnGraph) const;
     /// @}
 
+    /// @name Labels (drawing/labels/QxDNodeLabels.cpp); see QxLabelOwnerOf
+    /// @{
+    virtual void debugOutputLabels(int depth) const;
+    /// Discard the labels of the node, and of its connectors, too.
+    void discardAllLabels();
+    void discardAllNodeLabels();
+    void discardAllConnectorLabels();
+    /// Whether any of its connectors has a label.
+    int hasConnectorLabels() const;
+    /// Stacks those of the labels that are this node's, in the order of the list, in the middle of
+    /// the node's inner rectangle, as one change.
+    void centerLabels(const QxNodeLabelDList* labels);
+    /// Gives the node the place and size at which its inner rectangle holds its labels (`all` 0:
+    /// the first), which stay where they are. Nothing happens without labels.
+    void resizeToLabels(int all);
+    /// @}
+
     /// @name Extents with what hangs on the node
-    /// The flags ask for the node labels, the connectors and their labels. Nodes carry none of
-    /// these yet, so that the extent is the bounding rectangle.
+    /// The flags ask for the node labels, the specified connectors and their labels.
     /// @{
 
     /// In owner-graph coordinates.
@@ -180,6 +217,68 @@ public:
                                       int inOwnGraph) const;
     /// The same with the connectors only.
     int getBoundingRectWithConnectors(QxRect& rect, int inOwnGraph) const;
+    /// @}
+
+    /// @name Connectors (drawing/connectors/QxDNodeConnectors.cpp)
+    /// Places where edges end, in the order of insertion. Specified ones are made by clients,
+    /// calculated ones for the ends of edges; see QxConnector.
+    /// @{
+
+    /// A new specified connector at that place of the node: thousandths of its half extents plus an
+    /// offset, in the asked-for coordinates. `type` is passed to the factory. Fires
+    /// ConnectorInserted. Null when the factory makes none, and when a listener has taken it away
+    /// again.
+    QxConnector* addConnector(std::int16_t perMilX, std::int16_t perMilY, std::int32_t offsetX,
+                              std::int32_t offsetY, int inOwnGraph, int type) {
+        return vAddConnector(perMilX, perMilY, offsetX, offsetY, inOwnGraph, type);
+    }
+    /// A new calculated connector, for the end of an edge; fires nothing.
+    QxConnector* ntAddConnector(std::int16_t perMilX, std::int16_t perMilY, std::int32_t offsetX,
+                                std::int32_t offsetY);
+    /// Takes over a connector that no node owns; returns it. Null, and no change, for null and for
+    /// a connector of a node or of another factory.
+    QxConnector* insertConnector(QxConnector* connector) { return vInsertConnector(connector); }
+    /// Unassigns the edges at a connector and detaches it; the caller owns what is returned. Fires
+    /// ConnectorRemoved. Null for a connector of another node. O(its edges).
+    QxConnector* removeConnector(QxConnector* connector) { return vRemoveConnector(connector); }
+    /// The same, and destroys it; fires ConnectorDiscarded instead. 1, or 0 when it is not this
+    /// node's.
+    int discardConnector(QxConnector* connector) { return vDiscardConnector(connector); }
+    /// The integer has no meaning to the library.
+    void discardAllConnectors(int unused = 0);
+    void discardAllCalculatedConnectors();
+    /// Counted, not searched: the specified connectors, and all.
+    int hasConnectors() const { return numberOfConnectors() != 0 ? 1 : 0; }
+    std::int32_t numberOfConnectors() const;
+    int hasInternalConnectors() const { return numberOfAllConnectors() != 0 ? 1 : 0; }
+    std::int32_t numberOfAllConnectors() const;
+    /// Clears the list, then lists the specified connectors.
+    void buildConnectorList(QxConnectorDList* list) const;
+    /// All connectors; made on first use, owned by the node. The query answers null before.
+    QxConnectorManager* pConnectorManager();
+    QxConnectorManager* pQueryConnectorManager() const {
+        return pQueryExtras() != nullptr ? pQueryMadeManager() : nullptr;
+    }
+    /// The copy that the connector's scratch field names; without one a new copy of its attributes,
+    /// which the field then names. Null for null.
+    QxConnector* getClonedConnector(QxConnector* connector) const;
+    /// Express the place of a connector of this node as a proportion of its extent, but for the
+    /// rest that rounding leaves; as an offset from its center alone.
+    void convertConnectorToPerMilOffset(QxConnector* connector);
+    void convertConnectorToConstantOffset(QxConnector* connector);
+    /// Lets the calculated connectors, and edges, follow a resize from these rectangles: the one
+    /// before the move that the resize is part of, and the one before the resize. Nothing happens
+    /// on a node with a copy linked to it.
+    void actOnUpdateConnectors(const QxRect& rectAtStart, const QxRect& rectBefore);
+    /// Scales the offsets of calculated connectors that edges of the node's own graph use, as the
+    /// half extents on their side have been; one that would round to 0 stays. Nothing happens while
+    /// a file is being read.
+    void updateCalculatedConnectorsOnResize(const QxRect& rectAtStart, const QxRect& rectBefore,
+                                            const QxRect& rectNow);
+    /// Re-places the calculated connector at one end of the edge after a change of shape: for an
+    /// edge along the axes, under control of a layout, onto the outline; outside such control the
+    /// edge loses its connectors at both ends.
+    void setConnectorOnChangeShape(const QxShape* shape, QxDEdge* edge, int isTarget);
     /// @}
 
     /// @name State
@@ -235,8 +334,23 @@ protected:
     void vActAfterGeometryChanges(QxGeometricUpdateInfo* own,
                                   QxGeometricUpdateInfo* intergraph) override;
     void vMoveTo(const QxPoint& center) override;
+    /// The steps behind the label operations.
+    virtual QxNodeLabel* vAddLabel(const wchar_t* name, int flag);
+    virtual QxNodeLabel* vInsertLabel(QxNodeLabel* label);
+    virtual int vDiscardLabel(QxNodeLabel* label);
+    virtual QxNodeLabel* vRemoveLabel(QxNodeLabel* label);
+    virtual QxConnector* vAddConnector(std::int16_t perMilX, std::int16_t perMilY,
+                                       std::int32_t offsetX, std::int32_t offsetY, int inOwnGraph,
+                                       int type);
+    virtual QxConnector* vInsertConnector(QxConnector* connector);
+    virtual int vDiscardConnector(QxConnector* connector);
+    virtual QxConnector* vRemoveConnector(QxConnector* connector);
     virtual void vResize(const QxSize& size);
     virtual void vResizeAdjustConnectors(const QxSize& size);
+    /// A new connector of the node's factory, that no node owns yet.
+    virtual QxConnector* vNewConnector(int type);
+    /// A new label of the node's factory, in no list yet; null without a factory.
+    virtual QxNodeLabel* vNewLabel(int flag);
     virtual void actOnResize(const QxSize& oldSize);
     void actOnChangeOwner(QxOwnedObject* owner, int valid) override;
     QxObject* vCloneObject() const override;
@@ -244,13 +358,28 @@ protected:
 
 private:
     friend class QxDGraph;
+    friend class QxLabelOwnerOf<QxDNode, QxNodeLabel>;
     friend class qx::internal::Coverage;
     friend struct qx::internal::IndexSlot;
 
+    const qx::internal::Ref<QxLabelManager>* pQueryLabelSlot() const;
+    qx::internal::Ref<QxLabelManager>& labelSlot();
     /// Moves, then resizes the node, by the raw steps.
     void place(const QxPoint& center, const QxSize& size);
     /// Gives the node its rectangle, and tells the graph's extents and the incident edges.
     void placeRect(const QxRect& rect);
+    /// @name Connectors
+    /// @{
+    QxConnector* insertNewConnector(QxConnector* connector, const QxPerMil& perMil,
+                                    const QxSize& offset);
+    QxConnectorManager* pQueryMadeManager() const;
+    bool ownsConnector(const QxConnector* connector) const;
+    void placeConnector(QxConnector& connector, const QxPerMil& perMil, const QxSize& offset);
+    void duplicateConnectorsOf(const QxDNode& source);
+    /// Discards all without running steps that a subclass may have overridden.
+    void releaseConnectors();
+    void actOnChangeShape(const QxShape* shape);
+    /// @}
     void report(qx::internal::Moment moment, QxGeometricUpdateInfo* own,
                 QxGeometricUpdateInfo* intergraph, int labels, int connectorLabels, int connectors,
                 int edges) const;

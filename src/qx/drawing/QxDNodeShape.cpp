@@ -8,21 +8,16 @@
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxDNode.h"
-#include "qx/drawing/QxFactory.h"
 #include "qx/drawing/bounds/internal/Change.h"
 #include "qx/drawing/internal/CloneLinks.h"
+#include "qx/drawing/internal/ShapeResourceDBOf.h"
 #include "qx/events/internal/FireDrawingChange.h"
-#include "qx/foundation/geometry/QxShapeResourceDB.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 
 using qx::internal::each;
+using qx::internal::shapeResourceDBOf;
 
 namespace {
-
-QxShapeResourceDB* shapeResourceDBOf(const QxDNode& node) {
-    auto* factory = static_cast<QxFactory*>(node.pUnverifiedFactory());
-    return factory != nullptr ? factory->pShapeResourceDB() : nullptr;
-}
 
 bool isReading(const QxDNode& node) {
     const QxDGraphManager* manager = qx::internal::managerOf(node);
@@ -103,7 +98,7 @@ const QxShape* QxDNode::pShape(const QxShape* shape, int quietly) {
     }
     qx::internal::Change::run(*this, [&] {
         giveShape(shape);
-        unmarkIncidentEdges();
+        actOnChangeShape(shape);
     });
     qx::internal::fireDrawingChange(*this, NodeShapeChanged, [&] {
         return new QxDrawingChangeEventData(this, pShape(), m_shapeResource);
@@ -127,7 +122,9 @@ const QxShape* QxDNode::pChangeShape(const QxShape* shape, int hooks) {
 
 void QxDNode::actBeforeChangeShape(const QxShape*) {}
 
-void QxDNode::actAfterChangeShape() {}
+void QxDNode::actAfterChangeShape() {
+    discardAllCalculatedConnectors();
+}
 
 void QxDNode::unmarkIncidentEdges() {
     for (const QxEdgeDList* list : {pInEdgeList(), pOutEdgeList()}) {

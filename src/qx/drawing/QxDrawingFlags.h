@@ -44,6 +44,15 @@ inline constexpr std::uint32_t EdgeMeta = 0x20000;
 inline constexpr std::uint32_t EdgeOrthogonal = 0x40000;
 inline constexpr std::uint32_t EdgeIsTracked = 0x100000;   ///< extents or index hold its segments
 inline constexpr std::uint32_t EdgePathImplied = 0x80000;  ///< straight, its segment not made yet
+inline constexpr std::uint32_t EdgeHasLabels = 0x10000000;
+
+// Connectors, which are never left out while something is rearranged.
+inline constexpr std::uint32_t ConnectorRescaled = 0x8;  ///< calculated, a resize scaled its offset
+inline constexpr std::uint32_t ConnectorSpecified = 0x10;
+inline constexpr std::uint32_t ConnectorHasDirection = 0x20;
+inline constexpr std::uint32_t ConnectorDirectionLow = 0x40;
+inline constexpr std::uint32_t ConnectorDirectionHigh = 0x80;
+inline constexpr std::uint32_t ConnectorInDiscard = 0x100;
 
 // Drawing graphs.
 inline constexpr std::uint32_t GraphNodeLabels = 0x800;  ///< the low of two bits, for each kind
@@ -53,6 +62,12 @@ inline constexpr std::uint32_t GraphNeedsBounds = 0x20000;
 inline constexpr std::uint32_t GraphBoundsInitialized = 0x40000;
 inline constexpr std::uint32_t GraphOrthogonal = 0x80000;
 
+// Labels.
+inline constexpr std::uint32_t LabelMovesWithOwner = 0x10;
+inline constexpr std::uint32_t LabelPinned = 0x20;  ///< an edge's label that stays where it is
+inline constexpr std::uint32_t LabelNamed = 0x40;   ///< has a text, perhaps an empty one
+inline constexpr std::uint32_t LabelGoing = 0x80;   ///< on its way out: LabelRemoved is not told
+
 // Drawing graph managers.
 inline constexpr std::uint32_t ManagerReading = 0x10;
 inline constexpr std::uint32_t ManagerUpdatingAffected = 0x800;
@@ -61,17 +76,6 @@ inline constexpr std::uint32_t ManagerCompressMetaEdges = 0x2000;
 inline constexpr std::uint32_t ManagerReplaceReflexive = 0x4000;
 inline constexpr std::uint32_t ManagerIgnoreConnectors = 0x8000;
 inline constexpr std::uint32_t ManagerStoreClones = 0x10000;
-
-// Connectors, which are never left out while something is rearranged.
-inline constexpr std::uint32_t ConnectorRescaled = 0x8;    ///< a resize has rescaled its offset
-inline constexpr std::uint32_t ConnectorSpecified = 0x10;  ///< made by a client, not calculated
-inline constexpr std::uint32_t ConnectorHasRoutingDirection = 0x20;
-inline constexpr std::uint32_t ConnectorFirstDirectionBit = 0x40;
-inline constexpr std::uint32_t ConnectorSecondDirectionBit = 0x80;
-inline constexpr std::uint32_t ConnectorInDiscard = 0x100;
-
-// Labels.
-inline constexpr std::uint32_t LabelMovesWithOwner = 0x10;
 
 // The bits of each kind of object, those of the layers below included: none means two things.
 
@@ -95,19 +99,35 @@ static_assert(areDisjoint({EveryObject, TemporarilyInvisible, PathObject, NodeFo
 static_assert(areDisjoint({EveryObject, TemporarilyInvisible, PathObject, BendVisible,
                            BendNewVisible}));
 // Drawing edges.
-static_assert(areDisjoint({EveryObject, TemporarilyInvisible, PathObject, EdgeConnected,
-                           EdgeDeactivated, EdgeBeingInserted, EdgeFromConnectorValid,
-                           EdgeToConnectorValid, EdgeHasVisiblePart, EdgeVisiblePartUpdated,
-                           EdgePartiallyUpdated, EdgeClipSource, EdgeClipTarget, EdgeMulti,
-                           EdgeMeta, EdgeOrthogonal, EdgePathImplied, EdgeIsTracked, Status}));
+static_assert(areDisjoint({EveryObject,
+                           TemporarilyInvisible,
+                           PathObject,
+                           EdgeConnected,
+                           EdgeDeactivated,
+                           EdgeBeingInserted,
+                           EdgeFromConnectorValid,
+                           EdgeToConnectorValid,
+                           EdgeHasVisiblePart,
+                           EdgeVisiblePartUpdated,
+                           EdgePartiallyUpdated,
+                           EdgeClipSource,
+                           EdgeClipTarget,
+                           EdgeMulti,
+                           EdgeMeta,
+                           EdgeOrthogonal,
+                           EdgePathImplied,
+                           EdgeIsTracked,
+                           EdgeHasLabels,
+                           Status}));
 // Segments.
 static_assert(areDisjoint({EveryObject, TemporarilyInvisible, PathObject, EdgeConnected,
                            EdgeDeactivated, EdgeBeingInserted, SegmentVisible, SegmentNewVisible}));
 // Connectors.
 static_assert(areDisjoint({EveryObject, ConnectorRescaled, ConnectorSpecified,
-                           ConnectorHasRoutingDirection, ConnectorFirstDirectionBit,
-                           ConnectorSecondDirectionBit, ConnectorInDiscard}));
+                           ConnectorHasDirection, ConnectorDirectionLow, ConnectorDirectionHigh,
+                           ConnectorInDiscard}));
 // Labels.
-static_assert(areDisjoint({EveryObject, TemporarilyInvisible, LabelMovesWithOwner}));
+static_assert(areDisjoint({EveryObject, TemporarilyInvisible, LabelMovesWithOwner, LabelPinned,
+                           LabelNamed, LabelGoing}));
 
 }  // namespace qx::flags

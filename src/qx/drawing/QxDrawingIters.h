@@ -3,6 +3,8 @@
 
 #pragma once
 
+#include "qx/drawing/QxConnector.h"
+#include "qx/drawing/QxConnectorManager.h"
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDGraphManager.h"
@@ -128,6 +130,24 @@ class QX_API QxDGraphIter
                            QxOwnerListIter<QxDGraphManager, &QxDGraphManager::pGraphList>> {
 public:
     using QxGraphIterOf::QxGraphIterOf;
+};
+
+/// The specified connectors of a node.
+class QX_API QxConnectorIter
+    : public QxConnectorIterOf<
+          QxConnector,
+          QxFilteredIter<QxConnector, QxOwnerListIter<QxDNode, &QxDNode::pQueryConnectorManager>,
+                         static_cast<int (QxConnector::*)() const>(&QxConnector::specified)>> {
+public:
+    using QxConnectorIterOf::QxConnectorIterOf;
+};
+
+/// All connectors of a node, the calculated ones, too.
+class QX_API QxInternalConnectorIter
+    : public QxConnectorIterOf<QxConnector,
+                               QxOwnerListIter<QxDNode, &QxDNode::pQueryConnectorManager>> {
+public:
+    using QxConnectorIterOf::QxConnectorIterOf;
 };
 
 namespace qx::internal {

@@ -3,10 +3,12 @@
 
 // What event data answer with drawing classes: events know only the graph layer.
 
+#include "qx/drawing/QxConnector.h"
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxDNode.h"
+#include "qx/drawing/QxLabel.h"
 #include "qx/events/QxComplexityChangeEventData.h"
 #include "qx/events/QxDrawingChangeEventData.h"
 #include "qx/foundation/graph/internal/ObjectOfKind.h"
@@ -27,6 +29,34 @@ QxDGraph* QxDrawingChangeEventData::pSourceGraph() const {
 
 QxDGraphManager* QxDrawingChangeEventData::pSourceGraphManager() const {
     return objectOfKind<QxDGraphManager>(pSourceObject(), &QxGraphObject::isGraphManager);
+}
+
+QxLabel* QxDrawingChangeEventData::pSourceLabel() const {
+    return objectOfKind<QxLabel>(pSourceObject(), &QxGraphObject::isLabel);
+}
+
+QxConnector* QxDrawingChangeEventData::pSourceConnector() const {
+    return objectOfKind<QxConnector>(pSourceObject(), &QxGraphObject::isConnector);
+}
+
+QxConnector* QxDrawingChangeEventData::pOldOwnerConnector() const {
+    return objectOfKind<QxConnector>(pOldOwner(), &QxGraphObject::isConnector);
+}
+
+QxConnector* QxDrawingChangeEventData::pNewOwnerConnector() const {
+    return objectOfKind<QxConnector>(pNewOwner(), &QxGraphObject::isConnector);
+}
+
+QxConnector* QxDrawingChangeEventData::pOldEndConnector() const {
+    return isOfType(EdgeConnectorChanged)
+               ? objectOfKind<QxConnector>(pOldObject(), &QxGraphObject::isConnector)
+               : nullptr;
+}
+
+QxConnector* QxDrawingChangeEventData::pNewEndConnector() const {
+    return isOfType(EdgeConnectorChanged)
+               ? objectOfKind<QxConnector>(pNewObject(), &QxGraphObject::isConnector)
+               : nullptr;
 }
 
 QxDGraph* QxDrawingChangeEventData::pOldOwnerGraph() const {

@@ -3,10 +3,15 @@
 
 #include "qx/drawing/QxFactory.h"
 
+#include "qx/drawing/QxConnector.h"
+#include "qx/drawing/QxConnectorLabel.h"
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxDNode.h"
+#include "qx/drawing/QxEdgeLabel.h"
+#include "qx/drawing/QxGraphLabel.h"
+#include "qx/drawing/QxNodeLabel.h"
 #include "qx/drawing/QxPEdge.h"
 #include "qx/drawing/QxPNode.h"
 #include "qx/events/QxDEventManager.h"
@@ -62,6 +67,26 @@ QxPNode* QxFactory::vNewPNode(QxOwnedObject* owner) {
 
 QxPEdge* QxFactory::vNewPEdge(QxOwnedObject* owner) {
     return new QxPEdge(owner);
+}
+
+QxGraphLabel* QxFactory::vNewGraphLabel(QxOwnedObject* owner, int) {
+    return new QxGraphLabel(owner);
+}
+
+QxNodeLabel* QxFactory::vNewNodeLabel(QxOwnedObject* owner, int) {
+    return new QxNodeLabel(owner);
+}
+
+QxConnectorLabel* QxFactory::vNewConnectorLabel(QxOwnedObject* owner, int) {
+    return new QxConnectorLabel(owner);
+}
+
+QxEdgeLabel* QxFactory::vNewEdgeLabel(QxOwnedObject* owner, int) {
+    return new QxEdgeLabel(owner);
+}
+
+QxConnector* QxFactory::vNewConnector(QxOwnedObject* owner, int type) {
+    return new QxConnector(owner, type, this);
 }
 
 QxDGraph* QxFactory::vNewInterDGraph(QxOwnedObject* owner, int type) {

@@ -43,8 +43,23 @@ public:
     }
     QxDNode* qxNewDNode(QxOwnedObject* owner, int type) { return vNewDNode(owner, type); }
     QxDEdge* qxNewDEdge(QxOwnedObject* owner, int type) { return vNewDEdge(owner, type); }
+    QxGraphLabel* qxNewGraphLabel(QxOwnedObject* owner, int type) {
+        return vNewGraphLabel(owner, type);
+    }
+    QxNodeLabel* qxNewNodeLabel(QxOwnedObject* owner, int type) {
+        return vNewNodeLabel(owner, type);
+    }
+    QxConnectorLabel* qxNewConnectorLabel(QxOwnedObject* owner, int type) {
+        return vNewConnectorLabel(owner, type);
+    }
+    QxEdgeLabel* qxNewEdgeLabel(QxOwnedObject* owner, int type) {
+        return vNewEdgeLabel(owner, type);
+    }
     QxPNode* qxNewPNode(QxOwnedObject* owner) { return vNewPNode(owner); }
     QxPEdge* qxNewPEdge(QxOwnedObject* owner) { return vNewPEdge(owner); }
+    QxConnector* qxNewConnector(QxOwnedObject* owner, int type) {
+        return vNewConnector(owner, type);
+    }
     /// @}
 
     /// The database of shapes; owned by the factory.
@@ -92,6 +107,11 @@ protected:
     virtual QxDEdge* vNewDEdge(QxOwnedObject* owner, int type);
     virtual QxPNode* vNewPNode(QxOwnedObject* owner);
     virtual QxPEdge* vNewPEdge(QxOwnedObject* owner);
+    virtual QxGraphLabel* vNewGraphLabel(QxOwnedObject* owner, int type);
+    virtual QxNodeLabel* vNewNodeLabel(QxOwnedObject* owner, int type);
+    virtual QxConnectorLabel* vNewConnectorLabel(QxOwnedObject* owner, int type);
+    virtual QxEdgeLabel* vNewEdgeLabel(QxOwnedObject* owner, int type);
+    virtual QxConnector* vNewConnector(QxOwnedObject* owner, int type);
     virtual QxDGraph* vNewInterDGraph(QxOwnedObject* owner, int type);
     virtual QxShapeResourceDB* vpShapeResourceDB();
     QxEventManager* vNewEventManager() override;

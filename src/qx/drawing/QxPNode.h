@@ -88,7 +88,8 @@ private:
     friend class qx::internal::Coverage;
     friend struct qx::internal::IndexSlot;
 
-    void report(qx::internal::Moment moment, QxGeometricUpdateInfo* info, int recurse);
+    void report(qx::internal::Moment moment, QxGeometricUpdateInfo* info, int recurse,
+                int labels = 0);
 
     QxDEdge* m_ownerEdge = nullptr;
     std::int32_t m_x = 0;

@@ -10,18 +10,22 @@
 #include "qx/foundation/geometry/QxRect.h"
 #include "qx/foundation/util/QxSingleEventData.h"
 
+class QxConnector;
 class QxDEdge;
 class QxDGraph;
 class QxDGraphManager;
 class QxDNode;
 class QxGNode;
 class QxGraphObject;
+class QxLabel;
 class QxShape;
 
 /// What has changed, and its values before and after. Which fields are meaningful depends on the
 /// type; accessors answer null, or a default value, for the others.
 ///
-/// Bounds are in the coordinates of the graph that the source belongs to. Pointers name objects of
+/// Bounds are in the coordinates of the graph that the source belongs to; those of a label are in
+/// the coordinates of the anchor graph, as the label is seen there (while it is not visible, they
+/// are its offset and size). Pointers name objects of
 /// the drawing, which are not owned.
 class QX_API QxDrawingChangeEventData : public QxSingleEventData {
 public:
@@ -61,6 +65,8 @@ public:
     QxDEdge* pSourceEdge() const;
     QxDGraph* pSourceGraph() const;
     QxDGraphManager* pSourceGraphManager() const;
+    QxLabel* pSourceLabel() const;
+    QxConnector* pSourceConnector() const;
     /// @}
 
     /// @name Moves and resizes
@@ -87,6 +93,7 @@ public:
     QxDGraph* pOldOwnerGraph() const;
     QxDNode* pOldOwnerNode() const;
     QxDEdge* pOldOwnerEdge() const;
+    QxConnector* pOldOwnerConnector() const;
     /// @}
 
     /// @name Insertions: the new owner, when it is of that kind
@@ -94,8 +101,12 @@ public:
     QxDGraph* pNewOwnerGraph() const;
     QxDNode* pNewOwnerNode() const;
     QxDEdge* pNewOwnerEdge() const;
+    QxConnector* pNewOwnerConnector() const;
     /// @}
 
+    /// The connectors of the end before and after EdgeConnectorChanged.
+    QxConnector* pOldEndConnector() const;
+    QxConnector* pNewEndConnector() const;
     /// The anchor graphs before and after AnchorGraphChanged.
     QxDGraph* pOldAnchorGraph() const;
     QxDGraph* pNewAnchorGraph() const;

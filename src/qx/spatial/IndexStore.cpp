@@ -3,9 +3,13 @@
 
 #include "qx/spatial/internal/IndexStore.h"
 
+#include "qx/drawing/QxConnector.h"
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDNode.h"
+#include "qx/drawing/QxDrawingIters.h"
+#include "qx/drawing/QxEdgeLabel.h"
+#include "qx/drawing/QxNodeLabel.h"
 #include "qx/drawing/QxPathIter.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 
@@ -21,16 +25,32 @@ std::uint64_t payloadOf(const QxGraphObject& object) {
     return reinterpret_cast<std::uintptr_t>(&object);
 }
 
+template <class Owner, class Act>
+void eachLabel(const Owner& owner, const Act& act) {
+    if (const QxDList* labels = owner.pLabelList()) {
+        for (QxLabel* label : each<QxLabel>(*labels)) {
+            act(*label, *indexKindOf(*label));
+        }
+    }
+}
+
 }  // namespace
 
 template <class Act>
 void IndexStore::eachObject(const Act& act) const {
     for (QxDNode* node : each<QxDNode>(*m_graph.pNodeList())) {
         act(*node, IndexKind::Node);
+        eachLabel(*node, act);
+        for (QxInternalConnectorIter connector(node); connector; ++connector) {
+            act(*connector.pConnector(), IndexKind::Connector);
+            eachLabel(*connector.pConnector(), act);
+        }
     }
+    eachLabel(m_graph, act);
     for (const QxEdgeDList* list :
          {m_graph.pEdgeList(), m_graph.pDisconnectedEdgeList(), m_graph.pDeactivatedEdgeList()}) {
         for (QxDEdge* edge : each<QxDEdge>(*list)) {
+            eachLabel(*edge, act);
             if ((edge->flagWord() & flags::EdgePathImplied) != 0) {
                 act(*edge, IndexKind::PathEdge);
                 continue;

@@ -3,12 +3,16 @@
 
 #include "qx/spatial/internal/IndexUpkeep.h"
 
+#include "qx/drawing/QxConnector.h"
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDNode.h"
+#include "qx/drawing/QxEdgeLabel.h"
+#include "qx/drawing/QxNodeLabel.h"
 #include "qx/drawing/QxPEdge.h"
 #include "qx/drawing/QxPNode.h"
 #include "qx/drawing/QxPathIter.h"
+#include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/spatial/internal/IndexStore.h"
 
 namespace qx::internal {
@@ -23,20 +27,60 @@ QxQTree* treeOf(const QxDGraph* graph) {
 
 template <class Object>
 void IndexUpkeep::tell(Object& object, IndexKind kind) {
-    if (QxQTree* tree = treeOf(object.pOwnerGraph())) {
+    if (QxQTree* tree = treeOf(indexGraphOf(object, kind))) {
         tree->m_store->changed(object, kind, tree->follows());
     }
 }
 
 template <class Object>
 void IndexUpkeep::tellEnded(Object& object, IndexKind kind) {
-    if (QxQTree* tree = treeOf(object.pOwnerGraph())) {
+    if (QxQTree* tree = treeOf(indexGraphOf(object, kind))) {
         tree->m_store->ended(object, kind);
     }
 }
 
+template <class Owner>
+void IndexUpkeep::tellLabels(Owner& owner) {
+    if (const auto* labels = owner.pLabelList()) {
+        for (QxLabel* label : each<QxLabel>(*labels)) {
+            changed(*label);
+        }
+    }
+}
+
+template <class Owner>
+void IndexUpkeep::tellLabelsEnded(Owner& owner) {
+    if (const auto* labels = owner.pLabelList()) {
+        for (QxLabel* label : each<QxLabel>(*labels)) {
+            ended(*label);
+        }
+    }
+}
+
 void IndexUpkeep::changed(QxDNode& node) {
-    tell(node, IndexKind::Node);
+    if (treeOf(node.pOwnerGraph()) != nullptr) {
+        tell(node, IndexKind::Node);
+        tellLabels(node);
+    }
+}
+
+void IndexUpkeep::changed(QxConnector& connector) {
+    if (treeOf(connector.pGraph()) != nullptr) {
+        tell(connector, IndexKind::Connector);
+        tellLabels(connector);
+    }
+}
+
+void IndexUpkeep::changed(QxLabel& label) {
+    if (treeOf(label.pGraph()) != nullptr) {
+        tell(label, *indexKindOf(label));
+    }
+}
+
+void IndexUpkeep::labelsChanged(QxDEdge& edge) {
+    if (treeOf(edge.pOwnerGraph()) != nullptr) {
+        tellLabels(edge);
+    }
 }
 
 void IndexUpkeep::changed(QxPNode& bend) {
@@ -90,6 +134,16 @@ void IndexUpkeep::countChanged(QxDEdge& edge) {
 
 void IndexUpkeep::ended(QxDNode& node) {
     tellEnded(node, IndexKind::Node);
+    tellLabelsEnded(node);
+}
+
+void IndexUpkeep::ended(QxConnector& connector) {
+    tellEnded(connector, IndexKind::Connector);
+    tellLabelsEnded(connector);
+}
+
+void IndexUpkeep::ended(QxLabel& label) {
+    tellEnded(label, *indexKindOf(label));
 }
 
 void IndexUpkeep::ended(QxPNode& bend) {
@@ -101,6 +155,11 @@ void IndexUpkeep::ended(QxPEdge& segment) {
 }
 
 void IndexUpkeep::ended(QxDEdge& edge) {
+    tellEnded(edge, IndexKind::PathEdge);
+    tellLabelsEnded(edge);
+}
+
+void IndexUpkeep::impliedSegmentEnded(QxDEdge& edge) {
     tellEnded(edge, IndexKind::PathEdge);
 }
 

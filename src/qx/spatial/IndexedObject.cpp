@@ -3,9 +3,11 @@
 
 #include "qx/spatial/internal/IndexedObject.h"
 
+#include "qx/drawing/QxConnector.h"
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDNode.h"
+#include "qx/drawing/QxLabel.h"
 #include "qx/drawing/QxPEdge.h"
 #include "qx/drawing/QxPNode.h"
 
@@ -34,6 +36,15 @@ std::optional<IndexKind> indexKindOf(const QxGraphObject& object) {
     if (object.isNode() != 0) {
         return object.isPathNode() != 0 ? IndexKind::PathNode : IndexKind::Node;
     }
+    if (object.isConnector() != 0) {
+        return IndexKind::Connector;
+    }
+    if (object.isLabel() != 0) {
+        return object.isNodeLabel() != 0        ? IndexKind::NodeLabel
+               : object.isEdgeLabel() != 0      ? IndexKind::EdgeLabel
+               : object.isConnectorLabel() != 0 ? IndexKind::ConnectorLabel
+                                                : IndexKind::GraphLabel;
+    }
     if (object.isEdge() != 0) {
         const bool stands =
             object.isPathEdge() != 0 || (object.flagWord() & flags::EdgePathImplied) != 0;
@@ -53,8 +64,22 @@ bool countsInIndex(const QxGraphObject& object, IndexKind kind) {
             const auto& bend = static_cast<const QxPNode&>(object);
             return isActive(bend.pOwnerEdge()) && bend.degree() > 0;
         }
+        case IndexKind::EdgeLabel: {
+            const auto& label = static_cast<const QxLabel&>(object);
+            return label.ownerValid() != 0 && isActive(label.pOwnerEdge());
+        }
+        case IndexKind::Connector: {
+            const auto& connector = static_cast<const QxConnector&>(object);
+            return connector.specified() != 0 && connector.pGraph() != nullptr;
+        }
+        case IndexKind::ConnectorLabel: {
+            const auto& label = static_cast<const QxLabel&>(object);
+            const QxConnector* connector = label.pOwnerConnector();
+            return label.ownerValid() != 0 && connector != nullptr &&
+                   countsInIndex(*connector, IndexKind::Connector);
+        }
         default:
-            return indexGraphOf(object, kind) != nullptr;
+            return object.ownerValid() != 0 && indexGraphOf(object, kind) != nullptr;
     }
 }
 
@@ -78,8 +103,12 @@ QuadShape indexShapeOf(const QxGraphObject& object, IndexKind kind) {
         case IndexKind::Node:
             static_cast<const QxGNode&>(object).getUserBoundingRect(rect, 1);
             return boxOf(rect);
+        case IndexKind::Connector:
+            static_cast<const QxConnector&>(object).getUserBoundingRect(rect, 1);
+            return boxOf(rect);
         default:
-            return {};
+            static_cast<const QxLabel&>(object).getUserBoundingRect(rect, 1);
+            return boxOf(rect);
     }
 }
 
@@ -104,6 +133,12 @@ bool showsIn(const QxGraphObject& object, IndexKind kind, const QxRect& rect) {
         return isSeen(edge) && (!isMade || static_cast<const QxPEdge&>(object).isUsable() != 0) &&
                static_cast<const QxGEdge&>(object).ntIntersectsRect(&rect, 1) != 0;
     }
+    if (kind == IndexKind::EdgeLabel) {
+        const QxDEdge* edge = static_cast<const QxLabel&>(object).pOwnerEdge();
+        if (edge == nullptr || (edge->intergraphEdge() != 0 && edge->isVisible() == 0)) {
+            return false;
+        }
+    }
     return indexShapeOf(object, kind).box.meets(region);
 }
 
@@ -114,7 +149,13 @@ QxGraphObject* reportedObject(QxGraphObject* object, IndexKind kind) {
     return object;
 }
 
-QxDGraph* indexGraphOf(const QxGraphObject& object, IndexKind) {
+QxDGraph* indexGraphOf(const QxGraphObject& object, IndexKind kind) {
+    if (kind == IndexKind::Connector) {
+        return static_cast<const QxConnector&>(object).pGraph();
+    }
+    if (kind != IndexKind::Node && kind != IndexKind::PathNode && kind != IndexKind::PathEdge) {
+        return static_cast<const QxLabel&>(object).pGraph();
+    }
     // Nodes, edges and what is on their paths are members of the graph or have its owner.
     return static_cast<QxDGraph*>(static_cast<const QxGraphMember&>(object).pOwnerGraph());
 }
@@ -154,6 +195,12 @@ std::int32_t& IndexSlot::of(QxGraphObject& object, IndexKind kind) {
     }
     if (kind == IndexKind::PathNode) {
         return static_cast<QxPNode&>(object).m_indexSlot;
+    }
+    if (kind == IndexKind::Connector) {
+        return static_cast<QxConnector&>(object).m_indexSlot;
+    }
+    if (kind != IndexKind::PathEdge) {
+        return static_cast<QxLabel&>(object).m_indexSlot;
     }
     return (object.flagWord() & flags::PathObject) != 0 ? static_cast<QxPEdge&>(object).m_indexSlot
                                                         : static_cast<QxDEdge&>(object).m_indexSlot;

@@ -7,6 +7,7 @@
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxDNode.h"
+#include "qx/drawing/QxLabelIters.h"
 #include "qx/drawing/QxPEdge.h"
 #include "qx/drawing/QxPNode.h"
 #include "qx/drawing/QxPathIter.h"
@@ -14,6 +15,28 @@
 #include "qx/spatial/QxQTree.h"
 
 using qx::internal::each;
+
+namespace {
+
+/// Whether one of the labels has a point in common with the region; those of an edge between graphs
+/// only while the edge is visible.
+template <class Labels>
+bool overlapsAny(Labels labels, const QxRect& region) {
+    for (const QxLabel* label : labels) {
+        const QxDEdge* edge = label->pOwnerEdge();
+        if (edge != nullptr && edge->intergraphEdge() != 0 && edge->isVisible() == 0) {
+            continue;
+        }
+        QxRect rect;
+        label->ntBoundingRect(rect);
+        if (rect.intersectsRect(region) != 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
+}  // namespace
 
 int QxDGraph::overlaps(const QxRect& rect, int nodes, int pathNodes, int pathEdges, int nodeLabels,
                        int connectorLabels, int edgeLabels, int graphLabels, int inOwnGraph) const {
@@ -27,9 +50,17 @@ int QxDGraph::overlaps(const QxRect& rect, int nodes, int pathNodes, int pathEdg
     }
     if (canUseQuadTree() != 0) {
         return m_quadTree->overlaps(&region, nodes, pathNodes, pathEdges, nodeLabels,
-                                    connectorLabels, edgeLabels, 0, 0);
+                                    connectorLabels, edgeLabels, graphLabels, 0);
     }
-    return overlapsFromGraphLists(region, nodes, pathNodes, pathEdges);
+    if (overlapsFromGraphLists(region, nodes, pathNodes, pathEdges) != 0) {
+        return 1;
+    }
+    return (nodeLabels != 0 && overlapsAny(QxAllNodeLabelIter(this), region)) ||
+                   (connectorLabels != 0 && overlapsAny(QxAllConnectorLabelIter(this), region)) ||
+                   (edgeLabels != 0 && overlapsAny(QxAllEdgeLabelIter(this), region)) ||
+                   (graphLabels != 0 && overlapsAny(QxGraphLabelIter(this), region))
+               ? 1
+               : 0;
 }
 
 int QxDGraph::overlapsIntergraphEdges(const QxRect& rect, int pathNodes, int pathEdges,

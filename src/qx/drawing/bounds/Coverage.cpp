@@ -3,23 +3,53 @@
 
 #include "qx/drawing/bounds/internal/Coverage.h"
 
+#include "qx/drawing/QxConnector.h"
+#include "qx/drawing/QxConnectorManager.h"
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDNode.h"
+#include "qx/drawing/QxEdgeLabel.h"
 #include "qx/drawing/QxPNode.h"
 #include "qx/drawing/QxPathIter.h"
 #include "qx/drawing/bounds/internal/ExtentTree.h"
+#include "qx/drawing/internal/Extras.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/spatial/internal/IndexUpkeep.h"
 
 namespace qx::internal {
 
+namespace {
+
+template <class Act>
+void eachConnectorOf(const QxDNode& node, const Act& act) {
+    if (const QxConnectorManager* connectors = node.pQueryConnectorManager()) {
+        for (QxConnector* connector : each<QxConnector>(*connectors)) {
+            act(*connector);
+        }
+    }
+}
+
+}  // namespace
+
 void Coverage::changed(QxDNode& node) {
     if (QxDGraph* graph = node.pOwnerGraph()) {
         QxRect rect;
-        node.ntBoundingRectWithSubObjects(rect, 1, 1, 1);
+        node.ntBoundingRectWithSubObjects(rect, 1, 0, 0);
         graph->extents().set(node.m_extentSlot, rect);
         IndexUpkeep::changed(node);
+        eachConnectorOf(node, [](QxConnector& connector) { changed(connector); });
+    }
+}
+
+void Coverage::changed(QxConnector& connector) {
+    QxDGraph* graph = connector.specified() != 0 ? connector.pGraph() : nullptr;
+    if (graph != nullptr) {
+        QxRect rect;
+        connector.getBoundingRectWithSubObjects(rect, 1);
+        graph->extents().set(connector.m_extentSlot, rect);
+        IndexUpkeep::changed(connector);
+    } else {
+        ended(connector);
     }
 }
 
@@ -45,15 +75,15 @@ void Coverage::changed(QxDEdge& edge) {
 
 void Coverage::placeEnds(QxDEdge& edge) {
     const QxDGraph* graph = edge.pOwnerGraph();
-    const bool isBetween = graph != nullptr && graph->isIntergraph() != 0;
-    if (isBetween && counts(edge)) {
+    const bool hasEnds = edge.intergraphEdge() != 0 || edge.hasCalculatedConnector();
+    if (hasEnds && counts(edge)) {
         QxRect rect;
         edge.ntBoundingRect(rect, 0);
         graph->extents().set(edge.m_extentSlot, rect);
-    } else if (edge.m_extentSlot != ExtentTree::NoSlot) {
-        graph->extents().clear(edge.m_extentSlot);
+    } else {
+        endsEnded(edge);
     }
-    const bool isTracked = isBetween || (graph != nullptr && graph->pQuadTree() != nullptr);
+    const bool isTracked = hasEnds || (graph != nullptr && graph->pQuadTree() != nullptr);
     edge.setFlag(flags::EdgeIsTracked, isTracked ? 1 : 0);
 }
 
@@ -63,6 +93,75 @@ void Coverage::countChanged(QxDEdge& edge) {
         changed(*part.pNode());
     }
     IndexUpkeep::countChanged(edge);
+    labelsChanged(edge);
+}
+
+void Coverage::changed(QxLabel& label) {
+    if (QxDNode* node = label.pOwnerNode()) {
+        labelsChanged(*node);
+    } else if (QxDEdge* edge = label.pOwnerEdge()) {
+        labelsChanged(*edge);
+    } else if (QxConnector* connector = label.pOwnerConnector()) {
+        labelsChanged(*connector);
+    }
+    IndexUpkeep::changed(label);
+}
+
+void Coverage::labelsChanged(QxDNode& node) {
+    changed(node);
+}
+
+void Coverage::labelsChanged(QxConnector& connector) {
+    changed(connector);
+}
+
+void Coverage::labelsChanged(QxDEdge& edge) {
+    QxLabelManager* labels = edge.pQueryLabelManager();
+    if (labels == nullptr || labels->m_labels.isEmpty() != 0 || !counts(edge)) {
+        labelsEnded(edge);
+    } else if (labels->m_outdatedCell.isLinked() == 0) {
+        edge.pOwnerGraph()->graphExtras().outdatedLabelEdges.appendCell(&labels->m_outdatedCell);
+    }
+    IndexUpkeep::labelsChanged(edge);
+}
+
+void Coverage::refreshLabels(const QxDGraph& graph) {
+    auto* extras = static_cast<GraphExtras*>(graph.pQueryExtras());
+    QxDList* outdated = extras != nullptr ? &extras->outdatedLabelEdges : nullptr;
+    while (outdated != nullptr && outdated->isEmpty() == 0) {
+        auto& edge = *static_cast<QxDEdge*>(outdated->pFirstObject());
+        if (!counts(edge)) {
+            labelsEnded(edge);  // it has ceased to show, and nobody has said so
+            continue;
+        }
+        edge.refreshVisiblePart();  // which would list the edge again
+        outdated->removeCell(outdated->pFirstCell());
+        for (QxLabel* label : each<QxLabel>(*edge.pLabelList())) {
+            QxRect rect;
+            label->ntBoundingRect(rect);
+            graph.extents().set(label->m_extentSlot, rect);
+        }
+    }
+}
+
+void Coverage::ended(QxLabel& label) {
+    if (label.m_extentSlot != ExtentTree::NoSlot) {
+        label.pGraph()->extents().clear(label.m_extentSlot);
+    }
+    IndexUpkeep::ended(label);
+}
+
+void Coverage::labelsEnded(QxDEdge& edge) {
+    QxLabelManager* labels = edge.pQueryLabelManager();
+    if (labels == nullptr) {
+        return;
+    }
+    if (labels->m_outdatedCell.isLinked() != 0) {
+        edge.pOwnerGraph()->graphExtras().outdatedLabelEdges.removeCell(&labels->m_outdatedCell);
+    }
+    for (QxLabel* label : each<QxLabel>(labels->m_labels)) {
+        ended(*label);
+    }
 }
 
 void Coverage::ownerChanged(QxDNode& node) {
@@ -85,7 +184,15 @@ void Coverage::ended(QxDNode& node) {
     if (node.m_extentSlot != ExtentTree::NoSlot) {
         node.pOwnerGraph()->extents().clear(node.m_extentSlot);
         IndexUpkeep::ended(node);
+        eachConnectorOf(node, [](QxConnector& connector) { ended(connector); });
     }
+}
+
+void Coverage::ended(QxConnector& connector) {
+    if (connector.m_extentSlot != ExtentTree::NoSlot) {
+        connector.pGraph()->extents().clear(connector.m_extentSlot);
+    }
+    IndexUpkeep::ended(connector);
 }
 
 void Coverage::ended(QxPNode& bend) {
@@ -96,17 +203,22 @@ void Coverage::ended(QxPNode& bend) {
 }
 
 void Coverage::impliedSegmentEnds(QxDEdge& edge) {
-    IndexUpkeep::ended(edge);
+    IndexUpkeep::impliedSegmentEnded(edge);
 }
 
 void Coverage::ended(QxPEdge& segment) {
     IndexUpkeep::ended(segment);
 }
 
-void Coverage::ended(QxDEdge& edge) {
+void Coverage::endsEnded(QxDEdge& edge) {
     if (edge.m_extentSlot != ExtentTree::NoSlot) {
         edge.pOwnerGraph()->extents().clear(edge.m_extentSlot);
     }
+}
+
+void Coverage::ended(QxDEdge& edge) {
+    endsEnded(edge);
+    labelsEnded(edge);
     IndexUpkeep::ended(edge);
 }
 

@@ -14,6 +14,7 @@
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/bounds/internal/Coverage.h"
 #include "qx/drawing/bounds/internal/ExtentTree.h"
+#include "qx/drawing/internal/Extras.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/util/internal/Ref.h"
@@ -98,6 +99,7 @@ int QxDGraph::calculateEdgeBoundsWithoutLabels(QxRect& rect) const {
 }
 
 int QxDGraph::calculateGraphBounds(QxRect& rect) const {
+    qx::internal::Coverage::refreshLabels(*this);
     return m_extents->unite(rect) ? 1 : 0;
 }
 
@@ -107,8 +109,20 @@ int QxDGraph::calculateAndReturnGraphBounds(QxRect& rect) const {
 }
 
 int QxDGraph::calculateGraphBoundsWithoutEdgeLabels(QxRect& rect) const {
-    // Edge labels do not exist: what they would add is not there.
-    return calculateAndReturnGraphBounds(rect);
+    const auto* extras = pQueryGraphExtras();
+    if (extras == nullptr || extras->edgeLabels == 0) {
+        return calculateAndReturnGraphBounds(rect);
+    }
+    rect = QxRect();
+    Union all(rect);
+    QxRect part;
+    if (calculateNodeBoundsWithLabelsAndConnectors(part) != 0) {
+        all.add(part);
+    }
+    if (calculateEdgeBoundsWithoutLabels(part) != 0) {
+        all.add(part);
+    }
+    return all.any();
 }
 
 void QxDGraph::calculateGraphBounds(int fit) {

@@ -172,6 +172,9 @@ void QxDGraph::ntMarginBoundingRect(QxRect& rect) const {
     ntBoundingRectWithIntergraphEdges(rect);
     const std::int32_t width = rect.width();
     const std::int32_t height = rect.height();
+    if (QxRect labels; calculateGraphLabelBounds(labels) != 0) {
+        rect |= labels;
+    }
     rect.setCorners(qx::saturatingSub(rect.left(), m_leftMargin.spacing(width)),
                     qx::saturatingSub(rect.bottom(), m_bottomMargin.spacing(height)),
                     qx::saturatingAdd(rect.right(), m_rightMargin.spacing(width)),

@@ -92,7 +92,19 @@ void QxDNode::vResize(const QxSize& size) {
     if (graph == nullptr || graph->fileReadRunning() == 0) {
         originalSize(usableSize(size));
     }
-    QxDNode::internalResize(size);
+    const QxSize newSize = usableSize(size);
+    if (newSize == iSize()) {
+        return;
+    }
+    const QxRect oldRect = m_rect;
+    placeRect(shiftedRect(iCenter(), newSize));
+    if (graph == nullptr || graph->fileReadRunning() == 0) {
+        const QxRect* atStart = pRectBeforeMove();
+        const QxRect* before = pRectBeforeMoveForSelfLoops();
+        actOnUpdateConnectors(atStart != nullptr ? *atStart : oldRect,
+                              before != nullptr ? *before : oldRect);
+    }
+    fireBoundsChange(*this, NodeResized, oldRect);
 }
 
 void QxDNode::vResizeAdjustConnectors(const QxSize& size) {

@@ -153,7 +153,7 @@ bool QxDEdge::showsBetweenEnds() const {
 bool QxDEdge::showsWhole() const {
     const QxDNode* source = pSourceNode();
     const QxDNode* target = pTargetNode();
-    if (source == nullptr || target == nullptr || !liesWithinItsEnds()) {
+    if (source == nullptr || target == nullptr || hasConnectors() || !liesWithinItsEnds()) {
         return false;
     }
     const QxRect& a = *source->pIRect();
@@ -168,6 +168,7 @@ template <class Walk>
 void QxDEdge::markVisiblePart(std::uint32_t segmentBits, std::uint32_t bendBits) {
     invalidateEndPoints();
     setFlag(qx::flags::EdgeVisiblePartUpdated, 1);
+    tellOfLabels();
     if (isPathImplied()) {
         const bool shows = showsWhole() || showsStraight(isClippedAt(true), isClippedAt(false));
         setFlag(qx::flags::EdgeHasVisiblePart, shows ? 1 : 0);
@@ -217,6 +218,7 @@ void QxDEdge::refreshVisiblePart() const {
 
 void QxDEdge::reportVisiblePart(Moment moment, QxGeometricUpdateInfo* info) {
     const Moment gone = goneAt(moment);
+    tellOfLabels();
     for (auto it = madeParts(); it; ++it) {
         QxPEdge* segment = it.pEdge();
         const int sawSegment = segment->hasFlag(qx::flags::SegmentVisible);
@@ -279,12 +281,14 @@ int QxDEdge::hasVisiblePart(int value) {
     refreshVisiblePart();  // or the next reader would
     invalidateEndPoints();
     setFlag(qx::flags::EdgeHasVisiblePart, value);
+    tellOfLabels();
     return value;
 }
 
 int QxDEdge::isUpdatedVisiblePart(int value) {
     invalidateEndPoints();
     setFlag(qx::flags::EdgeVisiblePartUpdated, value);
+    tellOfLabels();
     return value;
 }
 

@@ -3,13 +3,22 @@
 
 // Where points and segments lie relative to the outline of a drawing node.
 
+#include <algorithm>
+
+#include "qx/drawing/QxConnector.h"
+#include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDNode.h"
+#include "qx/drawing/QxPEdge.h"
 #include "qx/drawing/clipping/internal/EdgeEnd.h"
 #include "qx/drawing/internal/AskedCoordinates.h"
+#include "qx/foundation/geometry/internal/Travel.h"
 
+using qx::internal::ontoSide;
+using qx::internal::opposite;
 using qx::internal::outlineOf;
 using qx::internal::PlacedOutline;
+using qx::internal::travelled;
 
 int QxDNode::within(const QxPoint& point, int inOwnGraph) const {
     QxPoint own = point;
@@ -29,6 +38,40 @@ int QxDNode::intersectsSegment(QxPoint& from, const QxPoint& to, int inOwnGraph)
 
 QxSideEnum QxDNode::closestSide(const QxPoint& point) const {
     return pOwnerGraph() != nullptr ? m_rect.closestSide(point) : QxSideNone;
+}
+
+QxSideEnum QxDNode::closestSide(const QxConnector* connector) const {
+    return connector != nullptr ? closestSide(connector->ntCenter()) : QxSideNone;
+}
+
+int QxDNode::findProjection(QxDEdge* edge, const QxConnector* connector, QxPoint& point,
+                            const QxShape* shape) const {
+    QxRect rect;
+    if (edge == nullptr || connector == nullptr || connector->hasRoutingDirection() == 0 ||
+        getBoundingRect(rect, 0) == 0) {
+        return 0;
+    }
+    const QxDirectionEnum direction = connector->routingDirection();
+    QxPoint next;
+    if (connector == edge->pInternalTargetConnector()) {
+        edge->pTargetOrPathEdge()->getSourcePoint(next, 0);
+    } else {
+        edge->pSourceOrPathEdge()->getTargetPoint(next, 0);
+    }
+    // From the next point straight back, to well behind the node: what is met first is where the
+    // edge leaves.
+    const QxPoint behind = travelled(ontoSide(rect, next, direction), opposite(direction),
+                                     std::max(rect.width(), rect.height()));
+    if (shape != nullptr &&
+        shape->intersectsSegment(point, next, behind, rect.center(), rect.size()) != 0) {
+        return 1;
+    }
+    QxPoint crossing = next;
+    QxPoint end = behind;
+    point = rect.intersectsSegment(crossing, end) != 0
+                ? crossing
+                : ontoSide(rect, rect.center(), opposite(direction));
+    return 1;
 }
 
 QxDirectionEnum QxDNode::computeProjection(QxPoint& point) const {

@@ -29,10 +29,20 @@ inline void fromAnchor(const QxDGraph& graph, QxRect& rect) {
     graph.inverseExpandedTransformRect(rect);
 }
 
+/// The graph that an object lies in: a label tells it as its graph, all others as their owner.
+template <class Object>
+QxDGraph* graphOf(const Object& object) {
+    if constexpr (requires { object.pGraph(); }) {
+        return object.pGraph();
+    } else {
+        return object.pOwnerGraph();
+    }
+}
+
 /// Whether the object has coordinates of the asked-for kind.
 template <class Object>
 int hasAsked(const Object& object, int inOwnGraph) {
-    return inOwnGraph != 0 || (object.pOwnerGraph() != nullptr && object.isVisible() != 0) ? 1 : 0;
+    return inOwnGraph != 0 || (graphOf(object) != nullptr && object.isVisible() != 0) ? 1 : 0;
 }
 
 /// From the coordinates of the object's graph into the asked-for ones.
@@ -42,7 +52,7 @@ int toAsked(const Object& object, Value& value, int inOwnGraph) {
         return 0;
     }
     if (inOwnGraph == 0) {
-        toAnchor(*object.pOwnerGraph(), value);
+        toAnchor(*graphOf(object), value);
     }
     return 1;
 }
@@ -54,7 +64,7 @@ int fromAsked(const Object& object, Value& value, int inOwnGraph) {
         return 0;
     }
     if (inOwnGraph == 0) {
-        fromAnchor(*object.pOwnerGraph(), value);
+        fromAnchor(*graphOf(object), value);
     }
     return 1;
 }

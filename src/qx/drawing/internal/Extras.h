@@ -4,10 +4,16 @@
 #pragma once
 
 #include <memory>
+#include <vector>
 
+#include "qx/drawing/QxConnectorManager.h"
 #include "qx/drawing/QxDrawingDLists.h"
+#include "qx/drawing/QxLabelInfoEdgeMoved.h"
+#include "qx/drawing/QxLabelManager.h"
+#include "qx/foundation/geometry/QxPoint.h"
 #include "qx/foundation/geometry/QxRect.h"
 #include "qx/foundation/graph/internal/GraphObjectExtras.h"
+#include "qx/foundation/util/internal/Ref.h"
 
 class QxGeometricUpdateInfo;
 
@@ -17,33 +23,81 @@ namespace qx::internal {
 struct NodeExtras : GraphObjectExtras {
     std::unique_ptr<const QxRect> rectBeforeMove;
     std::unique_ptr<const QxRect> rectBeforeMoveForSelfLoops;
+    std::unique_ptr<QxConnectorManager> connectors;
     QxDNode* clone = nullptr;
+    Ref<QxLabelManager> labels;
 
     bool isIdle() const override {
         return GraphObjectExtras::isIdle() && !rectBeforeMove && !rectBeforeMoveForSelfLoops &&
-               clone == nullptr;
+               !connectors && clone == nullptr && !labels;
     }
+};
+
+/// What few connectors use.
+struct ConnectorExtras : GraphObjectExtras {
+    std::unique_ptr<const QxRect> rectBeforeMove;
+    Ref<QxLabelManager> labels;
+
+    bool isIdle() const override {
+        return GraphObjectExtras::isIdle() && !rectBeforeMove && !labels;
+    }
+};
+
+/// The connector that an end of an edge is assigned to, and the number of the end there.
+struct ConnectorUse {
+    QxConnector* connector = nullptr;
+    std::size_t number = 0;
 };
 
 /// What few edges use.
 struct EdgeExtras : GraphObjectExtras {
     QxDEdge* clone = nullptr;
+    Ref<QxLabelManager> labels;
+    ConnectorUse atSource;
+    ConnectorUse atTarget;
     /// The path objects of the edge in the order in which they came, by their own cells: whatever
     /// is joined to what, the edge knows what it owns.
     QxDList parts;
 
     bool isIdle() const override {
-        return GraphObjectExtras::isIdle() && clone == nullptr && parts.isEmpty() != 0;
+        return GraphObjectExtras::isIdle() && clone == nullptr && !labels &&
+               atSource.connector == nullptr && atTarget.connector == nullptr &&
+               parts.isEmpty() != 0;
     }
 };
 
-/// What graphs use during longer changes only.
+/// What few graphs use, or all during longer changes only.
 struct GraphExtras : GraphObjectExtras {
     QxDGraph* clone = nullptr;
     QxGeometricUpdateInfo* updateInfo = nullptr;
     QxDEdgeDList affectedEdges;
+    Ref<QxLabelManager> labels;
+    /// How many labels its nodes, its connected edges and its nodes' connectors have.
+    std::int32_t nodeLabels = 0;
+    std::int32_t edgeLabels = 0;
+    std::int32_t connectorLabels = 0;
+    /// The edges whose labels may cover something else than the extents say.
+    QxDList outdatedLabelEdges;
 
     /// The list of affected edges is handed out.
+    bool isIdle() const override { return false; }
+};
+
+/// What few labels use.
+struct LabelExtras : GraphObjectExtras {
+    struct Place {
+        QxPoint center;
+        std::int16_t proportionX;
+        std::int16_t proportionY;
+        QxPoint offset;
+    };
+    QxLabel* clone = nullptr;
+    std::unique_ptr<Place> storedPlace;
+    /// Where a pinned label of an edge stays.
+    QxPoint pinnedAt;
+    /// What is to be known once the edge has moved.
+    std::vector<Ref<QxLabelInfoEdgeMoved>> moves;
+
     bool isIdle() const override { return false; }
 };
 

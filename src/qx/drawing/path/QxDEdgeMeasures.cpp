@@ -8,7 +8,11 @@
 
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
+#include "qx/drawing/QxEdgeLabel.h"
 #include "qx/drawing/QxPathIter.h"
+#include "qx/foundation/graph/internal/EachObject.h"
+
+using qx::internal::each;
 
 std::int64_t QxDEdge::pathLength() const {
     refreshVisiblePart();
@@ -78,17 +82,35 @@ void QxDEdge::pointOnEdge(QxPoint* point, std::int16_t perMil) const {
         QxGEdge::pointOnEdge(point, static_cast<std::int16_t>(local));
         return;
     }
-    const QxPEdge* segment = m_sourcePathEdge;
-    std::int64_t length = 0;
+    const PathSpot spot = spotAtDistance(wanted);
+    const std::int64_t local = spot.length > 0 ? spot.along * 1000 / spot.length : 0;
+    spot.segment->pointOnEdge(point, static_cast<std::int16_t>(local));
+}
+
+QxDEdge::PathSpot QxDEdge::spotAtDistance(std::int64_t distance) const {
+    PathSpot spot{m_sourcePathEdge, 0, 0};
     std::int64_t sum = 0;
-    for (auto it = madeParts(); it && sum < wanted; ++it) {
-        segment = it.pEdge();
-        length = segment->ntEdgeLength();
-        sum += length;
+    for (auto it = madeParts(); it && sum < distance; ++it) {
+        spot.segment = it.pEdge();
+        spot.length = spot.segment->ntEdgeLength();
+        sum += spot.length;
     }
-    const std::int64_t offset = sum < wanted ? 0 : length - (sum - wanted);
-    const std::int64_t localPerMil = length > 0 ? offset * 1000 / length : 0;
-    segment->pointOnEdge(point, static_cast<std::int16_t>(localPerMil));
+    spot.along = sum < distance ? 0 : spot.length - (sum - distance);
+    return spot;
+}
+
+QxPEdge* QxDEdge::pPathEdgeAtDistance(std::int32_t distance) const {
+    refreshVisiblePart();
+    pSourceOrPathEdge();
+    return spotAtDistance(distance).segment;
+}
+
+std::int16_t QxDEdge::perMilOnSegmentAt(std::int16_t perMil) const {
+    if (perMil < 0 || perMil > 1000 || isPathImplied()) {
+        return perMil;
+    }
+    const PathSpot spot = spotAtDistance(pathLength() * perMil / 1000);
+    return static_cast<std::int16_t>(spot.length > 0 ? spot.along * 1000 / spot.length : 0);
 }
 
 int QxDEdge::ntIntersectsRect(const QxRect* rect, int clipped) const {
@@ -119,21 +141,39 @@ void QxDEdge::ntBoundingRectWithPathNodes(QxRect& rect) const {
 
 void QxDEdge::ntBoundingRectWithPathNodesAndLabels(QxRect& rect) const {
     ntBoundingRectWithPathNodes(rect);
+    if (pLabelList() == nullptr) {
+        return;
+    }
+    for (const QxEdgeLabel* label : each<QxEdgeLabel>(*pLabelList())) {
+        QxRect one;
+        label->ntBoundingRect(one);
+        rect.updateBounds(&one);
+    }
 }
 
-int QxDEdge::getBoundingRectWithPathNodes(QxRect& rect, int inOwnGraph) const {
-    if (inOwnGraph == 0 && isVisible() == 0) {
+namespace {
+
+/// The rectangle of an edge in the asked-for coordinates.
+int toAskedRect(const QxDEdge& edge, QxRect& rect, int inOwnGraph,
+                void (QxDEdge::*read)(QxRect&) const) {
+    if (inOwnGraph == 0 && edge.isVisible() == 0) {
         return 0;
     }
-    ntBoundingRectWithPathNodes(rect);
-    if (const QxDGraph* graph = inOwnGraph == 0 ? pOwnerGraph() : nullptr) {
+    (edge.*read)(rect);
+    if (const QxDGraph* graph = inOwnGraph == 0 ? edge.pOwnerGraph() : nullptr) {
         graph->expandedTransformRect(rect);
     }
     return 1;
 }
 
+}  // namespace
+
+int QxDEdge::getBoundingRectWithPathNodes(QxRect& rect, int inOwnGraph) const {
+    return toAskedRect(*this, rect, inOwnGraph, &QxDEdge::ntBoundingRectWithPathNodes);
+}
+
 int QxDEdge::getBoundingRectWithPathNodesAndLabels(QxRect& rect, int inOwnGraph) const {
-    return getBoundingRectWithPathNodes(rect, inOwnGraph);
+    return toAskedRect(*this, rect, inOwnGraph, &QxDEdge::ntBoundingRectWithPathNodesAndLabels);
 }
 
 int QxDEdge::getUserBoundingRect(QxRect& rect, int inOwnGraph) const {

@@ -15,6 +15,7 @@
 #include "qx/drawing/QxPathIter.h"
 #include "qx/drawing/bounds/internal/Coverage.h"
 #include "qx/drawing/internal/Extras.h"
+#include "qx/drawing/labels/internal/LabelPresence.h"
 #include "qx/drawing/path/internal/Bend.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/util/QxDebugStream.h"
@@ -23,6 +24,7 @@
 using qx::internal::Coverage;
 using qx::internal::EdgeExtras;
 using qx::internal::isBend;
+using qx::internal::LabelPresence;
 using qx::internal::Ref;
 using qx::internal::Snapshot;
 
@@ -116,6 +118,7 @@ void QxDEdge::connectPath() {
     }
     actOnEndObjectChange();
     Coverage::countChanged(*this);
+    LabelPresence::changed(*this);
 }
 
 void QxDEdge::disconnectPath() {
@@ -124,6 +127,7 @@ void QxDEdge::disconnectPath() {
     }
     actOnEndObjectChange();
     Coverage::countChanged(*this);
+    LabelPresence::changed(*this);
 }
 
 void QxDEdge::destroyPath() {
@@ -320,8 +324,11 @@ bool QxDEdge::followsEdge(const QxGraphMember& part) const {
 
 void QxDEdge::actOnChangeOwner(QxOwnedObject* owner, int valid) {
     Coverage::ended(*this);
+    LabelPresence::ended(*this);
     QxGEdge::actOnChangeOwner(owner, valid);
+    LabelPresence::changed(*this);
     Coverage::changed(*this);
+    Coverage::labelsChanged(*this);
     for (QxGraphMember* part : Snapshot<QxGraphMember>(pParts())) {
         giveOwner(*part);
     }

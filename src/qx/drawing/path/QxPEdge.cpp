@@ -253,6 +253,9 @@ int QxPEdge::inVisiblePart() const {
 int QxPEdge::inVisiblePart(int value) {
     inVisiblePart();  // or the next reader would bring it up to date
     setFlag(qx::flags::SegmentVisible, value);
+    if (QxDEdge* edge = pOwnerEdge()) {
+        edge->tellOfLabels();
+    }
     return value;
 }
 

@@ -142,6 +142,9 @@ int QxPNode::inVisiblePart() const {
 int QxPNode::inVisiblePart(int value) {
     inVisiblePart();  // or the next reader would bring it up to date
     setFlag(qx::flags::BendVisible, value);
+    if (QxDEdge* edge = pOwnerEdge()) {
+        edge->tellOfLabels();
+    }
     return value;
 }
 
@@ -156,7 +159,7 @@ void QxPNode::actOnChangeOwner(QxOwnedObject* owner, int valid) {
     Coverage::changed(*this);
 }
 
-void QxPNode::report(Moment moment, QxGeometricUpdateInfo* info, int recurse) {
+void QxPNode::report(Moment moment, QxGeometricUpdateInfo* info, int recurse, int labels) {
     const QxDEdge* edge = pOwnerEdge();
     if (edge == nullptr || !edge->reportsTo(info)) {
         return;
@@ -164,6 +167,9 @@ void QxPNode::report(Moment moment, QxGeometricUpdateInfo* info, int recurse) {
     // Whether the bend is drawn may not be known at the moment. One that is not lies within a node,
     // so that reporting it does no harm.
     qx::internal::collect(*info, moment, *this, QxRect(m_x, m_y, m_x, m_y));
+    if (labels != 0) {
+        edge->reportLabels(moment, info);
+    }
     if (recurse != 0) {
         for (QxEdge* segment : {pFirstInEdge(), pFirstOutEdge()}) {
             if (segment != nullptr) {
@@ -173,20 +179,20 @@ void QxPNode::report(Moment moment, QxGeometricUpdateInfo* info, int recurse) {
     }
 }
 
-void QxPNode::actAfterInsert(QxGeometricUpdateInfo* info, int recurse, int) {
-    report(Moment::AfterInsert, info, recurse);
+void QxPNode::actAfterInsert(QxGeometricUpdateInfo* info, int recurse, int labels) {
+    report(Moment::AfterInsert, info, recurse, labels);
 }
 
-void QxPNode::actBeforeRemove(QxGeometricUpdateInfo* info, int recurse, int) {
-    report(Moment::BeforeRemove, info, recurse);
+void QxPNode::actBeforeRemove(QxGeometricUpdateInfo* info, int recurse, int labels) {
+    report(Moment::BeforeRemove, info, recurse, labels);
 }
 
-void QxPNode::actBeforeGeometryChanges(QxGeometricUpdateInfo* info, int recurse, int) {
-    report(Moment::BeforeChange, info, recurse);
+void QxPNode::actBeforeGeometryChanges(QxGeometricUpdateInfo* info, int recurse, int labels) {
+    report(Moment::BeforeChange, info, recurse, labels);
 }
 
-void QxPNode::actAfterGeometryChanges(QxGeometricUpdateInfo* info, int recurse, int) {
-    report(Moment::AfterChange, info, recurse);
+void QxPNode::actAfterGeometryChanges(QxGeometricUpdateInfo* info, int recurse, int labels) {
+    report(Moment::AfterChange, info, recurse, labels);
 }
 
 void QxPNode::vActBeforeGeometryChanges(QxGeometricUpdateInfo* own, QxGeometricUpdateInfo*) {

@@ -5,9 +5,11 @@
 
 #include "qx/foundation/util/QxApi.h"
 
+class QxConnector;
 class QxDEdge;
 class QxDGraph;
 class QxDNode;
+class QxLabel;
 class QxPEdge;
 class QxPNode;
 
@@ -19,25 +21,39 @@ enum class IndexKind : unsigned;
 /// one that has not been asked for since it was discarded, each call is a test or two.
 class IndexUpkeep {
 public:
-    /// The object covers something else, or has come to count or ceased to.
+    /// The object covers something else, or has come to count or ceased to; nodes and connectors
+    /// with their labels.
     static void changed(QxDNode& node);
+    static void changed(QxConnector& connector);
+    static void changed(QxLabel& label);
     static void changed(QxPNode& bend);
     static void changed(QxPEdge& segment);
     /// The segments at the ends of the edge.
     static void endsChanged(QxDEdge& edge);
     /// The edge, with all parts of its path.
     static void countChanged(QxDEdge& edge);
-    /// The object leaves its graph, or its path.
+    /// The labels of an edge may have moved.
+    static void labelsChanged(QxDEdge& edge);
+    /// The object leaves its graph, its owner or its path; nodes, connectors and edges with their
+    /// labels.
     static void ended(QxDNode& node);
+    static void ended(QxConnector& connector);
+    static void ended(QxLabel& label);
     static void ended(QxPNode& bend);
     static void ended(QxPEdge& segment);
     static void ended(QxDEdge& edge);
+    /// The segment that a straight edge stood for.
+    static void impliedSegmentEnded(QxDEdge& edge);
 
 private:
     template <class Object>
     static void tell(Object& object, IndexKind kind);
     template <class Object>
     static void tellEnded(Object& object, IndexKind kind);
+    template <class Owner>
+    static void tellLabels(Owner& owner);
+    template <class Owner>
+    static void tellLabelsEnded(Owner& owner);
 };
 
 }  // namespace qx::internal

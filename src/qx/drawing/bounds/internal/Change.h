@@ -6,6 +6,7 @@
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxGNode.h"
 #include "qx/drawing/QxGeometricUpdateInfo.h"
+#include "qx/drawing/internal/AskedCoordinates.h"
 #include "qx/foundation/util/internal/Ref.h"
 
 namespace qx::internal {
@@ -53,7 +54,7 @@ public:
     template <class Object, class Act>
     static void run(Object& object, const Act& act) {
         const Ref alive(object);
-        QxDGraph* const graph = object.pOwnerGraph();
+        QxDGraph* const graph = graphOf(object);
         {
             const Holds holds(graph);
             act();
@@ -95,7 +96,7 @@ private:
     /// rest of the change was made there.
     template <class Object>
     static void settleNewOwner(const Object& object, const QxDGraph* oldGraph) {
-        QxDGraph* const graph = object.pOwnerGraph();
+        QxDGraph* const graph = graphOf(object);
         if (graph != oldGraph && graph != nullptr) {
             const BoundsHold settled(graph);
         }

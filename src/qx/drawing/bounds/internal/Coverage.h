@@ -5,10 +5,12 @@
 
 #include "qx/foundation/util/QxApi.h"
 
+class QxConnector;
 class QxDEdge;
 class QxDGraph;
 class QxDNode;
 class QxPEdge;
+class QxLabel;
 class QxPNode;
 
 namespace qx::internal {
@@ -17,12 +19,20 @@ namespace qx::internal {
 /// an object covers, or whether it counts, ends in changed(). The spatial index of the graph hears
 /// of it through here, too.
 ///
-/// A graph keeps the extents of its nodes and of the bends of its connected edges; straight edges
-/// lie within the rectangles of their nodes. The graph of the edges between graphs, which has no
-/// nodes, keeps those of its visible edges: the ends, and the bends one by one.
+/// A graph keeps the extents of its nodes, of their specified connectors and of the bends of its
+/// connected edges; straight edges lie within the rectangles of their nodes and these connectors.
+/// Of an edge with a calculated connector, which may lie anywhere, it keeps the ends. The graph of
+/// the edges between graphs, which has no nodes, keeps those of its visible edges: the ends, and
+/// the bends one by one.
+///
+/// Labels of nodes count with their nodes, labels of connectors with these. Those of edges have
+/// extents of their own while their edges count, but follow the drawn part of the edge, which is
+/// computed when somebody asks: a change only lists the edge as outdated, and whoever reads the
+/// extents brings the listed ones up to date first, O(their labels). Labels of graphs do not count.
 class Coverage {
 public:
     static void changed(QxDNode& node);
+    static void changed(QxConnector& connector);
     static void changed(QxPNode& bend);
     static void changed(QxPEdge& segment);
     /// The ends of an edge.
@@ -33,19 +43,33 @@ public:
     static void ownerChanged(QxDNode& node);
     /// All edges of the graph of the edges between graphs.
     static void allChanged(QxDGraph& between);
+    /// A label covers something else.
+    static void changed(QxLabel& label);
+    /// The labels of the owner have become more or less, or may have moved.
+    static void labelsChanged(QxDNode& node);
+    static void labelsChanged(QxDEdge& edge);
+    static void labelsChanged(QxConnector& connector);
+    static void labelsChanged(QxDGraph&) {}
+    /// Brings the extents of the labels of edges up to date.
+    static void refreshLabels(const QxDGraph& graph);
     /// The object leaves its graph.
     static void ended(QxDNode& node);
+    static void ended(QxConnector& connector);
     static void ended(QxPNode& bend);
     static void ended(QxPEdge& segment);
     static void ended(QxDEdge& edge);
     /// The segment that a straight edge stood for has been made, or is no more.
     static void impliedSegmentEnds(QxDEdge& edge);
+    /// The label leaves its owner.
+    static void ended(QxLabel& label);
 
     /// Whether the graph's extents hold what the edge covers beyond the rectangles of its nodes.
     static bool counts(const QxDEdge& edge);
 
 private:
     static void placeEnds(QxDEdge& edge);
+    static void endsEnded(QxDEdge& edge);
+    static void labelsEnded(QxDEdge& edge);
 };
 
 }  // namespace qx::internal

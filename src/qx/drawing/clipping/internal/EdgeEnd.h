@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include "qx/drawing/QxConnector.h"
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDNode.h"
@@ -25,7 +26,7 @@ inline bool nodeContains(const QxDNode& node, const QxPoint& point, int inOwnGra
 }
 
 /// The object at one end of an edge: its center is where the path starts or ends, its outline is
-/// where the drawn part is cut off. Here the node; a connector of that end goes before it.
+/// where the drawn part is cut off. The connector of that end, when there is one, else the node.
 ///
 /// Everything is in the coordinates of the edge: those of its graph, and those of the anchor graph
 /// for an edge between graphs.
@@ -33,28 +34,38 @@ class EdgeEnd {
 public:
     EdgeEnd(const QxDEdge& edge, bool atSource)
         : m_node(atSource ? edge.pSourceNode() : edge.pTargetNode()),
+          m_connector(atSource ? edge.pInternalSourceConnector() : edge.pInternalTargetConnector()),
           m_inOwnGraph(edge.intergraphEdge() != 0 ? 0 : 1) {}
 
     explicit operator bool() const { return m_node != nullptr; }
 
     QxPoint center() const {
-        QxPoint center = m_node->pIRect()->center();
+        QxPoint center =
+            m_connector == nullptr ? m_node->pIRect()->center() : m_connector->ntCenter();
         const QxDGraph* graph = m_inOwnGraph == 0 ? m_node->pOwnerGraph() : nullptr;
         if (graph != nullptr) {
             graph->expandedTransformPoint(center);
         }
         return center;
     }
-    bool contains(const QxPoint& point) const { return nodeContains(*m_node, point, m_inOwnGraph); }
+    bool contains(const QxPoint& point) const {
+        return m_connector == nullptr ? nodeContains(*m_node, point, m_inOwnGraph)
+                                      : m_connector->within(point, m_inOwnGraph) != 0;
+    }
     /// Moves `from` to where the way from there to `toward` leaves the object; it stays where it
     /// is when it does not.
     void clip(QxPoint& from, const QxPoint& toward) const {
-        m_node->intersectsSegment(from, toward, m_inOwnGraph);
+        if (m_connector == nullptr) {
+            m_node->intersectsSegment(from, toward, m_inOwnGraph);
+        } else {
+            m_connector->intersectsSegment(from, toward, m_inOwnGraph);
+        }
     }
     bool forcesClipping() const { return m_node->forceClipping() != 0; }
 
 private:
     const QxDNode* m_node;
+    const QxConnector* m_connector;
     int m_inOwnGraph;
 };
 

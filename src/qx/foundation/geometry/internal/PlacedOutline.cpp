@@ -3,42 +3,11 @@
 
 #include "qx/foundation/geometry/internal/PlacedOutline.h"
 
+#include "qx/foundation/geometry/internal/Travel.h"
+
 namespace qx::internal {
 
 namespace {
-
-QxDirectionEnum opposite(int sideOrDirection) {
-    return static_cast<QxDirectionEnum>((sideOrDirection + 2) % 4);
-}
-
-/// The point moved straight onto the line of one side; a direction names the side entered first.
-QxPoint ontoSide(const QxRect& rect, const QxPoint& point, int side) {
-    switch (side) {
-        case QxSideLeft:
-            return {rect.left(), point.y()};
-        case QxSideBottom:
-            return {point.x(), rect.bottom()};
-        case QxSideRight:
-            return {rect.right(), point.y()};
-        default:
-            return {point.x(), rect.top()};
-    }
-}
-
-QxPoint travelled(const QxPoint& point, QxDirectionEnum direction, std::int64_t distance) {
-    switch (direction) {
-        case QxDirectionRight:
-            return {clampToInt32(point.x() + distance), point.y()};
-        case QxDirectionUp:
-            return {point.x(), clampToInt32(point.y() + distance)};
-        case QxDirectionLeft:
-            return {clampToInt32(point.x() - distance), point.y()};
-        case QxDirectionDown:
-            return {point.x(), clampToInt32(point.y() - distance)};
-        default:
-            return point;
-    }
-}
 
 /// What an offset on each side of the rectangle measures.
 QxRect offsetsOfSides(const QxRect& rect, bool isPerMil) {

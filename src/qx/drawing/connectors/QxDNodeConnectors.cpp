@@ -1,0 +1,350 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+// The connectors of a node: insertion, removal, copies, and what a resize or another shape of the
+// node does to them.
+
+#include "qx/drawing/QxConnector.h"
+#include "qx/drawing/QxConnectorManager.h"
+#include "qx/drawing/QxDEdge.h"
+#include "qx/drawing/QxDGraph.h"
+#include "qx/drawing/QxDGraphManager.h"
+#include "qx/drawing/QxDNode.h"
+#include "qx/drawing/QxDrawingIters.h"
+#include "qx/drawing/QxFactory.h"
+#include "qx/drawing/bounds/internal/Change.h"
+#include "qx/drawing/connectors/internal/RoutingDirection.h"
+#include "qx/drawing/internal/AskedCoordinates.h"
+#include "qx/drawing/internal/CloneLinks.h"
+#include "qx/drawing/internal/Extras.h"
+#include "qx/events/internal/FireDrawingChange.h"
+#include "qx/foundation/geometry/QxPerMil.h"
+
+using qx::internal::Change;
+using qx::internal::Ref;
+using qx::internal::Snapshot;
+
+QxConnectorManager* QxDNode::pConnectorManager() {
+    auto& connectors = nodeExtras().connectors;
+    if (!connectors) {
+        connectors = std::make_unique<QxConnectorManager>(this);
+    }
+    return connectors.get();
+}
+
+QxConnectorManager* QxDNode::pQueryMadeManager() const {
+    return pQueryNodeExtras()->connectors.get();
+}
+
+std::int32_t QxDNode::numberOfConnectors() const {
+    const QxConnectorManager* manager = pQueryConnectorManager();
+    return manager != nullptr ? manager->numberOfSpecifiedConnectors() : 0;
+}
+
+std::int32_t QxDNode::numberOfAllConnectors() const {
+    const QxConnectorManager* manager = pQueryConnectorManager();
+    return manager != nullptr ? manager->numberOfConnectors() : 0;
+}
+
+QxConnector* QxDNode::vNewConnector(int type) {
+    auto* factory = static_cast<QxFactory*>(pUnverifiedFactory());
+    return factory != nullptr ? factory->qxNewConnector(factory, type)
+                              : new QxConnector(nullptr, type, nullptr);
+}
+
+QxConnector* QxDNode::vAddConnector(std::int16_t perMilX, std::int16_t perMilY,
+                                    std::int32_t offsetX, std::int32_t offsetY, int inOwnGraph,
+                                    int type) {
+    QxSize offset(offsetX, offsetY);
+    const QxDGraph* graph = inOwnGraph == 0 ? pOwnerGraph() : nullptr;
+    if (graph != nullptr) {
+        graph->inverseExpandedTransformSize(offset);
+    }
+    // Placed first, so that whoever hears of it finds it there.
+    return insertNewConnector(vNewConnector(type), QxPerMil(perMilX, perMilY), offset);
+}
+
+QxConnector* QxDNode::ntAddConnector(std::int16_t perMilX, std::int16_t perMilY,
+                                     std::int32_t offsetX, std::int32_t offsetY) {
+    auto* factory = static_cast<QxFactory*>(pUnverifiedFactory());
+    auto* connector = new QxConnector(factory, 0, factory);
+    connector->specified(0);
+    return insertNewConnector(connector, QxPerMil(perMilX, perMilY), QxSize(offsetX, offsetY));
+}
+
+QxConnector* QxDNode::insertNewConnector(QxConnector* connector, const QxPerMil& perMil,
+                                         const QxSize& offset) {
+    if (connector == nullptr) {
+        return nullptr;
+    }
+    const Ref alive(*connector);
+    connector->vSetPerMil(perMil);
+    connector->vSetOffset(offset);
+    if (vInsertConnector(connector) == nullptr) {
+        connector->vRelease();
+        return nullptr;
+    }
+    return ownsConnector(connector) ? connector : nullptr;
+}
+
+QxConnector* QxDNode::vInsertConnector(QxConnector* connector) {
+    if (connector == nullptr || connector->ownerValid() != 0) {
+        return nullptr;
+    }
+    const QxAFactory* factory = connector->pUnverifiedFactory();
+    if (factory != nullptr && factory != pUnverifiedFactory()) {
+        return nullptr;
+    }
+    const Ref alive(*this);
+    const Ref inserted(*connector);
+    if (pConnectorManager()->insertConnector(this, connector) == nullptr) {
+        return nullptr;
+    }
+    if (connector->specified() != 0) {
+        qx::internal::fireDrawingChange(*this, ConnectorInserted, [&] {
+            return new QxDrawingChangeEventData(connector, nullptr, this);
+        });
+    }
+    return connector;
+}
+
+QxConnector* QxDNode::vRemoveConnector(QxConnector* connector) {
+    if (!ownsConnector(connector)) {
+        return nullptr;
+    }
+    const Ref alive(*this);
+    const Ref removed(*connector);
+    if (pConnectorManager()->removeConnector(this, connector) == nullptr) {
+        return nullptr;
+    }
+    if (connector->specified() != 0 && connector->inDiscard() == 0) {
+        qx::internal::fireDrawingChange(*this, ConnectorRemoved, [&] {
+            return new QxDrawingChangeEventData(connector, this, nullptr);
+        });
+    }
+    return connector;
+}
+
+int QxDNode::vDiscardConnector(QxConnector* connector) {
+    if (!ownsConnector(connector) || connector->inDiscard() != 0) {
+        return 0;
+    }
+    const Ref alive(*this);
+    const Ref discarded(*connector);
+    bool isOut = false;
+    connector->inDiscard(1);
+    Change::run(*this, [&] {
+        // Edges first, then what it carries, while all that still belongs to the drawing.
+        pConnectorManager()->freeEnds(*connector);
+        connector->emptyTopology();
+        isOut = vRemoveConnector(connector) != nullptr;
+    });
+    if (!isOut) {
+        connector->inDiscard(0);
+        return 0;  // a listener has been quicker
+    }
+    if (connector->specified() != 0) {
+        qx::internal::fireDrawingChange(*this, ConnectorDiscarded, [&] {
+            return new QxDrawingChangeEventData(connector, this, nullptr);
+        });
+    }
+    connector->actOnDiscard();
+    connector->vRelease();
+    return 1;
+}
+
+bool QxDNode::ownsConnector(const QxConnector* connector) const {
+    return connector != nullptr && connector->pOwnerNode() == this;
+}
+
+void QxDNode::discardAllConnectors(int) {
+    if (numberOfAllConnectors() != 0) {
+        Change::run(*this, [&] {
+            for (QxConnector* connector : Snapshot<QxConnector>(pQueryConnectorManager())) {
+                discardConnector(connector);
+            }
+        });
+    }
+}
+
+void QxDNode::discardAllCalculatedConnectors() {
+    if (numberOfAllConnectors() == numberOfConnectors()) {
+        return;
+    }
+    Change::run(*this, [&] {
+        for (QxConnector* connector : Snapshot<QxConnector>(pQueryConnectorManager())) {
+            if (connector->specified() == 0) {
+                discardConnector(connector);
+            }
+        }
+    });
+}
+
+void QxDNode::releaseConnectors() {
+    for (QxConnector* connector : Snapshot<QxConnector>(pQueryConnectorManager())) {
+        QxDNode::vDiscardConnector(connector);
+    }
+}
+
+void QxDNode::buildConnectorList(QxConnectorDList* list) const {
+    if (list == nullptr) {
+        return;
+    }
+    list->deleteAllCells();
+    for (QxConnectorIter it(this); it; ++it) {
+        list->appendConnector(it.pConnector());
+    }
+}
+
+QxConnector* QxDNode::getClonedConnector(QxConnector* connector) const {
+    if (connector == nullptr) {
+        return nullptr;
+    }
+    auto* clone = static_cast<QxConnector*>(connector->pIUserField());
+    if (clone == nullptr) {
+        clone = connector->cloneAttributes();
+        connector->pIUserField(clone);
+    }
+    return clone;
+}
+
+void QxDNode::duplicateConnectorsOf(const QxDNode& source) {
+    for (QxConnector* model : Snapshot<QxConnector>(source.pQueryConnectorManager())) {
+        QxConnector* clone = getClonedConnector(model);
+        if (clone == nullptr || clone->ownerValid() != 0) {
+            continue;
+        }
+        const Ref alive(*clone);
+        if (insertConnector(clone) != nullptr) {
+            clone->internalDuplicateTopology(model);
+        } else {
+            model->pIUserField(nullptr);
+            clone->vRelease();
+        }
+    }
+}
+
+void QxDNode::convertConnectorToPerMilOffset(QxConnector* connector) {
+    if (ownsConnector(connector)) {
+        QxPerMil perMil;
+        QxSize offset;
+        m_rect.setPerMil(connector->ntCenter(), perMil);
+        m_rect.setOffset(connector->ntCenter(), offset);
+        placeConnector(*connector, perMil,
+                       QxSize(qx::saturatingSub(offset.width(), perMil.getOffsetX(m_rect)),
+                              qx::saturatingSub(offset.height(), perMil.getOffsetY(m_rect))));
+    }
+}
+
+void QxDNode::convertConnectorToConstantOffset(QxConnector* connector) {
+    if (ownsConnector(connector)) {
+        QxSize offset;
+        m_rect.setOffset(connector->ntCenter(), offset);
+        placeConnector(*connector, QxPerMil(), offset);
+    }
+}
+
+void QxDNode::placeConnector(QxConnector& connector, const QxPerMil& perMil, const QxSize& offset) {
+    Change::run(connector, [&] {
+        connector.vSetPerMil(perMil);
+        connector.vSetOffset(offset);
+    });
+}
+
+namespace {
+
+/// The offset scaled as the half extents on its side have been; one that would come to nothing
+/// stays.
+std::int32_t scaledOffset(std::int32_t offset, std::int32_t before, std::int32_t now) {
+    if (before == 0) {
+        return offset;
+    }
+    const std::int32_t scaled = qx::floorHalfUp(static_cast<double>(offset) * now / before);
+    return scaled != 0 ? scaled : offset;
+}
+
+QxSize scaledOffset(const QxSize& offset, const QxRect& before, const QxRect& now) {
+    const bool isLeft = offset.width() < 0;
+    const bool isBelow = offset.height() < 0;
+    return {
+        scaledOffset(offset.width(), isLeft ? before.leftHalfWidth() : before.rightHalfWidth(),
+                     isLeft ? now.leftHalfWidth() : now.rightHalfWidth()),
+        scaledOffset(offset.height(), isBelow ? before.bottomHalfHeight() : before.topHalfHeight(),
+                     isBelow ? now.bottomHalfHeight() : now.topHalfHeight())};
+}
+
+/// The offset in thousandths of the half extent on its side, truncated; 500 without one, where no
+/// thousandth is better than another.
+std::int16_t proportionOf(std::int32_t offset, std::int32_t lower, std::int32_t upper) {
+    const std::int32_t half = offset < 0 ? lower : upper;
+    return half != 0 ? qx::clampToInt16(std::int64_t{offset} * 1000 / half) : std::int16_t{500};
+}
+
+QxPerMil proportionOf(const QxSize& offset, const QxRect& rect) {
+    return {proportionOf(offset.width(), rect.leftHalfWidth(), rect.rightHalfWidth()),
+            proportionOf(offset.height(), rect.bottomHalfHeight(), rect.topHalfHeight())};
+}
+
+}  // namespace
+
+void QxDNode::updateCalculatedConnectorsOnResize(const QxRect&, const QxRect& rectBefore,
+                                                 const QxRect& rectNow) {
+    const QxDGraph* graph = pOwnerGraph();
+    if (graph != nullptr && graph->fileReadRunning() != 0) {
+        return;
+    }
+    for (QxConnector* connector : Snapshot<QxConnector>(pQueryConnectorManager())) {
+        if (connector->specified() == 0 && connector->isUsedWithinGraph()) {
+            connector->vSetOffset(scaledOffset(connector->ntOffset(), rectBefore, rectNow));
+            connector->setFlag(qx::flags::ConnectorRescaled, 1);
+        }
+    }
+}
+
+void QxDNode::actOnUpdateConnectors(const QxRect& rectAtStart, const QxRect& rectBefore) {
+    if (pClonedNode() == nullptr && numberOfAllConnectors() != numberOfConnectors()) {
+        updateCalculatedConnectorsOnResize(rectAtStart, rectBefore, m_rect);
+    }
+}
+
+void QxDNode::actOnChangeShape(const QxShape* shape) {
+    const QxDGraphManager* manager = qx::internal::managerOf(*this);
+    if (manager != nullptr && manager->isReading() == 0 &&
+        numberOfAllConnectors() != numberOfConnectors()) {
+        for (QxDEdge* edge : Snapshot<QxDEdge>(pInEdgeList())) {
+            setConnectorOnChangeShape(shape, edge, 1);
+        }
+        for (QxDEdge* edge : Snapshot<QxDEdge>(pOutEdgeList())) {
+            setConnectorOnChangeShape(shape, edge, 0);
+        }
+    }
+    unmarkIncidentEdges();
+}
+
+void QxDNode::setConnectorOnChangeShape(const QxShape* shape, QxDEdge* edge, int isTarget) {
+    QxConnector* connector =
+        isTarget != 0 ? edge->pInternalTargetConnector() : edge->pInternalSourceConnector();
+    if (!ownsConnector(connector) || connector->specified() != 0 || edge->marked() != 0) {
+        return;
+    }
+    const QxDGraphManager* manager = qx::internal::managerOf(*this);
+    if (manager == nullptr || manager->controlStarted() == 0) {
+        edge->pTargetConnector(nullptr);
+        edge->pSourceConnector(nullptr);
+        return;
+    }
+    QxPoint place;
+    if (!qx::internal::wantsOrthogonalRouting(*edge) ||
+        findProjection(edge, connector, place, shape) == 0 ||
+        qx::internal::fromAsked(*this, place, 0) == 0) {
+        return;
+    }
+    QxPerMil perMil;
+    QxSize offset;
+    m_rect.setOffset(place, offset);
+    if (edge->intergraphEdge() != 0) {
+        perMil = proportionOf(offset, m_rect);
+        offset = QxSize();
+    }
+    placeConnector(*connector, perMil, offset);
+}
