@@ -71,6 +71,27 @@ TEST_F(Connector, EventsTellOfSpecifiedOnesOnly) {
     EXPECT_EQ(edge->ntFromPoint(0), QxPoint(0, 0));
 }
 
+/// Assigns an end again from inside the event that it is free.
+class Reassigner : public QxDrawingChangeListener {
+public:
+    using QxDrawingChangeListener::drawingChanged;
+    void drawingChanged(QxDrawingChangeEventData* data) override {
+        if (data->type() == EdgeConnectorChanged && data->pNewEndConnector() == nullptr) {
+            data->pSourceEdge()->pSourceConnector(data->pOldEndConnector());
+        }
+    }
+};
+
+TEST_F(Connector, LeavesItsEdgesForGoodWhateverAListenerAssigns) {
+    QxConnector* connector = node->addConnector(0, 0, 0, 0, 1, 0);
+    edge->pSourceConnector(connector);
+    Reassigner listener;
+    factory.pEventManager()->addDrawingChangeListener(&factory, &listener);
+    const Ref<QxConnector> removed(node->removeConnector(connector));
+    EXPECT_EQ(removed.get(), connector);
+    EXPECT_EQ(edge->pInternalSourceConnector(), nullptr);
+}
+
 TEST_F(Connector, AResizeScalesCalculatedOffsetsOnceEach) {
     QxConnector* shared = node->ntAddConnector(0, 0, 10, 1);
     QxConnector* unused = node->ntAddConnector(0, 0, 10, 0);
@@ -98,6 +119,10 @@ TEST_F(Connector, ListsNameASelfLoopOnceInTheOrderOfTheNode) {
     };
     using Edges = std::vector<QxDEdge*>;
     EXPECT_EQ(edges(QxEdgeDirectionOut, QxEdgeConnectionConnected), Edges{edge});
+    QxConnector* last = node->ntAddConnector(0, 0, 0, 0);
+    QxDListCell* start = node->pConnectorManager()->pLastCell();
+    EXPECT_FALSE(QxConnectorIter(node, start)) << "the specified ones only";
+    EXPECT_EQ(QxInternalConnectorIter(node, start).pConnector(), last);
     EXPECT_EQ(edges(QxEdgeDirectionBoth, QxEdgeConnectionConnected), (Edges{loop, edge}));
     QxPEdgeDList segments;
     connector->buildIncidentPEdgeList(&segments);

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "qx/drawing/QxDrawingDLists.h"
+#include "qx/foundation/graph/QxGraphObject.h"
 
 namespace qx::internal {
 class Coverage;

@@ -7,8 +7,8 @@
 
 namespace qx::internal {
 
-/// The owner of a bend or segment that is in no path, or a label in no list: a factory, which lives longer than any
-/// object that it makes, or null.
+/// The owner of a bend or segment that is in no path, or a label in no list: a factory, which lives
+/// longer than any object that it makes, or null.
 inline QxOwnedObject* ownerOfFreePathObject(QxOwnedObject* owner) {
     while (owner != nullptr && (owner->flagWord() & qx::flags::IsFactory) == 0) {
         owner = owner->pOwner();
