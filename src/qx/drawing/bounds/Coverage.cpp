@@ -32,7 +32,11 @@ void Coverage::changed(QxPNode& bend) {
 }
 
 void Coverage::changed(QxDEdge& edge) {
-    if (edge.intergraphEdge() != 0 && counts(edge)) {
+    const bool shows = edge.intergraphEdge() != 0 && counts(edge);
+    if (shows != (edge.m_extentSlot != ExtentTree::NoSlot)) {
+        edge.isUpdatedVisiblePart(0);  // an end that nobody sees cuts nothing off
+    }
+    if (shows) {
         QxRect rect;
         edge.ntBoundingRect(rect, 0);
         edge.pOwnerGraph()->extents().set(edge.m_extentSlot, rect);
