@@ -124,11 +124,16 @@ QxGraph* QxDGraphManager::vRemoveGraph(QxGraph* graph) {
     if (graph == m_anchor) {
         showAnchor(pFindNewAnchorGraph());
     }
-    return QxGraphManager::vRemoveGraph(graph);
+    QxGraph* const removed = QxGraphManager::vRemoveGraph(graph);
+    if (removed != nullptr && removed == m_anchor) {
+        showAnchor(pFirstGraph());  // a listener had made it the anchor graph again
+    }
+    return removed;
 }
 
 void QxDGraphManager::showAnchor(QxDGraph* graph) {
     QxDGraph* const old = m_anchor;
+    const qx::internal::Ref<QxDGraph> alive(graph);
     m_anchor = graph;
     if (QxDGraph* between = pQueryIntergraph()) {
         qx::internal::Coverage::allChanged(*between);
@@ -157,10 +162,11 @@ int QxDGraphManager::vTransferTopology(QxGraphManager* manager) {
         other->pFactory() != pFactory()) {
         return 0;
     }
-    QxDGraph* anchor = other->m_anchor;
+    const qx::internal::Ref<QxDGraph> anchor(other->m_anchor);
     const int moved = QxGraphManager::vTransferTopology(other);
-    other->showAnchor(nullptr);
-    showAnchor(m_anchor != nullptr ? m_anchor : anchor);
+    other->showAnchor(other->pFirstGraph());  // none, unless a listener has added it
+    const bool isHere = anchor && anchor->pOwnerGraphManager() == this;
+    showAnchor(m_anchor != nullptr ? m_anchor : isHere ? anchor.get() : pFirstGraph());
     return moved;
 }
 
