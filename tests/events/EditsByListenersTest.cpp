@@ -10,6 +10,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <functional>
 #include <set>
 
 #include "drawing/EditWorld.h"
@@ -32,50 +33,50 @@ public:
     void drawingChanged(QxDrawingChangeEventData* data) override;
     /// Runs an edit and those that the listener does meanwhile; answers what is wrong then.
     std::string step();
-    /// Whether every switch has the effect again that it has to have.
+    /// The same after all bounds have been switched on.
     std::string settle();
 
 private:
-    using Edit = void (SabotagedWorld::*)();
+    using Edits = std::initializer_list<std::function<void()>>;
 
+    /// One of these.
+    void run(Edits edits) { edits.begin()[m_random.below(static_cast<int>(edits.size()))](); }
     void edit();
-    void editNode();
-    void editEdge();
-    void editBend();
-    void editEnds();
-    void place();
-    void placeRaw();
-    void moveGraph();
-    void recompute();
-    void switchBounds();
-    void transfer();
-    void editGraph();
-    void changeListeners();
-    void look();
+    void grow();
+    void editTopology(QxDGraph& graph, QxDNode& node, QxDEdge& edge);
+    void editEdge(QxDNode& node, QxDEdge& edge);
+    void editBends(QxDEdge& edge);
+    void editPlace(QxDGraph& graph, QxDNode& node);
+    void moveAll(QxDGraph& graph);
+    void editBounds(QxDGraph& graph);
+    void editGraphs(QxDGraph& graph);
+    void editListeners(QxObject& object);
+    void refresh(QxDGraph& graph);
+    void switchOn(QxDGraph& graph);
 
-    std::string difference();
     std::string differenceAt(QxDGraph& graph);
     std::string differenceAt(QxDEdge& edge);
+    std::string boundsDifference(const QxDGraph& graph) const;
     std::string storyDifference(const QxObject& object, const Box& box);
 
-    bool keepsBounds(const QxDGraph& graph) const {
-        return graph.isVisible() != 0 && m_off.count(&graph) == 0;
-    }
-    void willBeSettled(QxDGraph* graph);
-    void willBeLeftBehind(const QxDGraph* graph);
-    static QxDGraph* betweenAt(const QxDGraph& graph);
+    QxDGraphManager& anyManager() { return *m_managers[m_random.chance(50) ? 1 : 0]; }
     std::vector<QxDGraph*> graphs() const;
-    QxDGraph* anyGraph();
-    QxDNode* anyNode();
-    QxDEdge* anyEdge();
-    QxPNode* anyBend(const QxDEdge& edge);
-    void forget(const QxDNode& node) { m_story.forget(&node); }
-    void forget(const QxDEdge& edge);
-    void forget(const QxDGraph& graph);
     template <class T>
-    T* take(std::vector<T*>& loose);
+    T* any(const std::vector<T*>& objects) {
+        return objects.empty() ? nullptr : m_random.pick(objects);
+    }
+    /// One of those that belong to nobody, for somebody to take over; null when there is none.
+    template <class T>
+    T* take(std::vector<T*>& loose) {
+        T* taken = any(loose);
+        std::erase(loose, taken);
+        return taken;
+    }
     std::int32_t anyCoordinate() { return 10 * (m_random.below(40) - 20); }
     QxPoint anyPlace() { return {anyCoordinate(), anyCoordinate()}; }
+    QxSize anySize() { return {m_random.below(60), m_random.below(60)}; }
+    void willBeSettled(const QxDGraph& graph);
+    void leaveBehind(const QxDGraph* graph);
 
     WorldFactory m_factory;
     TestRandom m_random;
@@ -92,6 +93,26 @@ private:
     int m_edits = 0;
     std::string m_complaint;
 };
+
+template <class T, class Fill>
+std::vector<T*> listed(const Fill& fill) {
+    std::conditional_t<std::is_same_v<T, QxPNode>, QxPNodeDList, QxEdgeDList> list;
+    fill(list);
+    return objectsOf<T>(list);
+}
+
+std::vector<QxPNode*> bendObjects(const QxDEdge& edge) {
+    return listed<QxPNode>([&](auto& list) { edge.buildPathNodeList(list); });
+}
+
+std::vector<QxDEdge*> edgesIn(const QxDGraph& graph) {
+    return listed<QxDEdge>([&](auto& list) { graph.buildAllEdgeList(&list); });
+}
+
+QxDGraph* betweenAt(const QxDGraph& graph) {
+    const QxDGraphManager* manager = graph.pOwnerGraphManager();
+    return manager != nullptr ? manager->pQueryIntergraph() : nullptr;
+}
 
 SabotagedWorld::SabotagedWorld(std::uint32_t seed) : m_random(seed) {
     m_factory.onNew = [this](const QxObject* object) {
@@ -118,7 +139,6 @@ SabotagedWorld::~SabotagedWorld() {
     releaseAll(m_looseEdges);
     releaseAll(m_looseNodes);
     releaseAll(m_looseGraphs);
-    m_managers.clear();
 }
 
 void SabotagedWorld::drawingChanged(QxDrawingChangeEventData* data) {
@@ -137,27 +157,6 @@ void SabotagedWorld::drawingChanged(QxDrawingChangeEventData* data) {
     }
 }
 
-std::string SabotagedWorld::step() {
-    m_sabotagesLeft = m_random.below(4);
-    edit();
-    m_sabotagesLeft = 0;
-    return m_complaint.empty() ? difference() : m_complaint;
-}
-
-void SabotagedWorld::edit() {
-    static const std::vector<Edit> edits{
-        &SabotagedWorld::editNode,  &SabotagedWorld::editNode,  &SabotagedWorld::editNode,
-        &SabotagedWorld::editEdge,  &SabotagedWorld::editEdge,  &SabotagedWorld::editEdge,
-        &SabotagedWorld::editBend,  &SabotagedWorld::editBend,  &SabotagedWorld::editBend,
-        &SabotagedWorld::editEnds,  &SabotagedWorld::place,     &SabotagedWorld::place,
-        &SabotagedWorld::place,     &SabotagedWorld::placeRaw,  &SabotagedWorld::placeRaw,
-        &SabotagedWorld::moveGraph, &SabotagedWorld::recompute, &SabotagedWorld::switchBounds,
-        &SabotagedWorld::transfer,  &SabotagedWorld::editGraph, &SabotagedWorld::changeListeners,
-        &SabotagedWorld::look};
-    ++m_edits;
-    (this->*m_random.pick(edits))();
-}
-
 std::vector<QxDGraph*> SabotagedWorld::graphs() const {
     std::vector<QxDGraph*> all;
     for (const auto& manager : m_managers) {
@@ -171,364 +170,217 @@ std::vector<QxDGraph*> SabotagedWorld::graphs() const {
     return all;
 }
 
-QxDGraph* SabotagedWorld::anyGraph() {
-    const auto all = graphs();
-    return all.empty() ? nullptr : m_random.pick(all);
-}
-
-QxDNode* SabotagedWorld::anyNode() {
-    const QxDGraph* graph = anyGraph();
-    return graph == nullptr || graph->numberOfNodes() == 0
-               ? nullptr
-               : m_random.pick(objectsOf<QxDNode>(*graph->pNodeList()));
-}
-
-QxDEdge* SabotagedWorld::anyEdge() {
-    const QxDGraph* graph = anyGraph();
-    QxEdgeDList edges;
-    if (graph != nullptr) {
-        graph->buildAllEdgeList(&edges);
-    }
-    return edges.count() == 0 ? nullptr : m_random.pick(objectsOf<QxDEdge>(edges));
-}
-
-QxPNode* SabotagedWorld::anyBend(const QxDEdge& edge) {
-    QxPNodeDList bends;
-    edge.buildPathNodeList(bends);
-    return bends.count() == 0 ? nullptr : bends.pNodeInPosition(1 + m_random.below(bends.count()));
-}
-
-void SabotagedWorld::forget(const QxDEdge& edge) {
-    QxPNodeDList bends;
-    edge.buildPathNodeList(bends);
-    for (const QxPNode* bend : QxPNodeDListIter(&bends)) {
-        m_story.forget(bend);
-    }
-}
-
-void SabotagedWorld::forget(const QxDGraph& graph) {
-    m_story.forget(&graph);
-    for (const QxDNode* node : QxDNodeIter(&graph)) {
-        forget(*node);
-    }
-    QxEdgeDList edges;
-    graph.buildAllEdgeList(&edges);
-    for (const QxDEdge* edge : objectsOf<QxDEdge>(edges)) {
-        forget(*edge);
-    }
-}
-
-/// One of those that belong to nobody, for somebody to take over; null when there is none.
-template <class T>
-T* SabotagedWorld::take(std::vector<T*>& loose) {
-    if (loose.empty()) {
-        return nullptr;
-    }
-    std::swap(loose.back(),
-              loose[static_cast<std::size_t>(m_random.below(static_cast<int>(loose.size())))]);
-    T* taken = loose.back();
-    loose.pop_back();
-    forget(*taken);  // the rest of a change may have come when nobody heard of it any more
-    return taken;
-}
-
 /// A full change in a graph takes in what raw moves have done there, at its end at the latest.
-void SabotagedWorld::willBeSettled(QxDGraph* graph) {
-    if (graph->isIntergraph() == 0 && graph->needsUpdateGraphBounds() != 0 &&
-        graph->isVisible() != 0) {
-        m_behind.erase(graph);
+void SabotagedWorld::willBeSettled(const QxDGraph& graph) {
+    if (graph.needsUpdateGraphBounds() != 0 && graph.isVisible() != 0) {
+        m_behind.erase(&graph);
     }
 }
 
 /// Unless a change is under way that brings the bounds up to date at its end.
-void SabotagedWorld::willBeLeftBehind(const QxDGraph* graph) {
+void SabotagedWorld::leaveBehind(const QxDGraph* graph) {
     if (graph != nullptr && graph->needsUpdateGraphBounds() != 0) {
         m_behind.insert(graph);
     }
 }
 
-QxDGraph* SabotagedWorld::betweenAt(const QxDGraph& graph) {
-    const QxDGraphManager* manager = graph.pOwnerGraphManager();
-    return manager != nullptr ? manager->pQueryIntergraph() : nullptr;
+void SabotagedWorld::edit() {
+    ++m_edits;
+    QxDGraph* graph = any(graphs());
+    const QxDGraph* place = any(graphs());
+    QxDNode* node = place != nullptr ? any(objectsOf<QxDNode>(*place->pNodeList())) : nullptr;
+    place = any(graphs());
+    QxDEdge* edge = place != nullptr ? any(edgesIn(*place)) : nullptr;
+    if (node == nullptr || edge == nullptr || m_random.chance(20)) {
+        return grow();
+    }
+    QxObject& heard = m_random.chance(50) ? static_cast<QxObject&>(*node) : *graph;
+    run({[&] { editTopology(*graph, *node, *edge); }, [&] { editEdge(*node, *edge); },
+         [&] { editBends(*edge); }, [&] { editPlace(*graph, *node); },
+         [&] { editPlace(*graph, *node); }, [&] { editBounds(*graph); },
+         [&] { m_random.chance(50) ? editGraphs(*graph) : editListeners(heard); }});
 }
 
-void SabotagedWorld::editNode() {
-    QxDGraph* graph = anyGraph();
-    QxDNode* node = anyNode();
-    const int kind = m_random.below(10);
-    if (graph != nullptr && kind < 4) {
-        willBeSettled(graph);
-        graph->addNodeWithCoordinates(anyPlace(), QxSize(m_random.below(60), 30), 1, 0);
-    } else if (graph != nullptr && kind < 6) {
-        if (QxDNode* loose = take(m_looseNodes);
-            loose != nullptr && graph->insertNode(loose) == nullptr) {
+void SabotagedWorld::grow() {
+    if (graphs().size() < 6) {
+        anyManager().addGraph(m_random.below(2));
+    }
+    QxDGraph* graph = any(graphs());
+    QxDNode* loose = take(m_looseNodes);
+    if (loose != nullptr) {
+        m_story.forget(loose);  // the rest of a change may have come when nobody heard of it
+        if (graph->insertNode(loose) == nullptr) {
             m_looseNodes.push_back(loose);
         }
-    } else if (node != nullptr && kind < 8) {
-        willBeSettled(node->pOwnerGraph());
-        if (node->pOwnerGraph()->removeNode(node) != nullptr) {
-            m_looseNodes.push_back(node);
-        }
-    } else if (node != nullptr) {
-        willBeSettled(node->pOwnerGraph());
-        node->pOwnerGraph()->discardNode(node);
+    } else if (graph->isIntergraph() == 0 && graph->numberOfNodes() < 6) {
+        willBeSettled(*graph);
+        graph->addNodeWithCoordinates(anyPlace(), anySize(), 1, 0);
     }
-}
-
-void SabotagedWorld::editEdge() {
-    QxDEdge* edge = anyEdge();
-    QxDNode* source = anyNode();
-    QxDNode* target = anyNode();
-    const int kind = m_random.below(14);
-    if (source != nullptr && target != nullptr && kind < 5) {
-        QxDGraphManager* manager = source->pOwnerGraph()->pOwnerGraphManager();
-        QxDEdge* loose = take(m_looseEdges);
-        if (loose == nullptr) {
-            manager->addEdge(source, target, 0);
-        } else if (manager->insertEdge(loose, source, target) == nullptr) {
-            m_looseEdges.push_back(loose);
-        }
+    std::vector<QxDNode*> nodes;
+    for (const QxDGraph* each : graphs()) {
+        const auto more = objectsOf<QxDNode>(*each->pNodeList());
+        nodes.insert(nodes.end(), more.begin(), more.end());
+    }
+    QxDNode* source = any(nodes);
+    QxDNode* target = any(nodes);
+    if (source == nullptr || source->degree() > 6) {
         return;
     }
+    QxDGraphManager* manager = source->pOwnerGraph()->pOwnerGraphManager();
+    QxDEdge* edge = take(m_looseEdges);
     if (edge == nullptr) {
+        manager->addEdge(source, target, 0);
         return;
     }
-    switch (kind) {
-        case 5:
-        case 6:
-            if (edge->pOwnerGraph()->removeEdge(edge) != nullptr) {
-                m_looseEdges.push_back(edge);
-            }
-            break;
-        case 7:
-            edge->pOwnerGraph()->discardEdge(edge);
-            break;
-        case 8:
-            edge->disconnect();
-            break;
-        case 9:
-            edge->deactivate();
-            break;
-        case 10:
-            edge->activate();
-            break;
-        default:
-            edge->connect();
+    for (const QxPNode* bend : bendObjects(*edge)) {
+        m_story.forget(bend);
+    }
+    if (manager->insertEdge(edge, source, target) == nullptr) {
+        m_looseEdges.push_back(edge);
     }
 }
 
-void SabotagedWorld::editBend() {
-    QxDEdge* edge = anyEdge();
-    if (edge == nullptr) {
-        return;
-    }
-    QxPNode* bend = anyBend(*edge);
-    switch (m_random.below(7)) {
-        case 0:
-            edge->addBendAfter(bend, anyPlace(), 1);
-            break;
-        case 1:
-            edge->addBend(edge->pSourceOrPathEdge(), anyPlace(), 1);
-            break;
-        case 2:
-            edge->discardBend(bend);
-            break;
-        case 3: {
-            QxPointDList points;
-            for (int i = m_random.below(4); i > 0; --i) {
-                points.appendPoint(anyPlace());
-            }
-            edge->reroute(points, 1);
-            break;
-        }
-        case 4:
-            m_random.chance(50) ? edge->discardAllBends()
-                                : edge->discardBends(2, m_random.below(2));
-            break;
-        case 5:
-            edge->discardOverlappedBendsForClipping(1, 1);
-            break;
-        default:
-            if (bend != nullptr) {
-                bend->moveTo(anyPlace(), 1);
-            }
-    }
+void SabotagedWorld::editTopology(QxDGraph& graph, QxDNode& node, QxDEdge& edge) {
+    QxDGraph& home = *node.pOwnerGraph();
+    run({[&] {
+             willBeSettled(home);
+             if (home.removeNode(&node) != nullptr) {
+                 m_looseNodes.push_back(&node);
+             }
+         },
+         [&] {
+             willBeSettled(home);
+             home.discardNode(&node);
+         },
+         [&] {
+             if (edge.pOwnerGraph()->removeEdge(&edge) != nullptr) {
+                 m_looseEdges.push_back(&edge);
+             }
+         },
+         [&] { edge.pOwnerGraph()->discardEdge(&edge); },
+         [&] { graph.transferTopology(any(graphs())); }});
 }
 
-void SabotagedWorld::editEnds() {
-    QxDEdge* edge = anyEdge();
-    QxDNode* node = anyNode();
-    if (edge == nullptr || node == nullptr) {
-        return;
-    }
-    switch (m_random.below(4)) {
-        case 0:
-            edge->changeSourceNodeWithoutConnect(node);
-            break;
-        case 1:
-            edge->changeEndNodes(edge->pTargetNode(), node);
-            break;
-        case 2:
-            edge->reverse();
-            break;
-        default:
-            if (const QxDEdge* other = anyEdge()) {
-                m_random.chance(50) ? edge->copyObject(other) : edge->duplicateTopology(anyEdge());
-            }
-    }
+void SabotagedWorld::editEdge(QxDNode& node, QxDEdge& edge) {
+    QxDEdge* other = any(edgesIn(*any(graphs())));
+    run({[&] { edge.disconnect(); }, [&] { edge.connect(); }, [&] { edge.deactivate(); },
+         [&] { edge.activate(); }, [&] { edge.changeSourceNodeWithoutConnect(&node); },
+         [&] { edge.changeEndNodes(edge.pTargetNode(), &node); }, [&] { edge.reverse(); },
+         [&] { edge.copyObject(other); }, [&] { edge.duplicateTopology(other); },
+         [&] { edge.ntFromPoint(1); },  // these two make what is made when somebody asks
+         [&] { edge.indexOfPathEdge(edge.pSourceOrPathEdge()); }});
 }
 
-void SabotagedWorld::place() {
-    QxDNode* node = anyNode();
-    if (node == nullptr) {
-        return;
+void SabotagedWorld::editBends(QxDEdge& edge) {
+    QxPNode* bend = any(bendObjects(edge));
+    QxPointDList points;
+    for (int i = m_random.below(4); i > 0; --i) {
+        points.appendPoint(anyPlace());
     }
+    run({[&] { edge.addBendAfter(bend, anyPlace(), 1); },
+         [&] { edge.addBend(edge.pSourceOrPathEdge(), anyPlace(), 1); },
+         [&] { edge.discardBend(bend); }, [&] { edge.reroute(points, 1); },
+         [&] { edge.discardAllBends(); }, [&] { edge.discardBends(2, m_random.below(2)); },
+         [&] { edge.discardOverlappedBendsForClipping(1, 1); },
+         [&] { bend != nullptr ? bend->moveTo(anyPlace(), 1) : 0; }});
+}
+
+void SabotagedWorld::editPlace(QxDGraph& graph, QxDNode& node) {
+    static const QxShape oval(QxShapeTypeOval);
     const QxPoint center = anyPlace();
-    const QxSize size(m_random.below(60), m_random.below(60));
-    switch (m_random.below(4)) {
-        case 0:
-            node->resize(size, 1);
-            break;
-        case 1:
-            node->updateForDiagramming(QxRect(center, size));
-            break;
-        case 2: {
-            const QxShape oval(QxShapeTypeOval);
-            node->pShape(m_random.chance(50) ? &oval : nullptr, 0);
-            break;
-        }
-        default:
-            if (node->iCenter() != center) {
-                willBeSettled(node->pOwnerGraph());
-                node->moveTo(center, 1);
-            }
-    }
+    const auto leaveBehindWithEdges = [&] {
+        leaveBehind(node.pOwnerGraph());
+        leaveBehind(betweenAt(*node.pOwnerGraph()));
+    };
+    run({[&] { node.resize(anySize(), 1); },
+         [&] { node.updateForDiagramming(QxRect(center, anySize())); },
+         [&] { node.pShape(m_random.chance(50) ? &oval : nullptr, 0); },
+         [&] {
+             leaveBehindWithEdges();
+             m_random.chance(50) ? node.ntMoveTo(center) : node.ntResize(anySize());
+         },
+         [&] { moveAll(graph); },
+         [&] {
+             if (node.iCenter() != center) {
+                 willBeSettled(*node.pOwnerGraph());
+                 node.moveTo(center, 1);
+             }
+         }});
 }
 
-void SabotagedWorld::placeRaw() {
-    QxDNode* node = anyNode();
-    if (node == nullptr) {
-        return;
-    }
-    willBeLeftBehind(node->pOwnerGraph());
-    willBeLeftBehind(betweenAt(*node->pOwnerGraph()));
-    if (m_random.chance(50)) {
-        node->ntMoveTo(anyPlace());
-    } else {
-        node->ntResize(QxSize(m_random.below(60), m_random.below(60)));
-    }
-}
-
-void SabotagedWorld::moveGraph() {
-    QxDGraph* graph = anyGraph();
-    if (graph == nullptr) {
-        return;
-    }
-    willBeLeftBehind(betweenAt(*graph));
-    graph->ntMove(anyCoordinate(), anyCoordinate(), m_random.below(2));
+void SabotagedWorld::moveAll(QxDGraph& graph) {
+    leaveBehind(betweenAt(graph));
+    graph.ntMove(anyCoordinate(), anyCoordinate(), m_random.below(2));
     const auto present = graphs();
-    if (std::find(present.begin(), present.end(), graph) != present.end()) {
-        willBeLeftBehind(betweenAt(*graph));  // a listener may have taken it to another manager
+    if (std::find(present.begin(), present.end(), &graph) != present.end()) {
+        leaveBehind(betweenAt(graph));  // a listener may have taken it to another manager
     }
 }
 
-void SabotagedWorld::recompute() {
-    QxDGraph* graph = anyGraph();
-    if (graph == nullptr) {
-        return;
+void SabotagedWorld::editBounds(QxDGraph& graph) {
+    const auto switchOff = [&](const auto& act) {
+        m_off.insert(&graph);
+        act();
+    };
+    run({[&] { graph.calculateGraphBounds(0); }, [&] { refresh(graph); }, [&] { switchOn(graph); },
+         [&] { switchOff([&] { graph.disableGraphBounds(1, 0); }); },
+         [&] { switchOff([&] { graph.needsUpdateGraphBounds(0); }); }});
+}
+
+void SabotagedWorld::switchOn(QxDGraph& graph) {
+    const bool wasOff = m_off.erase(&graph) != 0;
+    if (m_random.chance(70)) {
+        if (wasOff) {
+            m_stale.erase(&graph);
+            m_behind.erase(&graph);
+        }
+        graph.disableGraphBounds(0, 0);
+    } else if (wasOff) {
+        graph.needsUpdateGraphBounds(1);
+        if (graph.needsUpdateGraphBounds() != 0) {
+            m_stale.insert(&graph);  // not in the middle of a change, which computes them
+        }
     }
+}
+
+/// Also in the middle of a change, unless the listener goes on at once.
+void SabotagedWorld::refresh(QxDGraph& graph) {
     const int edits = m_edits;
-    if (m_random.chance(50)) {
-        graph->calculateGraphBounds(0);
-        return;
-    }
-    const bool keeps = keepsBounds(*graph);
-    graph->refreshGraphBounds();
+    const bool keeps = m_off.count(&graph) == 0;
+    graph.refreshGraphBounds();
     QxRect covered;
-    const bool any = graph->calculateGraphBounds(covered) != 0;
-    // Also in the middle of a change, unless the listener went on at once.
-    if (edits == m_edits && keeps && any && boundsOf(graph) != boxOf(covered)) {
+    if (edits == m_edits && keeps && graph.calculateGraphBounds(covered) != 0 &&
+        boundsOf(&graph) != boxOf(covered)) {
         m_complaint = "bounds were not brought up to date";
     }
 }
 
-void SabotagedWorld::switchBounds() {
-    QxDGraph* graph = anyGraph();
-    if (graph == nullptr) {
-        return;
-    }
-    if (m_random.chance(35)) {
-        m_off.insert(graph);
-        m_random.chance(50) ? graph->disableGraphBounds(1, 0) : graph->needsUpdateGraphBounds(0);
-    } else if (m_random.chance(70)) {
-        if (m_off.erase(graph) != 0) {
-            m_stale.erase(graph);
-            m_behind.erase(graph);
-        }
-        graph->disableGraphBounds(0, 0);
-    } else if (m_off.erase(graph) != 0) {
-        graph->needsUpdateGraphBounds(1);
-        if (graph->needsUpdateGraphBounds() != 0) {
-            m_stale.insert(graph);  // not in the middle of a change, which computes them
-        }
-    }
+void SabotagedWorld::editGraphs(QxDGraph& graph) {
+    QxDGraphManager& home = *graph.pOwnerGraphManager();
+    run({[&] {
+             if (home.removeGraph(&graph) != nullptr) {
+                 m_looseGraphs.push_back(&graph);
+             }
+         },
+         [&] {
+             if (QxDGraph* loose = take(m_looseGraphs)) {
+                 m_off.erase(loose);  // insertion switches the bounds on
+                 m_story = HeardStory();
+                 anyManager().insertGraph(loose);
+             }
+         },
+         [&] { m_random.chance(50) ? graph.emptyTopology() : void(home.discardGraph(&graph)); },
+         [&] { anyManager().transferTopology(&home); }});
 }
 
-void SabotagedWorld::transfer() {
-    QxDGraph* from = anyGraph();
-    QxDGraph* to = anyGraph();
-    if (from != nullptr) {
-        to->transferTopology(from);
-    }
-}
-
-void SabotagedWorld::editGraph() {
-    QxDGraphManager& manager = *m_random.pick(
-        m_managers[0].get() != nullptr ? std::vector{m_managers[0].get(), m_managers[1].get()}
-                                       : std::vector<QxDGraphManager*>{});
-    QxDGraph* graph = anyGraph();
-    const int kind = m_random.below(12);
-    if (kind < 3 && graphs().size() < 8) {
-        manager.addGraph(m_random.below(2));
-    } else if (kind < 7) {
-        QxDGraph* loose = take(m_looseGraphs);
-        m_off.erase(loose);  // insertion switches the bounds on
-        if (loose != nullptr && manager.insertGraph(loose) == nullptr) {
-            m_looseGraphs.push_back(loose);
-        }
-    } else if (graph != nullptr && kind < 9) {
-        if (graph->pOwnerGraphManager()->removeGraph(graph) != nullptr) {
-            m_looseGraphs.push_back(graph);
-        }
-    } else if (graph != nullptr && kind < 10) {
-        graph->pOwnerGraphManager()->discardGraph(graph);
-    } else if (graph != nullptr && kind < 11 && m_random.chance(30)) {
-        graph->emptyTopology();
-    } else if (m_random.chance(20)) {
-        manager.transferTopology(m_managers[static_cast<std::size_t>(m_random.below(2))].get());
-    }
-}
-
-void SabotagedWorld::changeListeners() {
+void SabotagedWorld::editListeners(QxObject& object) {
     QxDEventManager& events = *m_factory.pEventManager();
-    for (const QxObject* object :
-         {static_cast<QxObject*>(anyNode()), static_cast<QxObject*>(anyGraph())}) {
-        if (object != nullptr && m_random.chance(50)) {
-            events.addDrawingChangeListener(object, &m_visitor);
-        } else if (object != nullptr) {
-            events.removeDrawingChangeListener(object, &m_visitor);
-        }
+    if (m_random.chance(50)) {
+        events.addDrawingChangeListener(&object, &m_visitor);
+    } else {
+        events.removeDrawingChangeListener(&object, &m_visitor);
     }
     m_visitor.take();
-}
-
-/// Asks for what is computed when somebody asks.
-void SabotagedWorld::look() {
-    if (QxDEdge* edge = anyEdge()) {
-        edge->ntFromPoint(1);
-        m_random.chance(50) ? edge->hasVisiblePart()
-                            : edge->indexOfPathEdge(edge->pSourceOrPathEdge());
-    }
 }
 
 std::string SabotagedWorld::storyDifference(const QxObject& object, const Box& box) {
@@ -539,42 +391,35 @@ std::string SabotagedWorld::storyDifference(const QxObject& object, const Box& b
 }
 
 std::string SabotagedWorld::differenceAt(QxDEdge& edge) {
-    const QxNode* at = edge.pSourceNode();
-    for (QxDisconnectedPathIter it(&edge); it; ++it) {
-        const QxPEdge& segment = *it.pEdge();
-        const QxNode* end = it.pNode() != nullptr ? static_cast<QxNode*>(it.pNode()) : edge.pTargetNode();
-        if (segment.QxEdge::pSourceNode() != std::exchange(at, end) ||
-            segment.QxEdge::pTargetNode() != end) {
-            return "edge: its path is broken";
-        }
-    }
-    if (at != edge.pTargetNode()) {
-        return "edge: its path does not reach its target";
-    }
-    for (QxPNode* bend : objectsOf<QxPNode>([&] {
-             QxPNodeDList bends;
-             edge.buildPathNodeList(bends);
-             return bends;
-         }())) {
+    for (const QxPNode* bend : bendObjects(edge)) {
         const QxPoint center = bend->iCenter();
-        if (const auto wrong = storyDifference(*bend, boxOf(QxRect(center, center)));
-            !wrong.empty()) {
-            return "bend: " + wrong;
+        if (!storyDifference(*bend, boxOf(QxRect(center, center))).empty()) {
+            return "the events of a bend tell another story";
         }
     }
-    const auto shown = [&] { return std::pair(edge.ntFromPoint(1), edge.ntToPoint(1)); };
-    const auto known = shown();
     if (edge.intergraphEdge() != 0 && edge.isVisible() == 0) {
         return "";
     }
+    const auto shown = [&] { return std::pair(edge.ntFromPoint(1), edge.ntToPoint(1)); };
+    const auto known = shown();
     edge.isUpdatedVisiblePart(0);
-    return shown() == known ? "" : "edge: its visible part is outdated";
+    return shown() == known ? "" : "the visible part of an edge is outdated";
+}
+
+std::string SabotagedWorld::boundsDifference(const QxDGraph& graph) const {
+    if (graph.isVisible() == 0 || m_off.count(&graph) != 0 || m_stale.count(&graph) != 0) {
+        return "";
+    }
+    QxRect walked;
+    if (!walkBounds(graph, walked)) {
+        return graph.boundsInitialized() != 0 ? "bounds of nothing" : "";
+    }
+    const bool fits = graph.boundsInitialized() != 0 && boundsOf(&graph) == boxOf(walked);
+    return fits || m_behind.count(&graph) != 0 ? "" : "bounds";
 }
 
 std::string SabotagedWorld::differenceAt(QxDGraph& graph) {
-    QxEdgeDList edges;
-    graph.buildAllEdgeList(&edges);
-    for (QxDEdge* edge : objectsOf<QxDEdge>(edges)) {
+    for (QxDEdge* edge : edgesIn(graph)) {
         if (const auto wrong = differenceAt(*edge); !wrong.empty()) {
             return wrong;
         }
@@ -584,34 +429,23 @@ std::string SabotagedWorld::differenceAt(QxDGraph& graph) {
             return "node: " + wrong;
         }
     }
-    if (const auto wrong = storyDifference(graph, boundsOf(&graph)); !wrong.empty()) {
-        return "graph: " + wrong;
-    }
-    if (!keepsBounds(graph) || m_stale.count(&graph) != 0) {
-        return "";
-    }
-    QxRect walked;
-    const bool any = walkBounds(graph, walked);
-    const bool behind = m_behind.count(&graph) != 0;
-    return !any && graph.boundsInitialized() != 0                ? "bounds of nothing"
-           : any && !behind && graph.boundsInitialized() == 0    ? "bounds are missing"
-           : any && !behind && boundsOf(&graph) != boxOf(walked) ? "bounds"
-                                                                 : "";
+    const auto wrong = storyDifference(graph, boundsOf(&graph));
+    return wrong.empty() ? boundsDifference(graph) : "graph: " + wrong;
 }
 
-std::string SabotagedWorld::difference() {
+std::string SabotagedWorld::step() {
+    m_sabotagesLeft = m_random.below(4);
+    edit();
+    m_sabotagesLeft = 0;
     for (const auto& manager : m_managers) {
         if (manager->checkInvariants() == 0) {
-            return "manager: invariants";
+            return "invariants";
         }
     }
-    const auto present = graphs();
-    for (QxDGraph* graph : present) {
+    for (QxDGraph* graph : graphs()) {
         if (const auto wrong = differenceAt(*graph); !wrong.empty()) {
             return wrong;
         }
-    }
-    for (QxDGraph* graph : present) {
         if (m_random.chance(20)) {
             graph->refreshGraphBounds();
             m_behind.erase(graph);
@@ -629,10 +463,10 @@ std::string SabotagedWorld::settle() {
             return "a graph does not keep its bounds any more";
         }
     }
-    m_off.clear();
-    m_stale.clear();
-    m_behind.clear();
-    return difference();
+    for (auto* marked : {&m_off, &m_behind, &m_stale}) {
+        marked->clear();
+    }
+    return step();
 }
 
 class EditsByListeners : public testing::TestWithParam<std::uint32_t> {};
