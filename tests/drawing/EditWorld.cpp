@@ -14,6 +14,12 @@ EditWorld::EditWorld(std::uint32_t seed) : m_random(seed) {
         arrow.appendPoint(corner);
     }
     m_shapes = {QxShape(), QxShape(QxShapeTypeOval), QxShape::fromOutline(arrow)};
+    for (WorldFactory* factory : {&m_home, &m_foreign}) {
+        factory->onNew = [this](const QxObject* object) {
+            m_story.forget(object);
+            m_knownBends.erase(object);
+        };
+    }
     for (QxFactory* factory : {&m_home, &m_home, &m_home, &m_foreign}) {
         addManager(*factory);
     }

@@ -207,6 +207,16 @@ std::string EditWorld::marginDifference(const ModelGraph& graph) {
     real.ntBoundingRectWithIntergraphEdges(bounds);
     real.ntMarginBoundingRect(margins);
     const Box inner = boxOf(bounds);
+    QxRect all = real.boundsInitialized() != 0 ? *real.pBoundingRect() : QxRect();
+    const ModelGraph* between = graph.manager->between;
+    if (m_anchors[graph.manager] == &graph && between != nullptr &&
+        drawn(*between)->boundsInitialized() != 0) {
+        const QxRect& others = *drawn(*between)->pBoundingRect();
+        all = real.boundsInitialized() != 0 ? all |= others : others;
+    }
+    if (inner != boxOf(all)) {
+        return "bounds with the edges between graphs";
+    }
     const std::array<std::int64_t, 2> extents{bounds.width(), bounds.height()};
     Box outer;
     for (std::size_t side = 0; side < 4; ++side) {

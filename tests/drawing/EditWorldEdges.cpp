@@ -148,7 +148,13 @@ void EditWorld::stepBend() {
     if (m_model.edges().empty()) {
         return;
     }
-    ModelEdge& model = anyEdge();
+    // Mostly one that has bends and may be edited, so that not nearly all calls are refused.
+    ModelEdge* picked = &anyEdge();
+    for (int i = 0;
+         i < 8 && (picked->state != EdgeState::Connected || m_bends[picked->object].empty()); ++i) {
+        picked = &anyEdge();
+    }
+    ModelEdge& model = *picked;
     const bool active = model.graph != nullptr && model.state == EdgeState::Connected;
     m_complaint = m_story.hear(m_events.take());
     const int kind = m_random.below(14);

@@ -46,36 +46,6 @@ TEST_F(QxDNodeShape, APlainNodeShowsTheDefaultWithoutHoldingIt) {
     EXPECT_EQ(lonely->within(QxPoint(20, 20), 1), 1);
 }
 
-TEST_F(QxDNodeShape, EqualShapesAreSharedAndCountedExactly) {
-    QxDNode* first = place(0, 0, 10, 10);
-    QxDNode* second = place(50, 0, 10, 10);
-    const QxShape* shown = first->pShape(&oval, 0);
-    ASSERT_NE(shown, nullptr);
-    EXPECT_EQ(*shown, oval);
-    EXPECT_EQ(second->pChangeShape(&oval, 1), shown);
-    EXPECT_EQ(first->pQueryShapeResource(), second->pQueryShapeResource());
-    EXPECT_EQ(first->pQueryShapeResource()->useCount(), 2);
-    EXPECT_EQ(shapesInUse(), 2U);
-
-    const QxShape other = qxtest::diamond();
-    second->pShape(&other, 1);
-    EXPECT_EQ(*first->pShape(), oval) << "the other holder sees no change";
-    EXPECT_EQ(first->pQueryShapeResource()->useCount(), 1);
-    EXPECT_EQ(shapesInUse(), 3U);
-    second->pShape(first->pShape(), 0);
-    EXPECT_EQ(first->pQueryShapeResource()->useCount(), 2);
-    EXPECT_EQ(shapesInUse(), 2U);
-
-    EXPECT_EQ(second->pShape(nullptr, 0), defaultResource()->pShape());
-    EXPECT_EQ(second->pShape()->type(), QxShapeTypeRectangle);
-    EXPECT_EQ(defaultResource()->useCount(), 1);
-    graph->discardNode(second);
-    EXPECT_EQ(defaultResource()->useCount(), 0);
-    EXPECT_EQ(first->pQueryShapeResource()->useCount(), 1);
-    graph->discardNode(first);
-    EXPECT_EQ(shapesInUse(), 1U);
-}
-
 TEST_F(QxDNodeShape, APrivateResourceIsChangedInPlaceAndSharedAgain) {
     QxDNode* first = place(0, 0, 10, 10);
     QxDNode* second = place(50, 0, 10, 10);
