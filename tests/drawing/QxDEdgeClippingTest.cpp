@@ -39,6 +39,48 @@ protected:
     QxDEdge* edge = drawing.edge;
 };
 
+TEST_F(QxDEdgeClipping, FollowsChoicesAndNodesThatForceIt) {
+    source->forceClipping(0);
+    target->forceClipping(0);
+    EXPECT_EQ(edge->clipSourceSide(0), 0);
+    EXPECT_THAT(visiblePointsOf(edge), ElementsAre(Place{0, 0}, Place{190, 0}));
+    EXPECT_EQ(edge->clipTargetSide(0), 0);
+    EXPECT_THAT(visiblePointsOf(edge), ElementsAre(Place{0, 0}, Place{200, 0}));
+    EXPECT_EQ(edge->useFromClipping(), 0);
+    source->forceClipping(1);
+    EXPECT_EQ(edge->useFromClipping(), 1);
+    EXPECT_EQ(edge->clipSourceSide(), 0);
+    EXPECT_THAT(visiblePointsOf(edge), ElementsAre(Place{10, 0}, Place{200, 0}));
+    edge->clipTargetSide(5);
+    EXPECT_EQ(edge->clipTargetSide(), 1);
+    EXPECT_EQ(edge->isUpdatedVisiblePart(), 0) << "found anew when somebody asks";
+    EXPECT_THAT(visiblePointsOf(edge), ElementsAre(Place{10, 0}, Place{190, 0}));
+}
+
+TEST_F(QxDEdgeClipping, BendsWithinAnEndNodeAreHidden) {
+    reroute(edge, {{5, 5}, {50, 5}, {150, 5}, {195, 5}, {205, 0}});
+    EXPECT_EQ(flags(), "..sbsbs....");
+    EXPECT_EQ(edge->pFromClippingEdge(), segmentsOf(edge)[1]);
+    EXPECT_THAT(visiblePointsOf(edge),
+                ElementsAre(Place{10, 5}, Place{50, 5}, Place{150, 5}, Place{190, 5}));
+    EXPECT_EQ(segmentsOf(edge)[0]->ntFromPoint(1), QxPoint(0, 0)) << "hidden, hence not clipped";
+    EXPECT_EQ(edge->findClipPathEdge(1, 0), segmentsOf(edge)[0]);
+    EXPECT_EQ(edge->findClipPathEdge(0, 1), segmentsOf(edge)[3]);
+    edge->discardOverlappedBendsForClipping(1, 0);
+    EXPECT_EQ(bendsOf(edge), (Places{{50, 5}, {150, 5}, {195, 5}, {205, 0}}));
+    edge->discardOverlappedBendsForClipping(0, 1);
+    EXPECT_EQ(bendsOf(edge), (Places{{50, 5}, {150, 5}}));
+    EXPECT_EQ(flags(), "sbsbs");
+}
+
+TEST_F(QxDEdgeClipping, APathThatLeavesOneNodeOnlyWithinTheOtherIsNotSeen) {
+    target->moveTo(22, 0, 1);
+    target->resize(40, 40, 1);
+    // The first bend lies in both nodes, the second in the target alone.
+    reroute(edge, {{5, 0}, {15, 5}});
+    EXPECT_EQ(flags(), ".....");
+}
+
 TEST_F(QxDEdgeClipping, NodesThatTouchShowAPointSideBySideOnly) {
     target->moveTo(20, 0, 1);
     EXPECT_EQ(edge->hasVisiblePart(), 1);
