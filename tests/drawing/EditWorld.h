@@ -8,7 +8,7 @@
 #include <memory>
 #include <set>
 
-#include "drawing/DrawingTesting.h"
+#include "drawing/WorldFactory.h"
 #include "foundation/graph/GraphModel.h"
 #include "qx/foundation/geometry/QxShape.h"
 #include "support/TestRandom.h"
@@ -59,6 +59,14 @@ private:
         int changes = 0;  ///< that were worth an event
         bool rests = false;
     };
+    using Bends = std::vector<QxPoint>;
+    struct BendEvents {
+        int added = 0;
+        int moved = 0;
+        int discarded = 0;
+        int removed = 0;
+        bool operator==(const BendEvents&) const = default;
+    };
     struct Outcome {
         std::string what;
         bool real;
@@ -70,6 +78,7 @@ private:
     std::string differenceAt(const ModelNode& node);
     std::string differenceAt(const ModelEdge& edge);
     std::string differenceAt(const ModelGraph& graph);
+    std::string visibleDifference(const ModelEdge& edge);
     std::string marginDifference(const ModelGraph& graph);
     std::string shapeDifference() const;
     void forgetWhatIsGone();
@@ -77,7 +86,7 @@ private:
     bool isVisible(const ModelGraph* graph) const;
     bool isVisible(const ModelEdge& edge) const;
 
-    // What is done (EditWorld.cpp).
+    // What is done (EditWorld.cpp, EditWorldEdges.cpp, EditWorldGeometry.cpp).
     void note(const std::string& what);
     void agree(const Outcome& outcome);
     ModelGraph& anyGraph();
@@ -87,6 +96,8 @@ private:
     ModelGraph& graphOf(const ModelMember& member);
     std::int32_t anyCoordinate();
     std::int32_t anyExtent();
+    QxPoint anyPlace();
+    QxDGraph* newGraph(QxDGraphManager& manager);
     void addManager(QxFactory& factory);
     void addNode(ModelGraph& graph);
     void addEdge();
@@ -99,7 +110,17 @@ private:
     void stepMove();
     void stepResize();
     void stepReshape();
+    void stepClipping(QxDEdge& edge);
+    void stepEnds(ModelEdge& edge);
     void stepBend();
+    void addBend(ModelEdge& edge, bool active);
+    void discardBend(ModelEdge& edge, bool active);
+    void moveBend(ModelEdge& edge);
+    void reroute(ModelEdge& edge, bool active);
+    void discardBends(ModelEdge& edge, bool active);
+    void discardHiddenBends(ModelEdge& edge, bool active);
+    void copyEdge(ModelEdge& edge);
+    void expectTold(const ModelEdge& edge, const BendEvents& wanted);
     void stepRaw();
     void stepWholeGraph();
     void stepSuspended();
@@ -109,12 +130,12 @@ private:
     void expectResized(ModelNode& node, std::int64_t width, std::int64_t height);
     std::string copyDifference(const QxDGraph& copy, const QxDGraph& original) const;
 
-    QxFactory m_home;
-    QxFactory m_foreign;
+    WorldFactory m_home;
+    WorldFactory m_foreign;
     TestRandom m_random;
     GraphModel m_model;
     std::map<const QxObject*, Look> m_looks;
-    std::map<const QxObject*, std::vector<QxPoint>> m_bends;
+    std::map<const QxObject*, Bends> m_bends;
     std::map<const QxObject*, Attributes> m_attributes;
     std::map<const ModelManager*, ModelGraph*> m_anchors;
     EventRecorder m_events;

@@ -6,6 +6,7 @@
 #include <algorithm>
 #include <set>
 
+#include "drawing/EdgeWalk.h"
 #include "drawing/EditWorld.h"
 #include "qx/foundation/geometry/QxShapeResource.h"
 
@@ -86,8 +87,9 @@ void EditWorld::settleAnchors() {
 }
 
 bool EditWorld::isVisible(const ModelGraph* graph) const {
-    return graph != nullptr &&
-           (graph->manager == nullptr || graph->isBetween || m_anchors.at(graph->manager) == graph);
+    return graph != nullptr && (graph->manager == nullptr || graph->isBetween ||
+                                m_anchors.at(graph->manager) == graph ||
+                                dynamic_cast<const ShownGraph*>(graph->object) != nullptr);
 }
 
 bool EditWorld::isVisible(const ModelEdge& edge) const {
@@ -124,6 +126,9 @@ std::string EditWorld::difference() {
     check(m_model.nodes(), "node: ");
     check(m_model.edges(), "edge: ");
     check(m_model.graphs(), "graph: ");
+    for (int i = 0; i < 3 && wrong.empty() && !m_model.edges().empty(); ++i) {
+        wrong = visibleDifference(anyEdge());
+    }
     return wrong.empty() ? shapeDifference() : wrong;
 }
 
@@ -174,6 +179,26 @@ std::string EditWorld::differenceAt(const ModelEdge& edge) {
                : "";
 }
 
+/// Only of what is so small that it can be walked along in short steps.
+std::string EditWorld::visibleDifference(const ModelEdge& edge) {
+    constexpr std::int32_t Far = 2000;
+    const auto isNear = [](std::int64_t value) { return value > -Far && value < Far; };
+    if (edge.state != EdgeState::Connected || (edge.graph->isBetween && !isVisible(edge))) {
+        return "";
+    }
+    const Bends& bends = m_bends.at(edge.object);
+    const auto ends = {boxOf(*drawn(*edge.source)->pIRect()),
+                       boxOf(*drawn(*edge.target)->pIRect())};
+    if (!std::all_of(bends.begin(), bends.end(),
+                     [&](const QxPoint& bend) { return isNear(bend.x()) && isNear(bend.y()); }) ||
+        !std::all_of(ends.begin(), ends.end(),
+                     [&](const Box& box) { return std::all_of(box.begin(), box.end(), isNear); })) {
+        return "";
+    }
+    const std::string wrong = visiblePartDifference(*drawn(edge), bends, m_random.chance(20));
+    return wrong.empty() ? "" : "edge: " + wrong;
+}
+
 std::string EditWorld::marginDifference(const ModelGraph& graph) {
     const QxDGraph& real = *drawn(graph);
     const Attributes& wanted = m_attributes[&real];
@@ -182,6 +207,16 @@ std::string EditWorld::marginDifference(const ModelGraph& graph) {
     real.ntBoundingRectWithIntergraphEdges(bounds);
     real.ntMarginBoundingRect(margins);
     const Box inner = boxOf(bounds);
+    QxRect all = real.boundsInitialized() != 0 ? *real.pBoundingRect() : QxRect();
+    const ModelGraph* between = graph.manager->between;
+    if (m_anchors[graph.manager] == &graph && between != nullptr &&
+        drawn(*between)->boundsInitialized() != 0) {
+        const QxRect& others = *drawn(*between)->pBoundingRect();
+        all = real.boundsInitialized() != 0 ? all |= others : others;
+    }
+    if (inner != boxOf(all)) {
+        return "bounds with the edges between graphs";
+    }
     const std::array<std::int64_t, 2> extents{bounds.width(), bounds.height()};
     Box outer;
     for (std::size_t side = 0; side < 4; ++side) {

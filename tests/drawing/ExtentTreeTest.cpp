@@ -100,16 +100,6 @@ TEST(ExtentTree, UnitesWhatItHoldsAfterEveryRandomChange) {
     }
 }
 
-TEST(ExtentTree, KeepsASideThatAnotherEntryOfTheBlockHasToo) {
-    TreeAndTwin both;
-    both.add(QxRect(0, 0, 10, 10));
-    both.add(QxRect(0, 0, 10, 10));
-    both.change(0, QxRect(5, 5, 6, 6));
-    both.expectSame();
-    both.change(1, QxRect(5, 5, 6, 6));
-    both.expectSame();
-}
-
 TEST(ExtentTree, UsesFreedSlotsAgain) {
     ExtentTree tree;
     std::int32_t slot = ExtentTree::NoSlot;

@@ -39,19 +39,6 @@ protected:
     QxDEdge* edge = drawing.edge;
 };
 
-TEST_F(QxDEdgeClipping, ANewEdgeRunsFromBorderToBorder) {
-    EXPECT_EQ(edge->clipSourceSide(), 1);
-    EXPECT_EQ(edge->clipTargetSide(), 1);
-    EXPECT_EQ(edge->hasVisiblePart(), 1);
-    EXPECT_THAT(visiblePointsOf(edge), ElementsAre(Place{10, 0}, Place{190, 0}));
-    EXPECT_EQ(edge->ntFromPoint(0), QxPoint(0, 0));
-    QxPoint point;
-    EXPECT_EQ(edge->getTargetPoint(point, 0), 1);
-    EXPECT_EQ(point, QxPoint(200, 0)) << "the ends of the whole path are not clipped";
-    EXPECT_EQ(onlySegment()->direction(), QxDirectionRight);
-    EXPECT_EQ(onlySegment()->isSlope(), 0);
-}
-
 TEST_F(QxDEdgeClipping, FollowsChoicesAndNodesThatForceIt) {
     source->forceClipping(0);
     target->forceClipping(0);
@@ -70,34 +57,28 @@ TEST_F(QxDEdgeClipping, FollowsChoicesAndNodesThatForceIt) {
     EXPECT_THAT(visiblePointsOf(edge), ElementsAre(Place{10, 0}, Place{190, 0}));
 }
 
-TEST_F(QxDEdgeClipping, AnUnclippedEdgeIsSeenEvenWithinItsNodes) {
-    source->forceClipping(0);
-    target->forceClipping(0);
-    edge->clipSourceSide(0);
-    edge->clipTargetSide(0);
-    target->moveTo(2, 0, 1);
-    EXPECT_EQ(flags(), "s");
-    QxPEdge* first = nullptr;
-    QxPEdge* last = nullptr;
-    EXPECT_EQ(edge->getVisiblePart(first, last, 1, 1), 0) << "forced clipping hides it";
-    EXPECT_EQ(first, nullptr);
-    EXPECT_EQ(edge->hasVisiblePart(), 1) << "the question changes nothing";
-    EXPECT_EQ(edge->getVisiblePart(first, last, 1, 0), 0);
-    EXPECT_EQ(last, nullptr);
-    drawing.addBend(edge, 50, 0);
-    EXPECT_EQ(edge->getVisiblePart(first, last, 0, 1), 1);
-    EXPECT_EQ(last, edge->pTargetOrPathEdge());
+TEST_F(QxDEdgeClipping, BendsWithinAnEndNodeAreHidden) {
+    reroute(edge, {{5, 5}, {50, 5}, {150, 5}, {195, 5}, {205, 0}});
+    EXPECT_EQ(flags(), "..sbsbs....");
+    EXPECT_EQ(edge->pFromClippingEdge(), segmentsOf(edge)[1]);
+    EXPECT_THAT(visiblePointsOf(edge),
+                ElementsAre(Place{10, 5}, Place{50, 5}, Place{150, 5}, Place{190, 5}));
+    EXPECT_EQ(segmentsOf(edge)[0]->ntFromPoint(1), QxPoint(0, 0)) << "hidden, hence not clipped";
+    EXPECT_EQ(edge->findClipPathEdge(1, 0), segmentsOf(edge)[0]);
+    EXPECT_EQ(edge->findClipPathEdge(0, 1), segmentsOf(edge)[3]);
+    edge->discardOverlappedBendsForClipping(1, 0);
+    EXPECT_EQ(bendsOf(edge), (Places{{50, 5}, {150, 5}, {195, 5}, {205, 0}}));
+    edge->discardOverlappedBendsForClipping(0, 1);
+    EXPECT_EQ(bendsOf(edge), (Places{{50, 5}, {150, 5}}));
+    EXPECT_EQ(flags(), "sbsbs");
 }
 
-TEST_F(QxDEdgeClipping, OverlappingNodesHideTheEdge) {
-    target->moveTo(15, 3, 1);
-    EXPECT_EQ(edge->hasVisiblePart(), 0);
-    EXPECT_EQ(edge->pFromClippingEdge(), nullptr);
-    EXPECT_EQ(edge->pToClippingEdge(), nullptr);
-    EXPECT_EQ(edge->ntFromPoint(1), QxPoint(0, 0)) << "an edge that is not seen is not clipped";
-    EXPECT_EQ(edge->ntToPoint(1), QxPoint(15, 3));
-    target->moveTo(200, 0, 1);
-    EXPECT_THAT(visiblePointsOf(edge), ElementsAre(Place{10, 0}, Place{190, 0}));
+TEST_F(QxDEdgeClipping, APathThatLeavesOneNodeOnlyWithinTheOtherIsNotSeen) {
+    target->moveTo(22, 0, 1);
+    target->resize(40, 40, 1);
+    // The first bend lies in both nodes, the second in the target alone.
+    reroute(edge, {{5, 0}, {15, 5}});
+    EXPECT_EQ(flags(), ".....");
 }
 
 TEST_F(QxDEdgeClipping, NodesThatTouchShowAPointSideBySideOnly) {
@@ -116,49 +97,6 @@ TEST_F(QxDEdgeClipping, NodesThatTouchShowAPointSideBySideOnly) {
     EXPECT_EQ(edge->hasVisiblePart(), 0);
     target->moveTo(0, 0, 1);
     EXPECT_EQ(edge->hasVisiblePart(), 0);
-}
-
-TEST_F(QxDEdgeClipping, BendsWithinAnEndNodeAreHidden) {
-    reroute(edge, {{5, 5}, {50, 5}, {150, 5}, {195, 5}, {205, 0}});
-    EXPECT_EQ(flags(), "..sbsbs....");
-    EXPECT_EQ(edge->pFromClippingEdge(), segmentsOf(edge)[1]);
-    EXPECT_THAT(visiblePointsOf(edge),
-                ElementsAre(Place{10, 5}, Place{50, 5}, Place{150, 5}, Place{190, 5}));
-    EXPECT_EQ(segmentsOf(edge)[0]->ntFromPoint(1), QxPoint(0, 0)) << "hidden, hence not clipped";
-    EXPECT_EQ(edge->findClipPathEdge(1, 0), segmentsOf(edge)[0]);
-    EXPECT_EQ(edge->findClipPathEdge(0, 1), segmentsOf(edge)[3]);
-    edge->discardOverlappedBendsForClipping(1, 0);
-    EXPECT_EQ(bendsOf(edge), (Places{{50, 5}, {150, 5}, {195, 5}, {205, 0}}));
-    edge->discardOverlappedBendsForClipping(0, 1);
-    EXPECT_EQ(bendsOf(edge), (Places{{50, 5}, {150, 5}}));
-    EXPECT_EQ(flags(), "sbsbs");
-}
-
-TEST_F(QxDEdgeClipping, APathThatComesBackIsSeenFromItsFirstWayOut) {
-    reroute(edge, {{50, 0}, {3, 3}, {50, 50}});
-    EXPECT_EQ(flags(), "sbsbsbs");
-    edge->discardOverlappedBendsForClipping(1, 1);
-    EXPECT_EQ(edge->numberOfBends(), 3);
-}
-
-TEST_F(QxDEdgeClipping, APathThatCannotGetOutIsNotSeen) {
-    source->moveTo(100, 0, 1);
-    source->resize(300, 100, 1);
-    reroute(edge, {{50, 5}, {150, 5}});
-    EXPECT_EQ(edge->findClipPathEdge(1, 1), nullptr);
-    EXPECT_EQ(flags(), ".....");
-    QxPEdge* first = onlySegment();
-    QxPEdge* last = first;
-    EXPECT_EQ(edge->getVisiblePart(first, last, 0, 0), 0);
-    EXPECT_EQ(last, nullptr);
-}
-
-TEST_F(QxDEdgeClipping, APathThatLeavesOneNodeOnlyWithinTheOtherIsNotSeen) {
-    target->moveTo(22, 0, 1);
-    target->resize(40, 40, 1);
-    // The first bend lies in both nodes, the second in the target alone.
-    reroute(edge, {{5, 0}, {15, 5}});
-    EXPECT_EQ(flags(), ".....");
 }
 
 TEST_F(QxDEdgeClipping, OneVisibleSegmentIsJudgedByTheCentersOfTheNodes) {
@@ -195,18 +133,6 @@ TEST_F(QxDEdgeClipping, OvalsAndPolygonsCutAtTheirOutline) {
     edge->discardAllBends();
     target->moveTo(400, 400, 1);
     EXPECT_EQ(edge->ntFromPoint(1), QxPoint(33, 33));
-}
-
-TEST_F(QxDEdgeClipping, RawMovesOutdateAndReadersFindTheRightPoint) {
-    target->ntMoveTo(0, 200);
-    EXPECT_EQ(edge->isUpdatedVisiblePart(), 0);
-    EXPECT_EQ(onlySegment()->ntFromPoint(1), QxPoint(0, 10));
-    EXPECT_EQ(edge->ntFromPoint(1), QxPoint(0, 10));
-    EXPECT_EQ(edge->isUpdatedVisiblePart(), 1);
-    EXPECT_EQ(onlySegment()->ntToPoint(1), QxPoint(0, 190));
-    source->ntResize(40, 40);
-    drawing.graph->updateVisiblePartOfEdges();
-    EXPECT_EQ(onlySegment()->ntFromPoint(1), QxPoint(0, 20));
 }
 
 TEST_F(QxDEdgeClipping, AClipPointIsComputedOnce) {
@@ -263,21 +189,6 @@ TEST_F(QxDEdgeClipping, PartsThatAreNotSeenCannotBeUsed) {
     edge->disconnect();
     EXPECT_EQ(segments[1]->isUsable(), 0);
     EXPECT_EQ(segments[1]->isVisible(), 0);
-}
-
-TEST_F(QxDEdgeClipping, ReversedEdgesAreCutTheOtherWayRound) {
-    reroute(edge, {{5, 5}, {50, 5}});
-    const Places before = visiblePointsOf(edge, QxIterBackward);
-    edge->reverse();
-    EXPECT_EQ(visiblePointsOf(edge), before);
-}
-
-TEST_F(QxDEdgeClipping, ASelfLoopIsSeenOutsideItsNode) {
-    QxDEdge* loop = drawing.addEdge(source, source);
-    EXPECT_EQ(loop->hasVisiblePart(), 0);
-    reroute(loop, {{0, 50}, {50, 0}});
-    EXPECT_THAT(visiblePointsOf(loop),
-                ElementsAre(Place{0, 10}, Place{0, 50}, Place{50, 0}, Place{10, 0}));
 }
 
 }  // namespace

@@ -110,17 +110,6 @@ TEST_F(QxDEdgeMeasures, CoversItsEndsAndBends) {
     EXPECT_EQ(edge->getBoundingRectWithPathNodes(rect, 1), 1);
 }
 
-TEST_F(QxDEdgeMeasures, ListsItsPointsFromSourceToTarget) {
-    reroute(edge, {{0, 100}, {200, 100}});
-    QxPointDList points;
-    edge->buildEdgePointList(points);
-    Places places;
-    for (const QxDListCell* cell = points.pFirstCell(); cell; cell = cell->pNextCell()) {
-        places.push_back(placeOf(*QxPointDList::pPoint(cell)));
-    }
-    EXPECT_THAT(places, ElementsAre(Place{0, 0}, Place{0, 100}, Place{200, 100}, Place{200, 0}));
-}
-
 class QxDEdgeExtremes : public QxDEdgeMeasures {
 protected:
     static constexpr std::int32_t Min = qx::MinInt32;

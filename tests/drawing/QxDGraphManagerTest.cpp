@@ -22,54 +22,6 @@ protected:
     QxDGraph* graph = drawing.graph;
 };
 
-TEST_F(QxDGraphManagerTest, TheFirstGraphIsTheAnchorUntilItGoes) {
-    EXPECT_EQ(manager->pAnchorGraph(), graph);
-    QxDGraph* second = manager->addGraph(0);
-    QxDGraph* third = manager->addGraph(0);
-    EXPECT_EQ(manager->pAnchorGraph(), graph);
-    EXPECT_EQ(graph->isVisible(), 1);
-    EXPECT_EQ(second->isVisible(), 0);
-    EXPECT_EQ(manager->nestedInAnchorGraph(second), 0);
-    EXPECT_EQ(manager->nestedInAnchorGraph(nullptr), 0);
-
-    const Ref<QxDGraph> removed(manager->removeGraph(graph));
-    EXPECT_EQ(manager->pAnchorGraph(), second);
-    EXPECT_EQ(manager->discardGraph(second), 1);
-    EXPECT_EQ(manager->pAnchorGraph(), third);
-    EXPECT_EQ(manager->discardGraph(third), 1);
-    EXPECT_EQ(manager->pAnchorGraph(), nullptr);
-    EXPECT_EQ(manager->insertGraph(graph), graph);
-    removed->vAddRef();  // the manager owns it again
-    EXPECT_EQ(manager->pAnchorGraph(), graph);
-}
-
-TEST_F(QxDGraphManagerTest, ANewAnchorBringsItsBoundsUpToDate) {
-    QxDGraph* second = manager->addGraph(0);
-    QxDNode* a = second->addNodeWithCoordinates(0, 0, 10, 10, 1, 0);
-    QxDNode* b = second->addNodeWithCoordinates(30, 0, 10, 10, 1, 0);
-    QxDEdge* edge = manager->pIntergraph()->addEdge(a, b, 0);
-    drawing.addBend(edge, 0, 200);
-    a->moveTo(-50, 0, 1);
-    EXPECT_EQ(second->boundsInitialized(), 0) << "nobody sees the graph";
-    EXPECT_EQ(manager->pQueryIntergraph()->boundsInitialized(), 0);
-    manager->discardGraph(graph);
-    EXPECT_EQ(boundsOf(second), (Box{-55, -5, 35, 5}));
-    EXPECT_EQ(manager->pQueryIntergraph()->pBoundingRect()->top(), 200);
-    const Ref<QxDGraph> removed(manager->removeGraph(second));
-    EXPECT_EQ(manager->pQueryIntergraph()->boundsInitialized(), 0);
-}
-
-TEST_F(QxDGraphManagerTest, AnAnchorThatMovesLeftBehindHasBoundsAgain) {
-    const Ref<QxDGraph> loose(factory.qxNewDGraph(&factory, 0));
-    QxDNode* node = loose->addNode(0);
-    node->ntMoveTo(100, 100);
-    manager->discardGraph(graph);
-    manager->insertGraph(loose.get());
-    loose->vAddRef();
-    EXPECT_EQ(loose->needsUpdateGraphBounds(), 1);
-    EXPECT_EQ(boundsOf(loose.get()), (Box{80, 80, 120, 120}));
-}
-
 TEST_F(QxDGraphManagerTest, TheIntergraphIsMadeOnDemandAndStays) {
     EXPECT_EQ(manager->pQueryIntergraph(), nullptr);
     QxDNode* a = drawing.addNode(0, 0);
@@ -95,13 +47,6 @@ TEST_F(QxDGraphManagerTest, TheIntergraphIsMadeOnDemandAndStays) {
     EXPECT_EQ(manager->addEdge(a, nullptr, 0), nullptr);
 }
 
-/// Lets the protected steps be called.
-class OpenManager : public QxDGraphManager {
-public:
-    using QxDGraphManager::QxDGraphManager;
-    using QxDGraphManager::vNewGraph;
-};
-
 class OpenGraph : public QxDGraph {
 public:
     using QxDGraph::QxDGraph;
@@ -113,22 +58,7 @@ protected:
     QxDGraph* vNewDGraph(QxOwnedObject* owner, int type) override {
         return new OpenGraph(owner, type, this);
     }
-    QxDGraphManager* vNewDGraphManager(QxOwnedObject* owner, int type) override {
-        return new OpenManager(owner, type, this);
-    }
 };
-
-TEST(QxDGraphManager, AGraphUpdatesItsBoundsOnlyOnceInserted) {
-    OpenFactory factory;
-    const Ref<QxDGraphManager> manager(factory.newDGraphManager());
-    QxGraph* made = static_cast<OpenManager*>(manager.get())->vNewGraph(0);
-    const Ref<QxDGraph> graph(static_cast<QxDGraph*>(made));
-    EXPECT_EQ(graph->needsUpdateGraphBounds(), 0);
-    EXPECT_EQ(graph->pOwnerGraphManager(), nullptr);
-    manager->insertGraph(graph.get());
-    graph->vAddRef();
-    EXPECT_EQ(graph->needsUpdateGraphBounds(), 1);
-}
 
 TEST(QxDGraphManager, TheIntergraphSharesTheTransformOfTheAnchor) {
     OpenFactory factory;
@@ -201,42 +131,6 @@ TEST_F(QxDGraphManagerTest, ComputesBoundsFromTheInsideOut) {
     EXPECT_EQ(between->pBoundingRect()->top() > 290, true);
 }
 
-TEST_F(QxDGraphManagerTest, TakesOverTheGraphsOfAnother) {
-    SmallDrawing other(factory);
-    QxDNode* a = other.addNode(0, 0);
-    QxDNode* b = other.manager->addGraph(0)->addNode(0);
-    QxDEdge* across = other.manager->addEdge(a, b, 0);
-    EXPECT_EQ(manager->transferTopology(other.manager.get()), 1);
-    EXPECT_EQ(manager->pAnchorGraph(), graph);
-    EXPECT_EQ(other.manager->pAnchorGraph(), nullptr);
-    EXPECT_EQ(other.manager->numberOfGraphs(), 0);
-    EXPECT_EQ(manager->numberOfGraphs(), 3);
-    EXPECT_EQ(across->pOwnerGraph(), manager->pQueryIntergraph());
-    EXPECT_EQ(across->connected(), 1);
-    EXPECT_EQ(a->isVisible(), 0);
-    EXPECT_EQ(manager->checkInvariants() & other.manager->checkInvariants(), 1);
-
-    EXPECT_EQ(other.manager->transferTopology(manager), 1);
-    EXPECT_EQ(other.manager->pAnchorGraph(), graph) << "an empty manager takes the anchor, too";
-    EXPECT_EQ(manager->transferTopology(manager), 0);
-    EXPECT_EQ(manager->transferTopology(nullptr), 0);
-    QxFactory elsewhere;
-    SmallDrawing foreign(elsewhere);
-    EXPECT_EQ(manager->transferTopology(foreign.manager.get()), 0);
-    EXPECT_EQ(foreign.manager->pAnchorGraph(), foreign.graph);
-}
-
-TEST_F(QxDGraphManagerTest, TransferBringsTheBoundsOfTheIntergraphAlong) {
-    QxDEdge* edge =
-        manager->pIntergraph()->addEdge(drawing.addNode(0, 0), drawing.addNode(50, 0), 0);
-    drawing.addBend(edge, 0, 90);
-    const Ref<QxDGraphManager> other(factory.newDGraphManager());
-    other->transferTopology(manager);
-    EXPECT_EQ(manager->pQueryIntergraph()->boundsInitialized(), 0);
-    EXPECT_EQ(other->pQueryIntergraph()->pBoundingRect()->top(), 90);
-    EXPECT_EQ(boundsOf(graph), (Box{-5, -5, 55, 5}));
-}
-
 using QxDGraphManagerCopy = QxDGraphManagerTest;
 
 TEST_F(QxDGraphManagerCopy, IsAWholeDrawingOfItsOwn) {
@@ -303,37 +197,6 @@ TEST_F(QxDGraphManagerCopy, ReplacesWhatTheManagerHeld) {
     manager->copyObject(nullptr);
     manager->copyObject(manager);
     EXPECT_EQ(manager->numberOfGraphs(), 2);
-}
-
-TEST_F(QxDGraphManagerCopy, DuplicatesJoinWhatIsThereWithTheirBoundsComputed) {
-    drawing.addNode(1, 1);
-    QxDGraph* second = manager->addGraph(0);
-    second->addNode(0);
-    const Ref<QxDGraphManager> other(factory.newDGraphManager());
-    QxDGraph* old = other->addGraph(0);
-    other->duplicateTopology(manager);
-    EXPECT_EQ(other->pFirstGraph(), old);
-    EXPECT_EQ(other->pAnchorGraph(), old);
-    ASSERT_EQ(other->numberOfGraphs(), 3);
-    EXPECT_EQ(boundsOf(other->pLastGraph()), (Box{-20, -20, 20, 20})) << "though invisible";
-    EXPECT_EQ(manager->internalUserFieldsInUse(), 0);
-}
-
-TEST_F(QxDGraphManagerTest, EmptyingReleasesEverything) {
-    QxDNode* a = drawing.addNode(0, 0);
-    QxDNode* b = manager->addGraph(0)->addNode(0);
-    const Ref<QxDEdge> across = hold(manager->addEdge(a, b, 0));
-    const Ref<QxDNode> kept = hold(a);
-    manager->emptyTopology();
-    EXPECT_EQ(manager->numberOfGraphs(), 0);
-    EXPECT_EQ(manager->pQueryIntergraph(), nullptr);
-    EXPECT_EQ(manager->pAnchorGraph(), nullptr);
-    EXPECT_EQ(across->pSourceNode(), nullptr);
-    EXPECT_EQ(across->referenceCount(), 1U);
-    EXPECT_EQ(kept->referenceCount(), 1U);
-    EXPECT_EQ(kept->isVisible(), 0);
-    EXPECT_EQ(kept->moveTo(1, 1, 0), 0);
-    EXPECT_EQ(kept->moveTo(1, 1, 1), 1);
 }
 
 }  // namespace

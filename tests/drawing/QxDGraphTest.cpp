@@ -48,90 +48,6 @@ TEST_F(QxDGraphBounds, BeginWithTheFirstNodeAndEndWithTheLast) {
     EXPECT_EQ(events.takeTypes(), std::vector<std::int32_t>{GraphBoundsChanged});
 }
 
-TEST_F(QxDGraphBounds, ANodeAtTheOriginWithoutASizeCounts) {
-    drawing.addNode(0, 0, 0, 0);
-    EXPECT_EQ(graph->boundsInitialized(), 1);
-    EXPECT_THAT(events.take(), IsEmpty()) << "the rectangle is the one of an empty graph";
-    drawing.addNode(10, 10, 2, 2);
-    EXPECT_EQ(boundsOf(graph), (Box{0, 0, 11, 11}));
-}
-
-TEST_F(QxDGraphBounds, GrowAndShrinkWithAMove) {
-    QxDNode* moving = drawing.addNode(0, 0);
-    drawing.addNode(100, 0);
-    events.take();
-    moving->moveTo(-20, 0, 1);
-    EXPECT_THAT(
-        events.take(),
-        ElementsAre(HeardChange{NodeMoved, moving, {-5, -5, 5, 5}, {-25, -5, -15, 5}},
-                    HeardChange{GraphBoundsChanged, graph, {-5, -5, 105, 5}, {-25, -5, 105, 5}}));
-    moving->moveTo(50, 0, 0);
-    EXPECT_THAT(
-        events.take(),
-        ElementsAre(HeardChange{NodeMoved, moving, {-25, -5, -15, 5}, {45, -5, 55, 5}},
-                    HeardChange{GraphBoundsChanged, graph, {-25, -5, 105, 5}, {45, -5, 105, 5}}));
-    drawing.addNode(0, 0);
-    events.take();
-    moving->moveTo(60, 0, 1);
-    EXPECT_EQ(events.takeTypes(), std::vector<std::int32_t>{NodeMoved}) << "the bounds stay";
-    EXPECT_EQ(moving->moveTo(60, 0, 0), 1);
-    EXPECT_THAT(events.take(), IsEmpty());
-}
-
-/// Removes the node farthest out on one side, or on two.
-class QxDGraphSides : public QxDGraphTest,
-                      public testing::WithParamInterface<std::array<int, 2>> {};
-
-TEST_P(QxDGraphSides, MoveInwardWhenWhatTouchedThemGoes) {
-    drawing.addNode(-50, 0);
-    drawing.addNode(50, 0);
-    drawing.addNode(0, -50);
-    drawing.addNode(0, 50);
-    const Box before = boundsOf(graph);
-    const auto [x, y] = GetParam();
-    QxDNode* outermost = drawing.addNode(x, y);
-    EXPECT_NE(boundsOf(graph), before);
-    graph->discardNode(outermost);
-    EXPECT_EQ(boundsOf(graph), before);
-}
-
-INSTANTIATE_TEST_SUITE_P(Sides, QxDGraphSides,
-                         testing::Values(std::array{-90, 0}, std::array{90, 0}, std::array{0, 90},
-                                         std::array{0, -90}, std::array{-90, 90},
-                                         std::array{90, -90}));
-
-TEST_F(QxDGraphBounds, IncludeTheBendsOfConnectedEdges) {
-    QxDNode* a = drawing.addNode(0, 0);
-    QxDNode* b = drawing.addNode(100, 0);
-    QxDEdge* edge = drawing.addEdge(a, b);
-    const Box straight = boundsOf(graph);
-    QxPNode* bend = drawing.addBend(edge, 50, 300);
-    const Box bent{-5, -5, 105, 300};
-    EXPECT_EQ(boundsOf(graph), bent);
-    QxRect rect;
-    EXPECT_EQ(graph->calculateEdgeBoundsWithLabels(rect), 1);
-    EXPECT_EQ(rect.top(), 300);
-
-    edge->disconnect();
-    EXPECT_EQ(boundsOf(graph), straight);
-    edge->connect();
-    EXPECT_EQ(boundsOf(graph), bent);
-    edge->deactivate();
-    EXPECT_EQ(boundsOf(graph), straight);
-    edge->activate();
-    EXPECT_EQ(boundsOf(graph), bent);
-
-    bend->moveTo(50, -70, 1);
-    EXPECT_EQ(boundsOf(graph), (Box{-5, -70, 105, 5}));
-    const Ref<QxDEdge> removed(graph->removeEdge(edge));
-    EXPECT_EQ(boundsOf(graph), straight);
-    graph->insertEdge(edge, a, b);
-    removed->vAddRef();  // the graph owns it again
-    EXPECT_EQ(boundsOf(graph), (Box{-5, -70, 105, 5}));
-    edge->discardBend(bend);
-    EXPECT_EQ(boundsOf(graph), straight);
-}
-
 TEST_F(QxDGraphBounds, AreLeftAloneWhileTheyAreOff) {
     QxDNode* node = drawing.addNode(0, 0);
     events.take();
@@ -164,41 +80,6 @@ TEST_F(QxDGraphBounds, AnswerWhatAMoveWouldMakeOfThem) {
     graph->getGraphBoundsOnMoveResize(*node->pIRect(), QxRect(50, -5, 60, 5), rect);
     EXPECT_EQ(boxOf(rect), (Box{-5, -5, 105, 5}));
     EXPECT_THAT(events.take(), IsEmpty());
-}
-
-TEST_F(QxDGraphBounds, EmptyingTheGraphEmptiesThem) {
-    drawing.addEdge(drawing.addNode(0, 0), drawing.addNode(50, 50));
-    graph->emptyTopology();
-    EXPECT_EQ(graph->boundsInitialized(), 0);
-    EXPECT_EQ(graph->needsUpdateGraphBounds(), 1);
-    drawing.addNode(500, 500);
-    EXPECT_EQ(boundsOf(graph), (Box{495, 495, 505, 505}));
-}
-
-TEST_F(QxDGraphBounds, OfTheAnchorGraphExtendOverTheEdgesBetweenGraphs) {
-    QxDNode* a = drawing.addNode(0, 0);
-    QxDNode* b = drawing.addNode(100, 0);
-    QxDGraph* between = drawing.manager->pIntergraph();
-    QxDEdge* edge = between->addEdge(a, b, 0);
-    drawing.addBend(edge, 50, 400);
-    EXPECT_EQ(boundsOf(graph), (Box{-5, -5, 105, 5}));
-    QxRect rect;
-    graph->ntBoundingRectWithIntergraphEdges(rect);
-    EXPECT_EQ(boxOf(rect), (Box{-5, -5, 105, 400}));
-    EXPECT_EQ(graph->getBoundingRect(rect, 0), 1);
-    EXPECT_EQ(boxOf(rect), (Box{-5, -5, 105, 400}));
-    graph->ntBoundingRect(rect);
-    EXPECT_EQ(boxOf(rect), (Box{-5, -5, 105, 5}));
-
-    QxDGraph* other = drawing.manager->addGraph(0);
-    other->addNode(0);
-    EXPECT_EQ(other->getBoundingRect(rect, 0), 0) << "it is not visible";
-    other->ntBoundingRect(rect);
-    EXPECT_EQ(boxOf(rect), Box{});
-
-    between->discardEdge(edge);
-    graph->ntBoundingRectWithIntergraphEdges(rect);
-    EXPECT_EQ(boxOf(rect), (Box{-5, -5, 105, 5}));
 }
 
 TEST_F(QxDGraphBounds, EventsOfTheIntergraphComeBeforeThoseOfTheGraph) {
@@ -277,25 +158,6 @@ TEST_F(QxDGraphMargins, ProportionsBelowZeroAreIgnored) {
     }
 }
 
-TEST_F(QxDGraphMargins, WithoutAFactoryNothingIsFired) {
-    const Ref<QxDGraph> detached(factory.qxNewDGraph(&factory, 0));
-    EventRecorder heard;
-    factory.pEventManager()->addDrawingChangeListener(detached.get(), &heard);
-    detached->leftMarginConstantSpacing(77);
-    EXPECT_THAT(heard.take(), IsEmpty());
-}
-
-TEST_F(QxDGraphMargins, LieAroundTheBounds) {
-    drawing.addNode(0, 0, 100, 40);
-    graph->leftMarginProportionalSpacing(100);
-    graph->rightMarginConstantSpacing(0);
-    graph->bottomMarginProportionalSpacing(33);
-    graph->topMarginConstantSpacing(1);
-    QxRect rect;
-    EXPECT_EQ(graph->getMarginBoundingRect(rect, 0), 1);
-    EXPECT_EQ(boxOf(rect), (Box{-50 - 30, -20 - 21, 50, 20 + 1}));
-}
-
 TEST_F(QxDGraphMargins, AMinimumSizeWidensThemAroundTheirCenter) {
     drawing.addNode(0, 0, 100, 40);
     graph->minWidthOfMarginBoundingRect(201);
@@ -306,104 +168,6 @@ TEST_F(QxDGraphMargins, AMinimumSizeWidensThemAroundTheirCenter) {
     graph->ntMarginBoundingRect(rect);
     EXPECT_EQ(boxOf(rect), (Box{-70, -40, 70, 40})) << "a smaller minimum changes nothing";
     EXPECT_EQ(graph->minHeightOfMarginBoundingRect(), 80);
-}
-
-TEST_F(QxDGraphMargins, ClampAtTheEndsOfTheRange) {
-    drawing.addNode(0, 0, 100, 100);
-    graph->leftMarginConstantSpacing(qx::MaxInt32);
-    graph->topMarginProportionalSpacing(32767);
-    graph->topMarginConstantSpacing(qx::MaxInt32);
-    QxRect rect;
-    graph->ntMarginBoundingRect(rect);
-    EXPECT_EQ(rect.left(), qx::MinInt32);
-    EXPECT_EQ(rect.top(), qx::MaxInt32);
-    graph->setMinSizeOfMarginBoundingRect(QxSize(qx::MaxInt32, qx::MaxInt32));
-    graph->ntMarginBoundingRect(rect);
-    EXPECT_EQ(rect.width(), qx::MaxInt32);
-}
-
-TEST_F(QxDGraphTest, MovesAllOfItsContents) {
-    QxDNode* a = drawing.addNode(0, 0);
-    QxDEdge* edge = drawing.addEdge(a, drawing.addNode(100, 0));
-    QxPNode* bend = drawing.addBend(edge, 50, 60);
-    graph->ntMove(0, 0, 1);
-    events.take();
-    graph->ntMove(7, -3, 0);
-    EXPECT_EQ(a->iCenter(), QxPoint(7, -3));
-    EXPECT_EQ(bend->iCenter(), QxPoint(57, 57));
-    EXPECT_EQ(boundsOf(graph), (Box{2, -8, 112, 57}));
-    EXPECT_EQ(events.takeTypes(),
-              (std::vector<std::int32_t>{NodeMoved, NodeMoved, PathNodeMoved, GraphBoundsChanged}));
-    graph->ntMoveTo(-1, 1);
-    EXPECT_EQ(boundsOf(graph), (Box{-56, -31, 54, 34}));
-    a->ntMoveTo(qx::MaxInt32 - 2, 0);
-    graph->ntMove(qx::MaxInt32, qx::MinInt32, 0);
-    QxRect walked;
-    ASSERT_TRUE(walkBounds(*graph, walked));
-    EXPECT_EQ(boundsOf(graph), boxOf(walked)) << "also where nodes stop at the end of the range";
-}
-
-TEST_F(QxDGraphTest, AddsNodesWhereAndAsLargeAsAsked) {
-    QxDNode* node = graph->addNodeWithCoordinates(QxPoint(3, 4), QxSize(5, 6), 0, 0);
-    EXPECT_EQ(boxOf(*node->pIRect()), (Box{1, 1, 6, 7}));
-    EXPECT_EQ(node->originalSize(), QxSize(5, 6));
-    EXPECT_EQ(drawing.manager->pIntergraph()->addNodeWithCoordinates(0, 0, 1, 1, 1, 0), nullptr);
-    EXPECT_EQ(drawing.manager->pIntergraph()->numberOfNodes(), 0);
-}
-
-TEST_F(QxDGraphTest, RefusesWhatIsNotItsOwn) {
-    QxDGraph* other = drawing.manager->addGraph(0);
-    QxDNode* foreign = other->addNode(0);
-    QxDNode* own = drawing.addNode(0, 0);
-    QxDEdge* edge = drawing.addEdge(own, own);
-    QxPNode* bend = drawing.addBend(edge, 40, 40);
-    events.take();
-    EXPECT_EQ(graph->removeNode(foreign), nullptr);
-    EXPECT_EQ(graph->insertNode(foreign), nullptr);
-    EXPECT_EQ(graph->insertNode(nullptr), nullptr);
-    EXPECT_EQ(graph->discardNode(nullptr), 0);
-    EXPECT_EQ(static_cast<QxGraph*>(graph)->removeNode(bend), nullptr);
-    EXPECT_EQ(static_cast<QxGraph*>(graph)->removeEdge(edge->pSourceOrPathEdge()), nullptr);
-    EXPECT_EQ(other->removeEdge(edge), nullptr);
-    EXPECT_EQ(graph->insertEdge(nullptr, own, own), nullptr);
-    EXPECT_EQ(graph->transferTopology(nullptr), 0);
-    EXPECT_EQ(graph->transferTopology(graph), 0);
-    EXPECT_EQ(graph->transferTopology(drawing.manager->pIntergraph()), 0);
-    QxFactory elsewhere;
-    SmallDrawing foreignDrawing(elsewhere);
-    EXPECT_EQ(graph->transferTopology(foreignDrawing.graph), 0);
-    EXPECT_THAT(events.take(), IsEmpty());
-    EXPECT_EQ(drawing.manager->checkInvariants(), 1);
-}
-
-TEST_F(QxDGraphTest, TakesOverTheContentsOfAnother) {
-    QxDNode* a = drawing.addNode(0, 0);
-    SmallDrawing other(factory);
-    QxDNode* b = other.addNode(100, 100);
-    QxDNode* c = other.addNode(200, 100);
-    QxDEdge* edge = other.addEdge(b, c);
-    QxPNode* bend = other.addBend(edge, 150, 900);
-    EXPECT_EQ(graph->transferTopology(other.graph), 1);
-    EXPECT_EQ(other.graph->boundsInitialized(), 0);
-    EXPECT_EQ(boundsOf(graph), (Box{-5, -5, 205, 900}));
-    EXPECT_EQ(objectsOf<QxDNode>(*graph->pNodeList()), (std::vector<QxDNode*>{a, b, c}));
-    EXPECT_EQ(bend->pOwnerGraph(), graph);
-    EXPECT_EQ(drawing.manager->checkInvariants(), 1);
-    bend->moveTo(150, 0, 1);
-    EXPECT_EQ(boundsOf(graph), (Box{-5, -5, 205, 105}));
-}
-
-TEST_F(QxDGraphTest, TakingNodesOutOfSightHidesTheEdgesBetweenThem) {
-    QxDGraph* unseen = drawing.manager->addGraph(0);
-    QxDGraph* between = drawing.manager->pIntergraph();
-    QxDEdge* edge = between->addEdge(drawing.addNode(0, 0), drawing.addNode(90, 0), 0);
-    drawing.addBend(edge, 0, 70);
-    ASSERT_EQ(between->boundsInitialized(), 1);
-    unseen->transferTopology(graph);
-    EXPECT_EQ(between->boundsInitialized(), 0);
-    graph->transferTopology(unseen);
-    EXPECT_EQ(between->boundsInitialized(), 1);
-    EXPECT_EQ(between->pBoundingRect()->top(), 70);
 }
 
 using QxDGraphCopy = QxDGraphTest;
@@ -432,74 +196,6 @@ TEST_F(QxDGraphCopy, TakesOverAttributesAlone) {
     EXPECT_EQ(*copy->pTransform(), *graph->pTransform());
     EXPECT_EQ(copy->hasNodeLabelsState(), QxTriStateNo);
     EXPECT_EQ(objectsOf<QxDNode>(*copy->pNodeList()), std::vector<QxDNode*>{kept});
-}
-
-TEST_F(QxDGraphCopy, DeepHasTheSameContentsOfItsOwn) {
-    QxDNode* a = drawing.addNode(1, 2, 3, 4);
-    QxDNode* b = drawing.addNode(100, 200, 30, 40);
-    const QxShape oval(QxShapeTypeOval);
-    b->pShape(&oval, 0);
-    QxDEdge* edge = drawing.addEdge(a, b);
-    drawing.addBend(edge, 7, 700);
-    drawing.addBend(edge, 70, 7);
-    drawing.addEdge(b, a)->disconnect();
-
-    QxDGraph* copy = drawing.manager->addGraph(0);
-    copy->addNode(0);
-    copy->copyObject(graph);
-    EXPECT_EQ(boundsOf(copy), boundsOf(graph));
-    ASSERT_EQ(copy->numberOfNodes(), 2);
-    EXPECT_EQ(boxOf(*copy->pFirstNode()->pIRect()), boxOf(*a->pIRect()));
-    EXPECT_EQ(boxOf(*copy->pLastNode()->pIRect()), boxOf(*b->pIRect()));
-    EXPECT_EQ(copy->pLastNode()->pShape()->type(), QxShapeTypeOval);
-    ASSERT_EQ(copy->numberOfEdges(), 1);
-    EXPECT_EQ(copy->pFirstEdge()->pSourceNode(), copy->pFirstNode());
-    EXPECT_EQ(copy->pDisconnectedEdgeList()->count(), 1);
-    QxPNodeDList bends;
-    copy->pFirstEdge()->buildPathNodeList(bends);
-    ASSERT_EQ(bends.count(), 2);
-    EXPECT_EQ(static_cast<QxPNode*>(bends.pFirstObject())->iCenter(), QxPoint(7, 700));
-    EXPECT_EQ(graph->internalUserFieldsInUse(), 0);
-
-    graph->discardNode(b);
-    a->moveTo(0, 0, 1);
-    EXPECT_EQ(copy->numberOfEdges(), 1);
-    EXPECT_EQ(copy->pFirstNode()->iCenter(), QxPoint(1, 2));
-    EXPECT_EQ(copy->pLastNode()->pShape()->type(), QxShapeTypeOval);
-    EXPECT_EQ(drawing.manager->checkInvariants(), 1);
-}
-
-TEST_F(QxDGraphCopy, IsRememberedWhenTheManagerAsksForIt) {
-    QxDNode* node = drawing.addNode(0, 0);
-    QxDGraph* first = drawing.manager->addGraph(0);
-    first->copyObject(graph);
-    EXPECT_EQ(graph->pClonedGraph(), nullptr);
-    EXPECT_EQ(node->pClonedNode(), nullptr);
-    drawing.manager->storeClones(1);
-    QxDGraph* second = drawing.manager->addGraph(0);
-    second->pClonedGraph(first);
-    second->copyObject(graph);
-    EXPECT_EQ(graph->pClonedGraph(), second);
-    EXPECT_EQ(second->pClonedGraph(), nullptr);
-    EXPECT_EQ(node->pClonedNode(), second->pFirstNode());
-    drawing.manager->nullClonedObjectFields();
-    EXPECT_EQ(graph->pClonedGraph(), nullptr);
-    EXPECT_EQ(node->pClonedNode(), nullptr);
-}
-
-TEST_F(QxDGraphCopy, DuplicatesAreAppendedAndLeaveOutWhatIsNotWanted) {
-    QxDNode* a = drawing.addNode(0, 0);
-    drawing.addEdge(a, a)->disconnect();
-    drawing.addEdge(a, a)->deactivate();
-    QxDGraph* other = drawing.manager->addGraph(0);
-    QxDNode* old = other->addNode(0);
-    other->duplicateTopology(graph, 0, 1);
-    EXPECT_EQ(other->numberOfNodes(), 2);
-    EXPECT_EQ(other->pFirstNode(), old);
-    EXPECT_EQ(other->pDisconnectedEdgeList()->count(), 0);
-    EXPECT_EQ(other->pDeactivatedEdgeList()->count(), 1);
-    EXPECT_EQ(other->needsUpdateGraphBounds(), 1);
-    EXPECT_EQ(boundsOf(other), (Box{-20, -20, 20, 20}));
 }
 
 TEST_F(QxDGraphTest, AnswersWhetherSomethingOverlaps) {

@@ -53,28 +53,6 @@ protected:
 
 }  // namespace
 
-TEST_F(QxDNodeProjection, TheClosestSideIsAskedOfTheRectangle) {
-    QxDNode* node = place(100, 50, 40, 20);
-    EXPECT_EQ(node->closestSide(QxPoint(500, 55)), QxSideRight);
-    EXPECT_EQ(node->closestSide(QxPoint(95, 42)), QxSideBottom);
-    graph->removeNode(node);
-    EXPECT_EQ(node->closestSide(QxPoint(500, 55)), QxSideNone);
-    node->vRelease();
-}
-
-TEST_F(QxDNodeProjection, WithinAsksTheShapeInsideTheRectangle) {
-    QxDNode* node = place(100, 50, 41, 21);
-    EXPECT_EQ(node->within(QxPoint(121, 61), 1), 1) << "the border belongs to the node";
-    EXPECT_EQ(node->within(QxPoint(122, 61), 0), 0);
-    node->pShape(&oval, 1);
-    EXPECT_EQ(node->within(QxPoint(121, 61), 0), 0);
-    EXPECT_EQ(node->within(QxPoint(100, 50), 0), 1);
-    const QxShape angle = qxtest::angle();
-    node->pShape(&angle, 1);
-    EXPECT_EQ(node->within(QxPoint(115, 58), 1), 0) << "the missing quarter";
-    EXPECT_EQ(node->within(QxPoint(85, 58), 1), 1);
-}
-
 TEST_F(QxDNodeProjection, SegmentsAreCutAtTheCrossingNearestTheirEndOnARectangle) {
     QxDNode* node = place(0, 0, 20, 10);
     const auto cut = [&](QxPoint from, const QxPoint& to) {

@@ -22,35 +22,6 @@ protected:
     const QxShape rectangle;
 };
 
-/// Changes the shape out of a change of the shape, once.
-class Reshaper : public QxDrawingChangeListener {
-public:
-    using QxDrawingChangeListener::drawingChanged;
-    void drawingChanged(QxDrawingChangeEventData* data) override {
-        auto* node = static_cast<QxDNode*>(data->pSourceNode());
-        if (next != nullptr) {
-            const QxShape* shape = next;
-            next = nullptr;
-            node->pShape(shape, 0);
-        }
-        seen.push_back(data->pNewShape()->type());
-    }
-    const QxShape* next = nullptr;
-    std::vector<QxShapeTypeEnum> seen;
-};
-
-/// Discards a node of the graph at the first change of any.
-class NodeDiscarder : public QxDrawingChangeListener {
-public:
-    using QxDrawingChangeListener::drawingChanged;
-    void drawingChanged(QxDrawingChangeEventData*) override {
-        if (QxDNode* node = std::exchange(victim, nullptr)) {
-            node->pOwnerGraph()->discardNode(node);
-        }
-    }
-    QxDNode* victim = nullptr;
-};
-
 }  // namespace
 
 TEST_F(QxDNodeShape, APlainNodeShowsTheDefaultWithoutHoldingIt) {
@@ -73,36 +44,6 @@ TEST_F(QxDNodeShape, APlainNodeShowsTheDefaultWithoutHoldingIt) {
     EXPECT_EQ(lonely->pShape(&oval, 0), nullptr);
     EXPECT_EQ(lonely->pChangeShape(&oval, 1), nullptr);
     EXPECT_EQ(lonely->within(QxPoint(20, 20), 1), 1);
-}
-
-TEST_F(QxDNodeShape, EqualShapesAreSharedAndCountedExactly) {
-    QxDNode* first = place(0, 0, 10, 10);
-    QxDNode* second = place(50, 0, 10, 10);
-    const QxShape* shown = first->pShape(&oval, 0);
-    ASSERT_NE(shown, nullptr);
-    EXPECT_EQ(*shown, oval);
-    EXPECT_EQ(second->pChangeShape(&oval, 1), shown);
-    EXPECT_EQ(first->pQueryShapeResource(), second->pQueryShapeResource());
-    EXPECT_EQ(first->pQueryShapeResource()->useCount(), 2);
-    EXPECT_EQ(shapesInUse(), 2U);
-
-    const QxShape other = qxtest::diamond();
-    second->pShape(&other, 1);
-    EXPECT_EQ(*first->pShape(), oval) << "the other holder sees no change";
-    EXPECT_EQ(first->pQueryShapeResource()->useCount(), 1);
-    EXPECT_EQ(shapesInUse(), 3U);
-    second->pShape(first->pShape(), 0);
-    EXPECT_EQ(first->pQueryShapeResource()->useCount(), 2);
-    EXPECT_EQ(shapesInUse(), 2U);
-
-    EXPECT_EQ(second->pShape(nullptr, 0), defaultResource()->pShape());
-    EXPECT_EQ(second->pShape()->type(), QxShapeTypeRectangle);
-    EXPECT_EQ(defaultResource()->useCount(), 1);
-    graph->discardNode(second);
-    EXPECT_EQ(defaultResource()->useCount(), 0);
-    EXPECT_EQ(first->pQueryShapeResource()->useCount(), 1);
-    graph->discardNode(first);
-    EXPECT_EQ(shapesInUse(), 1U);
 }
 
 TEST_F(QxDNodeShape, APrivateResourceIsChangedInPlaceAndSharedAgain) {
@@ -129,57 +70,6 @@ TEST_F(QxDNodeShape, APrivateResourceIsChangedInPlaceAndSharedAgain) {
     duplicate->duplicateTopology(first);
     EXPECT_EQ(duplicate->pQueryShapeResource(), first->pQueryShapeResource());
     EXPECT_EQ(only->useCount(), 3) << "a private source resource is shared first";
-}
-
-TEST_F(QxDNodeShape, AChangeOfShapeIsToldUnlessItIsQuiet) {
-    QxDNode* node = place(0, 0, 10, 10);
-    node->pShape(&oval, 1);
-    node->pChangeShape(nullptr, 1);
-    EXPECT_THAT(heardTypes(), IsEmpty());
-    node->pShape(&oval, 0);
-    node->pShape(&oval, 0);
-    EXPECT_THAT(recorder.changes, ElementsAre(qxtest::HeardChange{NodeShapeChanged, node}));
-}
-
-TEST_F(QxDNodeShape, AListenerMayChangeTheShapeAgain) {
-    QxDNode* node = place(0, 0, 10, 10);
-    Reshaper early;
-    Reshaper late;
-    factory.pEventManager()->addDrawingChangeListener(node, &early, NodeShapeChanged);
-    factory.pEventManager()->addDrawingChangeListener(node, &late, NodeShapeChanged);
-    const QxShape other = qxtest::diamond();
-    early.next = &other;
-    EXPECT_EQ(*node->pShape(&oval, 0), other);
-    EXPECT_THAT(late.seen, ElementsAre(QxShapeTypePolygon, QxShapeTypePolygon))
-        << "an event names the shape that the node has by now";
-    EXPECT_EQ(shapesInUse(), 2U) << "the oval is no longer used";
-    factory.pEventManager()->removeAllDrawingChangeListeners(node);
-}
-
-TEST_F(QxDNodeShape, AListenerMayDiscardTheNodeOrTheSourceOfItsCopy) {
-    NodeDiscarder discarder;
-    factory.pEventManager()->addDrawingChangeListener(manager.get(), &discarder,
-                                                      NodeShapeChanged | NodeMoved);
-    QxDNode* node = place(0, 0, 10, 10);
-    discarder.victim = node;
-    node->pShape(&oval, 0);
-    EXPECT_EQ(discarder.victim, nullptr);
-    EXPECT_EQ(graph->numberOfNodes(), 0);
-    EXPECT_EQ(shapesInUse(), 1U) << "only the default";
-
-    QxDNode* source = place(1, 2, 30, 41);
-    source->pShape(&oval, 1);
-    QxDNode* copy = place(50, 50, 10, 10);
-    discarder.victim = source;
-    copy->copyNode(source, 1);
-    EXPECT_EQ(discarder.victim, nullptr);
-    EXPECT_EQ(*copy->pIRect(), QxRect(QxPoint(1, 2), QxSize(30, 41)));
-    EXPECT_EQ(bounds(), *copy->pIRect());
-    EXPECT_EQ(shapesInUse(), 1U);
-    copy->copyNode(copy, 1);
-    copy->copyNode(nullptr, 1);
-    EXPECT_EQ(bounds(), *copy->pIRect());
-    factory.pEventManager()->removeDrawingChangeListener(manager.get(), &discarder);
 }
 
 TEST_F(QxDNodeShape, NoIncidentEdgeStaysMarked) {
@@ -225,34 +115,6 @@ TEST_F(QxDNodeShape, AttributesAreCopiedWithoutTheShape) {
     EXPECT_EQ(source->pClonedNode(), nullptr);
 }
 
-TEST_F(QxDNodeShape, DeepCopiesShareTheShapeAndAreIndependent) {
-    QxDNode* source = place(10, 20, 30, 40);
-    source->pShape(&oval, 1);
-    manager->storeClones(1);
-    Ref<QxDNode> clone(source->cloneObject());
-    EXPECT_EQ(source->pClonedNode(), clone.get());
-    EXPECT_EQ(clone->pClonedNode(), nullptr);
-    EXPECT_EQ(clone->pOwnerGraph(), nullptr);
-    EXPECT_EQ(*clone->pIRect(), *source->pIRect());
-    EXPECT_EQ(clone->pQueryShapeResource(), source->pQueryShapeResource());
-    EXPECT_EQ(source->pQueryShapeResource()->useCount(), 2);
-    source->moveTo(0, 0, 1);
-    source->pShape(nullptr, 1);
-    EXPECT_EQ(clone->iCenter(), QxPoint(10, 20));
-    EXPECT_EQ(*clone->pShape(), oval);
-    EXPECT_EQ(clone->pQueryShapeResource()->useCount(), 1);
-    source->pClonedNode(nullptr);
-
-    QxDNode* copy = place(0, 0, 5, 5);
-    copy->copyObject(clone.get());
-    EXPECT_EQ(*copy->pShape(), oval);
-    const Ref<QxDNode> attributes(clone->cloneAttributes());
-    EXPECT_EQ(attributes->pQueryShapeResource(), nullptr);
-    EXPECT_EQ(copy->pQueryShapeResource()->useCount(), 2);
-    clone.reset();
-    EXPECT_EQ(copy->pQueryShapeResource()->useCount(), 1);
-}
-
 TEST_F(QxDNodeShape, CopiesIntoAnotherFactoryUseItsDatabase) {
     QxDNode* source = place(10, 20, 30, 40);
     source->pShape(&oval, 1);
@@ -264,21 +126,6 @@ TEST_F(QxDNodeShape, CopiesIntoAnotherFactoryUseItsDatabase) {
     EXPECT_NE(copy->pQueryShapeResource(), source->pQueryShapeResource());
     EXPECT_EQ(copy->pQueryShapeResource()->pShapeResourceDB(), otherFactory.pShapeResourceDB());
     EXPECT_EQ(source->pQueryShapeResource()->useCount(), 1);
-}
-
-TEST_F(QxDNodeShape, DuplicatedGraphsCountTheShapesTheyShare) {
-    place(0, 0, 10, 10)->pShape(&oval, 1);
-    place(50, 0, 10, 10)->pShape(&oval, 1);
-    place(90, 0, 10, 10);
-    QxDGraph* copy = manager->addGraph(0);
-    copy->duplicateTopology(graph, 1, 1);
-    ASSERT_EQ(copy->numberOfNodes(), 3);
-    const QxShapeResource* shared = graph->pFirstNode()->pQueryShapeResource();
-    EXPECT_EQ(copy->pFirstNode()->pQueryShapeResource(), shared);
-    EXPECT_EQ(copy->pLastNode()->pQueryShapeResource(), nullptr);
-    EXPECT_EQ(shared->useCount(), 4);
-    manager->discardGraph(copy);
-    EXPECT_EQ(shared->useCount(), 2);
 }
 
 TEST_F(QxDNodeShape, RandomChangesLeaveNoReferenceBehind) {

@@ -75,44 +75,6 @@ TEST(QxFactory, MakesAllThatADrawingConsistsOf) {
     EXPECT_THAT(factory.take(), ElementsAre("node 0", "intergraph 0", "graph 0", "edge 8"));
 }
 
-TEST(QxFactory, MakesWhatTheAbstractLayerAsksFor) {
-    NotingFactory factory;
-    const Ref<QxGraphManager> manager(factory.newGraphManager(&factory, 1));
-    const Ref<QxGraph> graph(factory.newGraph(&factory, 2));
-    const Ref<QxGraph> between(factory.newIntergraph(&factory, 3));
-    const Ref<QxNode> node(factory.newNode(&factory, 4));
-    const Ref<QxEdge> edge(factory.newEdge(&factory, 5));
-    EXPECT_THAT(factory.take(),
-                ElementsAre("manager 1", "graph 2", "intergraph 3", "graph 3", "node 4", "edge 5"));
-    EXPECT_EQ(node->levelNumber(), 2);
-}
-
-TEST(QxFactory, HasOneEventManagerForAllItMakes) {
-    QxFactory factory;
-    const Ref<QxDGraphManager> first(factory.newDGraphManager());
-    const Ref<QxDGraphManager> second(factory.newDGraphManager());
-    EXPECT_EQ(first->pEventManager(), factory.pEventManager());
-    EXPECT_EQ(second->pEventManager(), factory.pEventManager());
-    EXPECT_EQ(second->pFactory(), &factory);
-}
-
-TEST(QxFactory, SharesEqualShapesAmongItsManagers) {
-    QxFactory factory;
-    SmallDrawing first(factory);
-    SmallDrawing second(factory);
-    const QxShape oval(QxShapeTypeOval);
-    QxDNode* a = first.addNode(0, 0);
-    QxDNode* b = second.addNode(0, 0);
-    a->pShape(&oval, 0);
-    b->pShape(&oval, 0);
-    EXPECT_EQ(a->pQueryShapeResource(), b->pQueryShapeResource());
-    EXPECT_EQ(a->pQueryShapeResource()->pResourceDB(), factory.pShapeResourceDB());
-    EXPECT_EQ(a->pQueryShapeResource()->useCount(), 2);
-    b->pShape(nullptr, 0);
-    EXPECT_EQ(a->pQueryShapeResource()->useCount(), 1);
-    EXPECT_EQ(b->pShape()->type(), QxShapeTypeRectangle);
-}
-
 TEST(QxFactory, ConvenienceValuesTakeTheirArgumentsInTheirOwnOrder) {
     const QxFactory factory;
     const std::unique_ptr<QxRect> rect(factory.newRect(1, 2, 3, 4));

@@ -37,19 +37,6 @@ TEST_F(QxGeometricUpdateInfoTest, ServesAVisibleGraphOrTheIntergraphOfItsManager
     EXPECT_EQ(QxGeometricUpdateInfo(invisible, 1, 1).pGraph(), nullptr);
 }
 
-TEST_F(QxGeometricUpdateInfoTest, UnitesTheReportsOfEachSide) {
-    QxGeometricUpdateInfo record(drawing.graph, 0, 1);
-    EXPECT_EQ(record.needsRecursiveUpdate(), 1);
-    EXPECT_EQ(drawing.graph->needsUpdateGraphBounds(), 0);
-    record.updateBeforeGeometryChanges(nullptr, QxRect(0, 0, 10, 10));
-    record.updateBeforeRemove(nullptr, QxRect(20, 20, 30, 30));
-    EXPECT_EQ(boxOf(*record.pOldBoundingRect()), (Box{0, 0, 30, 30}));
-    EXPECT_EQ(record.hasNewBoundingRect(), 0);
-    record.updateAfterInsert(nullptr, QxRect(-5, -5, -4, -4));
-    record.updateAfterGeometryChanges(nullptr, QxRect(-9, -1, -8, 0));
-    EXPECT_EQ(boxOf(*record.pNewBoundingRect()), (Box{-9, -5, -4, 0}));
-}
-
 TEST_F(QxGeometricUpdateInfoTest, UpdatesTheBoundsByWhatWasReported) {
     drawing.addNode(0, 0);
     const auto close = [&](bool before, bool after) {
@@ -69,36 +56,6 @@ TEST_F(QxGeometricUpdateInfoTest, UpdatesTheBoundsByWhatWasReported) {
     EXPECT_EQ(close(true, true), (Box{-5, -5, 5, 5})) << "as on a move that retreats";
     close(false, true);
     EXPECT_EQ(close(true, false), (Box{-5, -5, 5, 5})) << "as on a removal";
-}
-
-TEST_F(QxGeometricUpdateInfoTest, OnlyTheOutermostRecordCollects) {
-    drawing.addNode(0, 0);
-    drawing.events.take();
-    QxGeometricUpdateInfo outer(drawing.graph, 0, 1);
-    {
-        QxGeometricUpdateInfo inner(drawing.graph, 0, 1);
-        EXPECT_EQ(inner.pGraph(), drawing.graph);
-        EXPECT_EQ(inner.needsRecursiveUpdate(), 0);
-        inner.updateAfterInsert(nullptr, QxRect(0, 0, 500, 500));
-        EXPECT_EQ(inner.hasNewBoundingRect(), 0);
-        inner.enableAndRestoreState();
-    }
-    EXPECT_EQ(drawing.graph->needsUpdateGraphBounds(), 0);
-    outer.updateAfterInsert(nullptr, QxRect(0, 0, 50, 50));
-    outer.enableAndRestoreState();
-    EXPECT_EQ(drawing.graph->needsUpdateGraphBounds(), 1);
-    EXPECT_EQ(drawing.events.takeTypes(), std::vector<std::int32_t>{GraphBoundsChanged});
-}
-
-TEST_F(QxGeometricUpdateInfoTest, LeavesBoundsOffThatWereOff) {
-    drawing.graph->needsUpdateGraphBounds(0);
-    QxGeometricUpdateInfo record(drawing.graph, 0, 1);
-    record.updateBeforeRemove(nullptr, QxRect(0, 0, 1, 1));
-    record.updateAfterInsert(nullptr, QxRect(0, 0, 1, 1));
-    EXPECT_EQ(record.hasOldBoundingRect() | record.hasNewBoundingRect(), 0);
-    record.enableAndRestoreState();
-    EXPECT_EQ(drawing.graph->needsUpdateGraphBounds(), 0);
-    EXPECT_EQ(drawing.graph->boundsInitialized(), 0);
 }
 
 TEST_F(QxGeometricUpdateInfoTest, ADragIgnoresReportsAndKeepsTheBoundsOff) {

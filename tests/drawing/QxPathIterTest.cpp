@@ -45,19 +45,6 @@ TEST_F(QxPathIters, VisitPairsInBothDirections) {
     EXPECT_EQ(pairsOf(QxDisconnectedPathIter(edge, QxIterBackward)), backward);
 }
 
-TEST_F(QxPathIters, StopAtBendsOrAtSegments) {
-    std::vector<QxPNode*> bends;
-    for (QxPathNodeIter it(edge); it; ++it) {
-        bends.push_back(it.pNode());
-    }
-    EXPECT_THAT(bends, ElementsAre(first, second));
-    std::vector<QxPEdge*> visited;
-    for (QxPathEdgeIter it(edge); it; ++it) {
-        visited.push_back(it.pEdge());
-    }
-    EXPECT_EQ(visited, segments);
-}
-
 TEST_F(QxPathIters, OnlyTheDisconnectedWalkFollowsAPathThatIsNotConnected) {
     const Pairs whole = pairsOf(QxPathIter(edge));
     edge->disconnect();
@@ -104,26 +91,6 @@ TEST_F(QxPathIters, VisiblePointsComeWithTheirSegments) {
         visit(QxIterBackward),
         ElementsAre(Visit{{190, 6}, segments[2], nullptr}, Visit{{100, 30}, segments[2], second},
                     Visit{{50, 30}, segments[1], first}, Visit{{10, 6}, segments[0], nullptr}));
-}
-
-TEST_F(QxPathIters, AnEdgeThatIsNotSeenHasNoVisiblePoints) {
-    edge->disconnect();
-    EXPECT_THAT(visiblePointsOf(edge), IsEmpty());
-    edge->connect();
-    EXPECT_EQ(visiblePointsOf(edge).size(), 4U);
-    edge->discardAllBends();
-    drawing.target->moveTo(5, 0, 1);
-    EXPECT_THAT(visiblePointsOf(edge), IsEmpty());
-}
-
-TEST_F(QxPathIters, AnEdgeOfAGraphOutsideTheAnchorHasNoVisiblePoints) {
-    QxDGraph* other = drawing.manager->addGraph(0);
-    QxDNode* a = other->addNodeWithCoordinates(0, 0, 10, 10, 1, 0);
-    QxDNode* b = other->addNodeWithCoordinates(50, 0, 10, 10, 1, 0);
-    QxDEdge* unseen = other->addEdge(a, b, 0);
-    EXPECT_THAT(visiblePointsOf(unseen), IsEmpty());
-    QxDEdge* between = drawing.manager->addEdge(drawing.source, a, 0);
-    EXPECT_THAT(visiblePointsOf(between), IsEmpty());
 }
 
 }  // namespace

@@ -113,35 +113,6 @@ TEST_F(DrawingEvents, EachListenerHearsItsTypesAndParts) {
     EXPECT_THAT(ofOther.take(), IsEmpty());
 }
 
-TEST_F(DrawingEvents, AShapeChangeTellsTheNewShape) {
-    listen(*graph, NodeShapeChanged);
-    const QxShape oval(QxShapeTypeOval);
-    node->pShape(&oval, 1);
-    EXPECT_THAT(recorder.take(), IsEmpty()) << "quietly";
-    const QxShape rectangle(QxShapeTypeRectangle);
-    node->pShape(&rectangle, 0);
-    ASSERT_EQ(recorder.heard.size(), 1U);
-    EXPECT_EQ(recorder.heard[0]->pNewShape(), node->pShape());
-    node->pShape(&rectangle, 0);
-    EXPECT_EQ(recorder.heard.size(), 1U);
-}
-
-TEST_F(DrawingEvents, GraphBoundsAreToldWithOldAndNew) {
-    listen(*graph, GraphBoundsChanged);
-    const QxRect before = *graph->pBoundingRect();
-    node->moveTo(-100, 0, 1);
-    ASSERT_FALSE(recorder.heard.empty());
-    EXPECT_EQ(recorder.heard.front()->pSourceGraph(), graph);
-    EXPECT_EQ(*recorder.heard.front()->pOldBounds(), before);
-    EXPECT_EQ(*recorder.heard.back()->pNewBounds(), *graph->pBoundingRect());
-    recorder.take();
-    node->moveTo(-60, 0, 1);
-    node->moveTo(-60, 5, 1);
-    for (const auto& data : recorder.heard) {
-        EXPECT_FALSE(*data->pOldBounds() == *data->pNewBounds());
-    }
-}
-
 TEST_F(DrawingEvents, BendsTellOfThemselvesThroughTheirEdge) {
     listen(*graph, BendAdded | PathNodeMoved | PathNodeRemoved | PathNodeDiscarded);
     QxPNode* bend = edge->addBendAfter(nullptr, QxPoint(100, 50), 1);
@@ -163,31 +134,6 @@ TEST_F(DrawingEvents, BendsTellOfThemselvesThroughTheirEdge) {
     };
     edge->discardBend(bend);
     EXPECT_THAT(recorder.take(), ElementsAre(PathNodeDiscarded, PathNodeRemoved));
-}
-
-TEST_F(DrawingEvents, MarginsAreToldOnlyWithAFactoryAndAChange) {
-    listen(*graph, MarginsChanged);
-    graph->leftMarginConstantSpacing(17);
-    graph->leftMarginConstantSpacing(17);
-    EXPECT_THAT(recorder.take(), ElementsAre(MarginsChanged));
-    QxDGraph detached(nullptr, 0, nullptr);
-    listen(detached);
-    detached.leftMarginConstantSpacing(5);
-    EXPECT_THAT(recorder.take(), IsEmpty());
-    events().eventSourceDiscarded(&detached);
-}
-
-TEST_F(DrawingEvents, AListenerMayEditTheDrawing) {
-    listen(*node, NodeMoved);
-    recorder.onEvent = [&](QxDrawingChangeEventData& data) {
-        if (data.newCenter().x() < 50) {
-            node->moveTo(data.newCenter().x() + 20, 0, 1);
-        }
-    };
-    node->moveTo(10, 0, 1);
-    EXPECT_THAT(recorder.take(), ElementsAre(NodeMoved, NodeMoved, NodeMoved));
-    EXPECT_EQ(node->iCenter(), QxPoint(50, 0));
-    EXPECT_EQ(graph->checkInvariants(), 1);
 }
 
 TEST_F(DrawingEvents, ABatchOutlivesTheObjectsItIsAbout) {
@@ -219,40 +165,6 @@ TEST_F(DrawingEvents, NothingIsToldWhileFiringIsOff) {
     EXPECT_THAT(recorder.take(), IsEmpty());
     node->moveTo(80, 0, 1);
     EXPECT_THAT(recorder.take(), Contains(NodeMoved));
-}
-
-TEST_F(DrawingEvents, AListenerMayDiscardTheSource) {
-    listen(*graph);
-    recorder.onEvent = [&](QxDrawingChangeEventData& data) {
-        recorder.onEvent = nullptr;
-        EXPECT_EQ(graph->discardNode(static_cast<QxDNode*>(data.pSourceNode())), 1);
-    };
-    node->moveTo(10, 0, 1);
-    EXPECT_EQ(graph->pFirstNode(), other);
-    EXPECT_EQ(graph->pFirstEdge(), nullptr);
-    EXPECT_EQ(graph->checkInvariants(), 1);
-    recorder.onEvent = [&](QxDrawingChangeEventData&) {
-        recorder.onEvent = nullptr;
-        EXPECT_EQ(graph->discardNode(other), 1);
-    };
-    other->resize(70, 70, 1);
-    EXPECT_EQ(graph->pFirstNode(), nullptr);
-    EXPECT_EQ(graph->checkInvariants(), 1);
-}
-
-TEST_F(DrawingEvents, TheBoundsSurviveEditsByAListenerInTheMiddleOfAMove) {
-    QxDNode* border = graph->addNodeWithCoordinates(-5000, 0, 10, 10, 1, 0);
-    listen(*graph);
-    recorder.onEvent = [&](QxDrawingChangeEventData&) {
-        recorder.onEvent = nullptr;
-        EXPECT_EQ(graph->discardNode(border), 1);
-        graph->addNodeWithCoordinates(0, 7000, 10, 10, 1, 0);
-    };
-    node->moveTo(11, 3, 1);
-    QxRect computed;
-    graph->calculateAndReturnGraphBounds(computed);
-    EXPECT_EQ(*graph->pBoundingRect(), computed);
-    EXPECT_EQ(computed.top(), 7005);
 }
 
 }  // namespace

@@ -156,15 +156,6 @@ TEST_F(DrawingEventManager, GroupsAreUnpackedInOrder) {
     EXPECT_THAT(complexity.types, ElementsAre(NodeHidden, EdgeHidden));
 }
 
-TEST_F(DrawingEventManager, IgnoresListenersOfAnotherClass) {
-    manager.addListener(&thing, &complexity, -1, 2);
-    ComplexityVetoer vetoer;
-    vetoer.vetoed = NodeMoved;
-    manager.addListener(&thing, &vetoer, -1, 2);
-    EXPECT_EQ(fire(NodeMoved), 1);
-    EXPECT_THAT(complexity.types, IsEmpty());
-}
-
 TEST_F(DrawingEventManager, BuildsNothingForNobody) {
     Factory factory;
     Thing made(&factory);

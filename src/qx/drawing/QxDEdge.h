@@ -349,6 +349,9 @@ public:
 
 protected:
     int vConnect() override;
+    void vFollowState() override;
+    void vFollowEnds() override;
+    void vFollowReversal() override;
     void actOnChangeOwner(QxOwnedObject* owner, int valid) override;
     qx::internal::GraphObjectExtras* vNewExtras() const override;
     /// The steps behind the label operations.

@@ -20,51 +20,34 @@ using qx::internal::Ref;
 
 int QxDEdge::vConnect() {
     int connected = 0;
-    Change::run(*this, [&] {
-        connected = QxGEdge::vConnect();
-        if (connected != 0 && isActive()) {
-            connectPath();
-        }
-    });
+    Change::run(*this, [&] { connected = QxGEdge::vConnect(); });
     return connected;
 }
 
 int QxDEdge::disconnect() {
     int disconnected = 0;
-    Change::run(*this, [&] {
-        disconnected = QxGEdge::disconnect();
-        if (disconnected != 0 && !isActive()) {
-            disconnectPath();
-        }
-    });
+    Change::run(*this, [&] { disconnected = QxGEdge::disconnect(); });
     return disconnected;
 }
 
 int QxDEdge::deactivate() {
-    if (!isActive()) {
-        return QxGEdge::deactivate();
-    }
-    Change::run(*this, [&] {
-        QxGEdge::deactivate();
-        if (!isActive()) {
-            disconnectPath();
-        }
-    });
-    return 1;
+    int idle = 0;
+    Change::run(*this, [&] { idle = QxGEdge::deactivate(); });
+    return idle;
 }
 
 int QxDEdge::activate() {
-    if (deactivated() == 0) {
-        return 1;
-    }
     int active = 0;
-    Change::run(*this, [&] {
-        active = QxGEdge::activate();
-        if (isActive()) {
-            connectPath();
-        }
-    });
+    Change::run(*this, [&] { active = QxGEdge::activate(); });
     return active;
+}
+
+void QxDEdge::vFollowState() {
+    if (isActive()) {
+        connectPath();
+    } else {
+        disconnectPath();
+    }
 }
 
 int QxDEdge::changeEnd(QxNode* node, bool atSource) {
@@ -72,18 +55,19 @@ int QxDEdge::changeEnd(QxNode* node, bool atSource) {
     Change::run(*this, [&] {
         changed = atSource ? QxGEdge::changeSourceNodeWithoutConnect(node)
                            : QxGEdge::changeTargetNodeWithoutConnect(node);
-        if (changed == 0) {
-            return;
+        if (changed != 0) {
+            loseForeignConnector(atSource);
         }
-        if (QxPEdge* segment = atSource ? m_sourcePathEdge : m_targetPathEdge) {
-            segment->setEnds(atSource ? node : segment->QxEdge::pSourceNode(),
-                             atSource ? segment->QxEdge::pTargetNode() : node);
-        }
-        actOnEndObjectChange();
-        qx::internal::Coverage::countChanged(*this);
-        loseForeignConnector(atSource);
     });
     return changed;
+}
+
+void QxDEdge::vFollowEnds() {
+    if (m_sourcePathEdge != nullptr || m_targetPathEdge != nullptr) {
+        attachPath(pSourceNode(), pTargetNode());
+    }
+    actOnEndObjectChange();
+    qx::internal::Coverage::countChanged(*this);
 }
 
 int QxDEdge::changeSourceNodeWithoutConnect(QxNode* node) {
@@ -98,17 +82,18 @@ int QxDEdge::reverse() {
     if (pSourceNode() == nullptr || pTargetNode() == nullptr) {
         return 0;
     }
-    Change::run(*this, [&] {
-        const Path path = collectPath();
-        QxGEdge::reverse();
-        for (QxPEdge* segment : path.segments) {
-            segment->reverse();
-        }
-        std::swap(m_sourcePathEdge, m_targetPathEdge);
-        exchangeConnectors();
-        actOnEndObjectChange();
-    });
+    Change::run(*this, [&] { QxGEdge::reverse(); });
     return 1;
+}
+
+void QxDEdge::vFollowReversal() {
+    const Path path = collectPath();
+    for (QxPEdge* segment : path.segments) {
+        segment->reverse();
+    }
+    std::swap(m_sourcePathEdge, m_targetPathEdge);
+    exchangeConnectors();
+    actOnEndObjectChange();
 }
 
 void QxDEdge::nullEndNodes() {
@@ -118,6 +103,7 @@ void QxDEdge::nullEndNodes() {
         attachPath(nullptr, nullptr);
     }
     QxGEdge::nullEndNodes();
+    qx::internal::Coverage::countChanged(*this);
 }
 
 void QxDEdge::emptyTopology() {

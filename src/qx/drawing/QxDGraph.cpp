@@ -200,6 +200,7 @@ void QxDGraph::copyGraph(const QxGraph* source, int deep) {
     if (source == nullptr || source == this) {
         return;
     }
+    const qx::internal::Ref sourceAlive(*source);
     Change::ofWholeGraph(*this, [&] {
         resetLabelStates();
         const bool isDrawn = levelNumber() == source->levelNumber();

@@ -368,6 +368,7 @@ public:
     int updateQuadTree();
     int updateQuadTree(QxDNode* node);
     int updateQuadTree(QxDEdge* edge);
+    int updateQuadTree(QxLabel* label);
     /// Kept for symmetry: entries are refreshed one by one, there is nothing to mark.
     void markQuadTreeDirty() {}
     /// @}

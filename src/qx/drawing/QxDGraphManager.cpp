@@ -128,11 +128,16 @@ QxGraph* QxDGraphManager::vRemoveGraph(QxGraph* graph) {
     if (graph == m_anchor) {
         showAnchor(pFindNewAnchorGraph());
     }
-    return QxGraphManager::vRemoveGraph(graph);
+    QxGraph* const removed = QxGraphManager::vRemoveGraph(graph);
+    if (removed != nullptr && removed == m_anchor) {
+        showAnchor(pFirstGraph());  // a listener had made it the anchor graph again
+    }
+    return removed;
 }
 
 void QxDGraphManager::showAnchor(QxDGraph* graph) {
     QxDGraph* const old = m_anchor;
+    const qx::internal::Ref<QxDGraph> alive(graph);
     m_anchor = graph;
     if (QxDGraph* between = pQueryIntergraph()) {
         qx::internal::Coverage::allChanged(*between);
@@ -161,12 +166,13 @@ int QxDGraphManager::vTransferTopology(QxGraphManager* manager) {
         other->pFactory() != pFactory()) {
         return 0;
     }
-    QxDGraph* anchor = other->m_anchor;
+    const qx::internal::Ref<QxDGraph> anchor(other->m_anchor);
     if (QxGraphManager::vTransferTopology(other) == 0) {
         return 0;
     }
-    other->showAnchor(nullptr);
-    showAnchor(m_anchor != nullptr ? m_anchor : anchor);
+    other->showAnchor(other->pFirstGraph());  // none, unless a listener has added it
+    const bool isHere = anchor && anchor->pOwnerGraphManager() == this;
+    showAnchor(m_anchor != nullptr ? m_anchor : isHere ? anchor.get() : pFirstGraph());
     return 1;
 }
 
@@ -197,6 +203,7 @@ void QxDGraphManager::duplicateNesting(const QxGraphManager* source) {
     if (levelNumber() == source->levelNumber()) {
         for (const QxDGraph* original : Snapshot<QxDGraph>(source->pGraphList())) {
             if (auto* twin = static_cast<QxDGraph*>(original->pIUserField())) {
+                twin->calculateQuadTree();
                 twin->calculateGraphBounds(0);
                 // Insertion has switched the upkeep on; a duplicate keeps it as its source does.
                 twin->needsUpdateGraphBounds(original->needsUpdateGraphBounds());
@@ -280,6 +287,15 @@ void QxDGraphManager::calculateGraphBounds() {
     for (QxDListCell* cell = outerFirst.pLastCell(); cell != nullptr;
          cell = cell->pPreviousCell()) {
         static_cast<QxDGraph*>(cell->pObject())->calculateGraphBounds(0);
+    }
+}
+
+void QxDGraphManager::updateQuadTrees() {
+    for (QxDGraph* graph : each<QxDGraph>(*pGraphList())) {
+        graph->updateQuadTree();
+    }
+    if (QxDGraph* between = pQueryIntergraph()) {
+        between->updateQuadTree();
     }
 }
 

@@ -57,6 +57,8 @@ public:
 
     /// Computes the bounds of all visible graphs anew, inner graphs first.
     void calculateGraphBounds();
+    /// Refreshes the spatial index of every graph that has one.
+    void updateQuadTrees();
     /// Suspends, or resumes, the upkeep of the spatial index of every graph.
     void disableQuadTreeUpdates(int disable);
     /// Forgets the copies that the anchor graph, the intergraph and their contents remember.

@@ -129,7 +129,7 @@ void QxDGraph::report(Moment moment, QxGeometricUpdateInfo* own, QxGeometricUpda
     reportToOwnersRecord<QxDNode>(this, nodes, own, nullptr, [&](QxDNode* node, Info*) {
         node->report(moment, own, between, 1, 1, 1, 1);
     });
-    if (own->needsRecursiveUpdate() == 0) {
+    if (own == nullptr || own->needsRecursiveUpdate() == 0) {
         return;
     }
     reportToOwnersRecord<QxPNode>(this, bends, own, between, [&](QxPNode* bend, Info* info) {

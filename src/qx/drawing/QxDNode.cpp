@@ -323,6 +323,9 @@ void QxDNode::invalidateIncidentEdgeEndPoints() {
 
 void QxDNode::report(Moment moment, QxGeometricUpdateInfo* own, QxGeometricUpdateInfo* intergraph,
                      int labels, int connectorLabels, int connectors, int edges) const {
+    if (own == nullptr) {
+        return;
+    }
     const bool isWanted = own->needsRecursiveUpdate() != 0 ||
                           (intergraph != nullptr && intergraph->needsRecursiveUpdate() != 0);
     if (own->pGraph() == nullptr || !isWanted) {

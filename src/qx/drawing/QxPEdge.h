@@ -30,6 +30,7 @@ public:
     std::size_t sizeOf() const override;
     int checkInvariants() const override;
     int levelNumber() const override;
+    void nullEndNodes() override;
     int changeSourceNodeWithoutConnect(QxNode* node) override;
     int changeTargetNodeWithoutConnect(QxNode* node) override;
     QxEdge* pOriginalEdge() override;
@@ -89,6 +90,7 @@ public:
     /// @}
 
 protected:
+    void vFollowState() override;
     void actOnChangeOwner(QxOwnedObject* owner, int valid) override;
     QxObject* vCloneObject() const override;
     QxObject* vCloneAttributes() const override;

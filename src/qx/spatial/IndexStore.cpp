@@ -3,6 +3,8 @@
 
 #include "qx/spatial/internal/IndexStore.h"
 
+#include <utility>
+
 #include "qx/drawing/QxConnector.h"
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
@@ -51,7 +53,8 @@ void IndexStore::eachObject(const Act& act) const {
          {m_graph.pEdgeList(), m_graph.pDisconnectedEdgeList(), m_graph.pDeactivatedEdgeList()}) {
         for (QxDEdge* edge : each<QxDEdge>(*list)) {
             eachLabel(*edge, act);
-            if ((edge->flagWord() & flags::EdgePathImplied) != 0) {
+            // A client's tree does not hear when a segment is made: there it is made at once.
+            if (isOwn() && (edge->flagWord() & flags::EdgePathImplied) != 0) {
                 act(*edge, IndexKind::PathEdge);
                 continue;
             }
@@ -226,9 +229,29 @@ void IndexStore::ended(QxGraphObject& object, IndexKind kind) {
     }
 }
 
+void IndexStore::replace(QxGraphObject& object, QxGraphObject& by, IndexKind kind) {
+    const std::int32_t slot = IndexSlot::of(object, kind);
+    if (m_isPending || slot == NoIndexSlot) {
+        setSlot(object, kind, NoIndexSlot);
+        return;
+    }
+    remove(by, kind);
+    m_engine.rename(static_cast<std::uint32_t>(slot), payloadOf(by));
+    setSlot(object, kind, NoIndexSlot);
+    setSlot(by, kind, slot);
+}
+
+void IndexStore::becomeOwn() {
+    for (const auto& [object, slot] : std::exchange(m_slots, {})) {
+        const auto kind = static_cast<IndexKind>(m_engine.kind(static_cast<std::uint32_t>(slot)));
+        setSlot(*const_cast<QxGraphObject*>(object), kind, slot);
+    }
+}
+
 std::size_t IndexStore::sizeOf() const {
     return sizeof(*this) - sizeof(m_engine) + m_engine.sizeOf() +
-           m_moved.capacity() * sizeof(std::uint32_t) + m_isMoved.capacity() / 8;
+           m_moved.capacity() * sizeof(std::uint32_t) + m_isMoved.capacity() / 8 +
+           m_slots.size() * (sizeof(decltype(m_slots)::value_type) + 2 * sizeof(void*));
 }
 
 }  // namespace qx::internal

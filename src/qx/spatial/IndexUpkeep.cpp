@@ -159,6 +159,12 @@ void IndexUpkeep::ended(QxDEdge& edge) {
     tellLabelsEnded(edge);
 }
 
+void IndexUpkeep::segmentMade(QxDEdge& edge, QxPEdge& segment) {
+    if (QxQTree* tree = treeOf(edge.pOwnerGraph())) {
+        tree->m_store->replace(edge, segment, IndexKind::PathEdge);
+    }
+}
+
 void IndexUpkeep::impliedSegmentEnded(QxDEdge& edge) {
     tellEnded(edge, IndexKind::PathEdge);
 }

@@ -57,7 +57,8 @@ bool countsInIndex(const QxGraphObject& object, IndexKind kind) {
     switch (kind) {
         case IndexKind::PathEdge: {
             const auto& segment = static_cast<const QxEdge&>(object);
-            return isActive(wholeEdge(object)) && segment.pSourceNode() != nullptr &&
+            return isActive(wholeEdge(object)) && segment.connected() != 0 &&
+                   segment.deactivated() == 0 && segment.pSourceNode() != nullptr &&
                    segment.pTargetNode() != nullptr;
         }
         case IndexKind::PathNode: {
@@ -88,11 +89,9 @@ QuadShape indexShapeOf(const QxGraphObject& object, IndexKind kind) {
     switch (kind) {
         case IndexKind::PathEdge: {
             const auto& segment = static_cast<const QxGEdge&>(object);
-            const auto* made = (object.flagWord() & flags::PathObject) != 0
-                                   ? static_cast<const QxPEdge*>(&segment)
-                                   : nullptr;
-            if (made != nullptr && made->isCurvedEdge() != 0) {
-                made->getUserBoundingRect(rect, 1);
+            const QxDEdge* whole = wholeEdge(object);
+            if (whole != nullptr && whole->isCurvedEdge() != 0) {
+                segment.getUserBoundingRect(rect, 1);
                 return boxOf(rect);
             }
             const QxPoint from = segment.ntFromPoint(0);
@@ -114,18 +113,19 @@ QuadShape indexShapeOf(const QxGraphObject& object, IndexKind kind) {
 
 bool showsIn(const QxGraphObject& object, IndexKind kind, const QxRect& rect) {
     constexpr std::uint32_t SetAside = flags::TemporarilyInvisible | flags::Processing;
-    if ((object.flagWord() & SetAside) != 0) {
+    // Of an edge that stands for its segment the marks are its own.
+    const bool isItself =
+        kind != IndexKind::PathEdge || (object.flagWord() & flags::PathObject) != 0;
+    if (isItself && (object.flagWord() & SetAside) != 0) {
         return false;
     }
     const auto isSeen = [](const QxDEdge* edge) {
         return edge != nullptr && (edge->intergraphEdge() == 0 || edge->isVisible() != 0) &&
                edge->hasVisiblePart() != 0;
     };
-    const QuadBox region{rect.left(), rect.bottom(), rect.right(), rect.top()};
     if (kind == IndexKind::PathNode) {
         const auto& bend = static_cast<const QxPNode&>(object);
-        return indexShapeOf(object, kind).box.meets(region) && isSeen(bend.pOwnerEdge()) &&
-               bend.isUsable() != 0;
+        return isSeen(bend.pOwnerEdge()) && bend.isUsable() != 0;
     }
     if (kind == IndexKind::PathEdge) {
         const QxDEdge* edge = wholeEdge(object);
@@ -139,7 +139,7 @@ bool showsIn(const QxGraphObject& object, IndexKind kind, const QxRect& rect) {
             return false;
         }
     }
-    return indexShapeOf(object, kind).box.meets(region);
+    return true;
 }
 
 QxGraphObject* reportedObject(QxGraphObject* object, IndexKind kind) {

@@ -9,7 +9,10 @@
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxDNode.h"
+#include "qx/drawing/QxLabel.h"
+#include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/spatial/QxQTree.h"
+#include "qx/spatial/internal/IndexStore.h"
 
 QxQTree* QxDGraph::vNewQuadTree(unsigned short excluded) {
     return new QxQTree(this, excluded);
@@ -18,6 +21,15 @@ QxQTree* QxDGraph::vNewQuadTree(unsigned short excluded) {
 void QxDGraph::allocateQuadTree() {
     discardQuadTree();
     m_quadTree = vNewQuadTree(QxQTree::ExcludeConnectors);
+    if (m_quadTree == nullptr) {
+        return;
+    }
+    m_quadTree->m_store->becomeOwn();
+    for (const QxEdgeDList* list : {pEdgeList(), pDisconnectedEdgeList(), pDeactivatedEdgeList()}) {
+        for (QxDEdge* edge : qx::internal::each<QxDEdge>(*list)) {
+            edge->setFlag(qx::flags::EdgeIsTracked, 1);
+        }
+    }
 }
 
 void QxDGraph::calculateQuadTree() {
@@ -45,7 +57,12 @@ bool QxDGraph::suspendQuadTree() {
 }
 
 void QxDGraph::resumeQuadTree() {
-    if (m_quadTree != nullptr) {
+    if (m_quadTree == nullptr) {
+        return;
+    }
+    if (m_quadTree->isIgnoringGeometryChanges() != 0) {
+        m_quadTree->needsUpdateCopy(1);  // a listener has begun to ignore in the middle of a change
+    } else {
         m_quadTree->needsUpdate(1);
     }
 }
@@ -124,6 +141,14 @@ int QxDGraph::updateQuadTree(QxDNode* node) {
     QxQTree* tree = node != nullptr && node->pOwnerGraph() == this ? treeInUse(*this) : nullptr;
     if (tree != nullptr) {
         tree->updateDNodeInfo(node);
+    }
+    return tree != nullptr ? 1 : 0;
+}
+
+int QxDGraph::updateQuadTree(QxLabel* label) {
+    QxQTree* tree = label != nullptr && label->pGraph() == this ? treeInUse(*this) : nullptr;
+    if (tree != nullptr) {
+        tree->updateInfo(label);
     }
     return tree != nullptr ? 1 : 0;
 }

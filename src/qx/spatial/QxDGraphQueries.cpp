@@ -13,8 +13,11 @@
 #include "qx/drawing/QxPathIter.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/spatial/QxQTree.h"
+#include "qx/spatial/internal/IndexedObject.h"
 
 using qx::internal::each;
+using qx::internal::IndexKind;
+using qx::internal::showsIn;
 
 namespace {
 
@@ -74,9 +77,12 @@ int QxDGraph::overlapsIntergraphEdges(const QxRect& rect, int pathNodes, int pat
 
 int QxDGraph::overlapsFromGraphLists(const QxRect& region, int nodes, int pathNodes,
                                      int pathEdges) const {
+    const auto shows = [&](const QxGraphObject* object, IndexKind kind) {
+        return object != nullptr && showsIn(*object, kind, region);
+    };
     if (nodes != 0) {
         for (const QxDNode* node : each<QxDNode>(*pNodeList())) {
-            if (node->pIRect()->intersectsRect(region) != 0) {
+            if (node->pIRect()->intersectsRect(region) != 0 && shows(node, IndexKind::Node)) {
                 return 1;
             }
         }
@@ -85,21 +91,17 @@ int QxDGraph::overlapsFromGraphLists(const QxRect& region, int nodes, int pathNo
         return 0;
     }
     for (QxDEdge* edge : each<QxDEdge>(*pEdgeList())) {
-        if (isIntergraph() != 0 && edge->isVisible() == 0) {
-            continue;
-        }
-        if (edge->hasBends() == 0) {
-            if (pathEdges != 0 && edge->ntIntersectsRect(&region, 1) != 0) {
+        if (edge->isPathImplied()) {
+            if (pathEdges != 0 && shows(edge, IndexKind::PathEdge)) {
                 return 1;
             }
             continue;
         }
         for (QxPathIter step(edge, QxIterForward); step; ++step) {
-            if (pathEdges != 0 && step.pEdge()->ntIntersectsRect(&region, 1) != 0) {
-                return 1;
-            }
-            if (pathNodes != 0 && step.pNode() != nullptr &&
-                region.within(step.pNode()->iCenter()) != 0) {
+            const QxPNode* bend = pathNodes != 0 ? step.pNode() : nullptr;
+            if ((pathEdges != 0 && shows(step.pEdge(), IndexKind::PathEdge)) ||
+                (bend != nullptr && region.within(bend->iCenter()) != 0 &&
+                 shows(bend, IndexKind::PathNode))) {
                 return 1;
             }
         }

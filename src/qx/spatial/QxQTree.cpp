@@ -39,7 +39,7 @@ void QxQTree::addInfo(QxGraphObject* object) {
 
 void QxQTree::discardInfo(QxGraphObject* object) {
     const auto kind = object != nullptr ? indexKindOf(*object) : std::nullopt;
-    if (kind && indexGraphOf(*object, *kind) == m_graph) {
+    if (kind && (indexGraphOf(*object, *kind) == m_graph || !m_store->isOwn())) {
         m_store->settle();
         m_store->remove(*object, *kind);
     }
@@ -168,6 +168,9 @@ void QxQTree::discardDGraphInfo() {
 
 void QxQTree::update() {
     if (needsUpdate() == 0) {
+        m_ignoring = false;
+        needsUpdateCopy(0);
+        useSpecial(0);
         needsUpdate(1);
         addDGraphInfo();
     }

@@ -56,6 +56,8 @@ private:
 /// changes are taken in at the next question. Questions change no registration and may be asked
 /// from inside each other. A tree that a client makes holds what the client puts into it.
 ///
+/// A client that makes a tree of its own takes objects out of it before they go.
+///
 /// Rectangles are in the coordinates of the graph, world units. Null objects, objects of other
 /// graphs and excluded kinds are passed over everywhere.
 class QX_API QxQTree : public QxObject {

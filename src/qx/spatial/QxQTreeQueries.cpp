@@ -36,7 +36,13 @@ QxGraphObject* objectOf(const QuadHit& hit) {
     return reinterpret_cast<QxGraphObject*>(static_cast<std::uintptr_t>(hit.payload));
 }
 
-bool shows(const QuadHit& hit, const QxRect& rect) {
+/// The region is wider than the rectangle for the sake of segments only.
+bool shows(const qx::internal::QuadEngine& engine, const QuadHit& hit, const QxRect& rect) {
+    const QuadBox exact{rect.left(), rect.bottom(), rect.right(), rect.top()};
+    if (hit.kind != static_cast<unsigned>(IndexKind::PathEdge) &&
+        !engine.shape(hit.slot).box.meets(exact)) {
+        return false;
+    }
     return qx::internal::showsIn(*objectOf(hit), static_cast<IndexKind>(hit.kind), rect);
 }
 
@@ -66,7 +72,7 @@ void QxQTree::buildLists(const QxRect* rect, QxDNodeDList* nodes, QxNodeLabelDLi
     std::vector<qx::internal::FoundObject> found;
     found.reserve(hits.size());
     for (const QuadHit& hit : hits) {
-        if (shows(hit, *rect)) {
+        if (shows(m_store->engine(), hit, *rect)) {
             const auto kind = static_cast<IndexKind>(hit.kind);
             if (QxGraphObject* object = qx::internal::reportedObject(objectOf(hit), kind)) {
                 found.push_back({object, kind});
@@ -93,6 +99,6 @@ int QxQTree::overlaps(const QxRect* rect, int nodes, int pathNodes, int pathEdge
         return 0;
     }
     m_store->settle();
-    const auto test = [rect](const QuadHit& hit) { return shows(hit, *rect); };
+    const auto test = [&](const QuadHit& hit) { return shows(m_store->engine(), hit, *rect); };
     return m_store->engine().overlaps(regionOf(*rect, kinds), kinds, test) ? 1 : 0;
 }

@@ -7,8 +7,8 @@
 
 namespace qx::internal {
 
-QxDGraph* Change::between(const QxDGraph* graph) {
-    const QxDGraphManager* manager = graph != nullptr ? graph->pOwnerGraphManager() : nullptr;
+QxDGraph* BetweenHold::between(const QxDGraph& graph) {
+    const QxDGraphManager* manager = graph.pOwnerGraphManager();
     return manager != nullptr ? manager->pQueryIntergraph() : nullptr;
 }
 

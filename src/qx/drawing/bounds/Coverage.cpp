@@ -75,8 +75,13 @@ void Coverage::changed(QxDEdge& edge) {
 
 void Coverage::placeEnds(QxDEdge& edge) {
     const QxDGraph* graph = edge.pOwnerGraph();
-    const bool hasEnds = edge.intergraphEdge() != 0 || edge.hasCalculatedConnector();
-    if (hasEnds && counts(edge)) {
+    const bool isBetween = edge.intergraphEdge() != 0;
+    const bool hasEnds = isBetween || edge.hasCalculatedConnector();
+    const bool shows = hasEnds && counts(edge);
+    if (isBetween && shows != (edge.m_extentSlot != ExtentTree::NoSlot)) {
+        edge.isUpdatedVisiblePart(0);  // an end that nobody sees cuts nothing off
+    }
+    if (shows) {
         QxRect rect;
         edge.ntBoundingRect(rect, 0);
         graph->extents().set(edge.m_extentSlot, rect);
@@ -200,6 +205,10 @@ void Coverage::ended(QxPNode& bend) {
         bend.pOwnerGraph()->extents().clear(bend.m_extentSlot);
     }
     IndexUpkeep::ended(bend);
+}
+
+void Coverage::segmentMade(QxDEdge& edge, QxPEdge& segment) {
+    IndexUpkeep::segmentMade(edge, segment);
 }
 
 void Coverage::impliedSegmentEnds(QxDEdge& edge) {

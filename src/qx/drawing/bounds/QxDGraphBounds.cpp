@@ -315,7 +315,7 @@ void QxDGraph::getGraphBoundsOnMoveResize(const QxRect& oldRect, const QxRect& n
 }
 
 void QxDGraph::updateGraphBoundsOnMoveResize(const QxRect& oldRect, const QxRect& newRect) {
-    if (boundsInitialized() == 0 || retreats(oldRect, newRect)) {
+    if (boundsInitialized() != 0 && retreats(oldRect, newRect)) {
         settleBounds();
     } else {
         updateGraphBoundsOnInsert(newRect);

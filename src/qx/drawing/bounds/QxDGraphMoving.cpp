@@ -7,6 +7,7 @@
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxPNode.h"
+#include "qx/drawing/bounds/internal/Change.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/util/internal/Ref.h"
 
@@ -18,6 +19,7 @@ void QxDGraph::ntMove(std::int32_t dx, std::int32_t dy, int hooks) {
         return;
     }
     const qx::internal::Ref alive(*this);
+    const qx::internal::BetweenHold held(*this);
     for (QxDNode* node : Snapshot<QxDNode>(pNodeList())) {
         if (node->pOwnerGraph() != this) {
             continue;  // a listener has taken it out meanwhile

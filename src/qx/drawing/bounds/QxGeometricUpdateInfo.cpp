@@ -46,13 +46,17 @@ void QxGeometricUpdateInfo::storeStateAndDisable(int) {
 }
 
 void QxGeometricUpdateInfo::enableAndRestoreState() {
-    if (!m_holdsBounds || m_isDragging) {
+    if (!m_holdsBounds) {
+        return;
+    }
+    if (m_needsUpdateQuadTree) {
+        m_graph->resumeQuadTree();
+        m_needsUpdateQuadTree = false;
+    }
+    if (m_isDragging) {
         return;
     }
     m_holdsBounds = false;
-    if (m_needsUpdateQuadTree) {
-        m_graph->resumeQuadTree();
-    }
     const bool grows =
         m_hasNewBoundingRect &&
         !(m_hasOldBoundingRect && m_graph->retreats(m_oldBoundingRect, m_newBoundingRect));

@@ -90,9 +90,9 @@ void QxDEdge::makePath() {
     if (segment == nullptr) {
         return;
     }
-    Coverage::impliedSegmentEnds(*this);
     setFlag(qx::flags::EdgePathImplied, 0);
     takeOver(segment, pSourceNode(), pTargetNode());
+    Coverage::segmentMade(*this, *segment);
     segment->setFlag(qx::flags::SegmentVisible | qx::flags::SegmentNewVisible,
                      hasFlag(qx::flags::EdgeHasVisiblePart));
 }
@@ -105,7 +105,8 @@ QxDEdge::Path QxDEdge::collectPath(QxIterDirectionEnum direction) const {
     Path path;
     for (auto it = madeParts(direction); it; ++it) {
         path.segments.push_back(it.pEdge());
-        if (it.pNode() != nullptr) {
+        // In an open path a segment may still end at a bend that has been taken out.
+        if (it.pNode() != nullptr && it.pNode()->m_ownerEdge == this) {
             path.bends.push_back(it.pNode());
         }
     }
@@ -131,6 +132,7 @@ void QxDEdge::disconnectPath() {
 }
 
 void QxDEdge::destroyPath() {
+    setFlag(qx::flags::EdgeHasVisiblePart, 0);
     Coverage::impliedSegmentEnds(*this);
     setFlag(qx::flags::EdgePathImplied, 0);
     if (pParts() == nullptr) {

@@ -3,6 +3,7 @@
 
 #include "qx/drawing/QxPEdge.h"
 
+#include <array>
 #include <ostream>
 
 #include "qx/drawing/QxDEdge.h"
@@ -21,6 +22,45 @@ using qx::internal::Change;
 using qx::internal::Coverage;
 using qx::internal::isBend;
 using qx::internal::Moment;
+using qx::internal::Ref;
+
+namespace {
+
+/// The bends at the ends of a segment that is about to change: they count while they join segments.
+class EndBends {
+public:
+    explicit EndBends(const QxPEdge& segment) : m_segment(segment) { note(m_before); }
+    ~EndBends() {
+        Ends after;
+        note(after);
+        for (const Ends* ends : {&m_before, &after}) {
+            for (const Ref<QxPNode>& bend : *ends) {
+                if (bend) {
+                    Coverage::changed(*bend);
+                }
+            }
+        }
+    }
+    EndBends(const EndBends&) = delete;
+    EndBends& operator=(const EndBends&) = delete;
+
+private:
+    using Ends = std::array<Ref<QxPNode>, 2>;
+
+    void note(Ends& ends) const {
+        QxNode* const nodes[] = {m_segment.QxEdge::pSourceNode(), m_segment.QxEdge::pTargetNode()};
+        for (std::size_t i = 0; i < 2; ++i) {
+            if (isBend(nodes[i])) {
+                ends[i] = Ref<QxPNode>(static_cast<QxPNode*>(nodes[i]));
+            }
+        }
+    }
+
+    const QxPEdge& m_segment;
+    Ends m_before;
+};
+
+}  // namespace
 
 QxPEdge::QxPEdge(QxOwnedObject* owner) : QxGEdge(nullptr) {
     // The owner is set only now: the graph would list the segment among its own members.
@@ -126,9 +166,11 @@ template <class Act>
 int QxPEdge::changeEnd(const Act& act) {
     int changed = 0;
     Change::run(*this, [&] {
+        const EndBends bends(*this);
         changed = act();
         if (QxDEdge* edge = changed != 0 ? pOwnerEdge() : nullptr) {
             edge->actOnEndObjectChange();
+            Coverage::changed(*this);
         }
     });
     return changed;
@@ -145,13 +187,19 @@ int QxPEdge::changeTargetNodeWithoutConnect(QxNode* node) {
 void QxPEdge::setEnds(QxNode* source, QxNode* target) {
     // The lists of the bends hold the path together in every state, that of a detached edge too,
     // and that of an edge between graphs whose node is on its way from one graph to another.
+    const EndBends bends(*this);
     placeEnds(source, target);
     Coverage::changed(*this);
-    for (QxNode* end : {source, target}) {
-        if (isBend(end)) {
-            Coverage::changed(*static_cast<QxPNode*>(end));  // it counts once it joins a segment
-        }
-    }
+}
+
+void QxPEdge::nullEndNodes() {
+    const EndBends bends(*this);
+    QxGEdge::nullEndNodes();
+    Coverage::changed(*this);
+}
+
+void QxPEdge::vFollowState() {
+    Coverage::changed(*this);
 }
 
 void QxPEdge::actOnChangeOwner(QxOwnedObject* owner, int valid) {

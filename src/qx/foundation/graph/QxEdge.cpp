@@ -121,6 +121,7 @@ int QxEdge::disconnect() {
     }
     GraphChange change(*this, *this, EdgeDisconnected);
     changeState(0, qx::flags::EdgeConnected);
+    vFollowState();
     tellEnds(&QxGraph::actOnDisconnectEdge, &QxGraph::actOnDisconnectIntergraphEdge,
              &QxNode::actOnDisconnectEdge);
     change.tell();
@@ -137,6 +138,7 @@ int QxEdge::vConnect() {
         change = GraphChange(*this, *this, EdgeConnected);
     }
     changeState(qx::flags::EdgeConnected, 0);
+    vFollowState();
     tellEnds(&QxGraph::actOnConnectEdge, &QxGraph::actOnConnectIntergraphEdge,
              &QxNode::actOnConnectEdge);
     change.tell();
@@ -152,6 +154,7 @@ int QxEdge::deactivate() {
     }
     GraphChange change(*this, *this, EdgeDeactivated);
     changeState(qx::flags::EdgeDeactivated, 0);
+    vFollowState();
     tellEnds(&QxGraph::actOnDeactivateEdge, &QxGraph::actOnDeactivateIntergraphEdge,
              &QxNode::actOnDeactivateEdge);
     change.tell();
@@ -168,6 +171,7 @@ int QxEdge::activate() {
     }
     GraphChange change(*this, *this, EdgeActivated);
     changeState(0, qx::flags::EdgeDeactivated);
+    vFollowState();
     tellEnds(&QxGraph::actOnActivateEdge, &QxGraph::actOnActivateIntergraphEdge,
              &QxNode::actOnActivateEdge);
     change.tell();
@@ -217,6 +221,7 @@ int QxEdge::changeEnd(QxNode*& end, QxNode* node, bool source) {
         enterEndLists();
         updateGraphCells();
     }
+    vFollowEnds();
     tellOfChangedEnd(oldNode.get(), node, source);
     change.tell();
     return 1;
@@ -292,6 +297,7 @@ int QxEdge::reverse() {
         enterEndLists();
         updateGraphCells();
     }
+    vFollowReversal();
     const QxNode* const source = m_source;
     m_source->actOnChangeSourceNode(this, m_target, m_source);
     if (m_source == source && m_target != nullptr) {
@@ -300,6 +306,12 @@ int QxEdge::reverse() {
     change.tell();
     return 1;
 }
+
+void QxEdge::vFollowState() {}
+
+void QxEdge::vFollowEnds() {}
+
+void QxEdge::vFollowReversal() {}
 
 QxEdge* QxEdge::pOriginalEdge() {
     return this;
@@ -419,6 +431,7 @@ void QxEdge::settleAsDisconnected() {
     if (deactivated() != 0) {
         GraphChange change(*this, *this, EdgeDisconnected);
         changeState(0, qx::flags::EdgeConnected | qx::flags::EdgeDeactivated);
+        vFollowState();
         change.tell();
     } else {
         disconnect();
@@ -441,6 +454,7 @@ void QxEdge::loseEnds() {
     const QxGraph* const graph = pOwnerGraph();
     if (connected() != 0 && deactivated() == 0) {
         changeState(0, qx::flags::EdgeConnected);
+        vFollowState();
         tellEnds(&QxGraph::actOnDisconnectEdge, &QxGraph::actOnDisconnectIntergraphEdge,
                  &QxNode::actOnDisconnectEdge);
     }

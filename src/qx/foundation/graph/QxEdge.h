@@ -53,6 +53,14 @@ protected:
     /// The step behind connect.
     virtual int vConnect();
 
+    /// @name Steps of a change, taken before anybody is told of it; they do nothing here
+    /// What belongs to the edge follows its state, its ends, or its reversal.
+    /// @{
+    virtual void vFollowState();
+    virtual void vFollowEnds();
+    virtual void vFollowReversal();
+    /// @}
+
 public:
     /// Detaches the edge from both ends without a word to anybody; it is disconnected then.
     virtual void nullEndNodes();

@@ -19,6 +19,7 @@ void QxGraph::copyGraph(const QxGraph* source, int deep) {
     if (source == nullptr || source == this) {
         return;
     }
+    const Ref sourceAlive(*source);
     copyName(*source);
     if (deep != 0) {
         emptyTopology();
@@ -31,6 +32,7 @@ void QxGraph::copyGraph(const QxGraph* source, int deep) {
 
 void QxGraph::duplicateTopology(QxGraph* source, int disconnected, int deactivated) {
     if (source != nullptr && source != this) {
+        const Ref sourceAlive(*source);
         internalDuplicateTopology(source, disconnected, deactivated);
         source->nullInternalUserFields();
     }

@@ -30,6 +30,8 @@ public:
     /// @name Contents
     /// @{
     bool isPending() const { return m_isPending; }
+    /// Whether it is the tree of the graph.
+    bool isOwn() const;
     /// Takes in everything that lies in the graph, now or at the first question.
     void takeAll();
     void clear();
@@ -47,6 +49,10 @@ public:
     /// The object covers something else, counts now, or counts no more.
     void changed(QxGraphObject& object, IndexKind kind, bool follows);
     void ended(QxGraphObject& object, IndexKind kind);
+    /// The record of one object becomes that of another.
+    void replace(QxGraphObject& object, QxGraphObject& by, IndexKind kind);
+    /// The tree has become that of the graph: the objects take over what the table says.
+    void becomeOwn();
     /// @}
 
     const QuadEngine& engine() const { return m_engine; }
@@ -59,7 +65,6 @@ public:
     void eachObject(const Act& act) const;
 
 private:
-    bool isOwn() const;
     void setSlot(QxGraphObject& object, IndexKind kind, std::int32_t slot);
     void markMoved(std::int32_t slot);
     void countChange();

@@ -42,6 +42,8 @@ public:
     static void ended(QxPNode& bend);
     static void ended(QxPEdge& segment);
     static void ended(QxDEdge& edge);
+    /// A segment takes the place of the straight edge that stood for it.
+    static void segmentMade(QxDEdge& edge, QxPEdge& segment);
     /// The segment that a straight edge stood for.
     static void impliedSegmentEnded(QxDEdge& edge);
 

@@ -43,7 +43,7 @@ bool countsInIndex(const QxGraphObject& object, IndexKind kind);
 /// what is cut off.
 QuadShape indexShapeOf(const QxGraphObject& object, IndexKind kind);
 
-/// Whether what is seen of an object that covers the rectangle meets it: it is not set aside, is
+/// Whether an object whose stored shape meets the rectangle is seen there: it is not set aside, is
 /// visible if it lies between graphs, and is not just a part that is cut off.
 bool showsIn(const QxGraphObject& object, IndexKind kind, const QxRect& rect);
 

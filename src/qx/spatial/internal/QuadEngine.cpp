@@ -49,6 +49,13 @@ void QuadEngine::update(std::uint32_t slot, const QuadShape& shape) {
     insertAnywhere(record);
 }
 
+void QuadEngine::rename(std::uint32_t slot, std::uint64_t payload) {
+    m_store.findPlace(slot, [&](QuadStore::Place place) {
+        m_store.block(QuadStore::blockOf(place)).payload[QuadStore::positionOf(place)] = payload;
+        return false;
+    });
+}
+
 void QuadEngine::remove(std::uint32_t slot) {
     removeRecords(slot);
     m_store.releaseSlot(slot);

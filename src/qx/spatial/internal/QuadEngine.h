@@ -57,6 +57,8 @@ public:
     /// Gives an object a new shape. A few stores when it lies in one node and stays there; else it
     /// is taken out and put in again.
     void update(std::uint32_t slot, const QuadShape& shape);
+    /// Gives an object another payload.
+    void rename(std::uint32_t slot, std::uint64_t payload);
     /// Takes an object out; its slot may be given out again. O(its records).
     void remove(std::uint32_t slot);
     /// Replaces everything by these items, the i-th of which gets slot i: the tree that inserting

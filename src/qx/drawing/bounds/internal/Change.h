@@ -42,6 +42,17 @@ private:
     Ref<QxDGraph> m_graph;
 };
 
+/// The same for the edges between the graphs of this one's manager.
+class [[nodiscard]] BetweenHold {
+public:
+    explicit BetweenHold(const QxDGraph& graph) : m_hold(between(graph)) {}
+
+    static QxDGraph* between(const QxDGraph& graph);
+
+private:
+    BoundsHold m_hold;
+};
+
 /// The one sequence that every change of a drawing runs through: the bounds of the graph, and those
 /// of the edges between graphs, are held; the change is made by raw steps, which tell what they do
 /// to the extents and to listeners; then the bounds are brought to what the graphs cover.
@@ -91,7 +102,6 @@ public:
     }
 
 private:
-    static QxDGraph* between(const QxDGraph* graph);
     /// When a listener has carried the object off to another graph in the middle of a change, the
     /// rest of the change was made there.
     template <class Object>
@@ -105,7 +115,8 @@ private:
     /// Those of a graph, and of the edges between graphs.
     struct Holds {
         explicit Holds(QxDGraph* graph, BoundsHold::Extent contents = BoundsHold::OfSome)
-            : own(graph, contents), others(between(graph)) {}
+            : own(graph, contents),
+              others(graph != nullptr ? BetweenHold::between(*graph) : nullptr) {}
         BoundsHold own;
         BoundsHold others;
     };

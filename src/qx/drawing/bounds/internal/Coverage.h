@@ -59,6 +59,7 @@ public:
     static void ended(QxPEdge& segment);
     static void ended(QxDEdge& edge);
     /// The segment that a straight edge stood for has been made, or is no more.
+    static void segmentMade(QxDEdge& edge, QxPEdge& segment);
     static void impliedSegmentEnds(QxDEdge& edge);
     /// The label leaves its owner.
     static void ended(QxLabel& label);
