@@ -11,8 +11,36 @@ import check_sources
 HEAD = "// Copyright (c) 2026 the qxdraw authors\n// SPDX-License-Identifier: MIT\n\n"
 HEADER = HEAD + "#pragma once\n\n"
 
+UTIL, GEOMETRY = "qx/foundation/util/QxU.h", "qx/foundation/geometry/QxG.h"
+DRAWING, DETAIL = "qx/drawing/QxD.h", "qx/drawing/internal/QxDetail.h"
+NESTING, EVENTS, XML = "qx/nesting/QxN.h", "qx/events/QxE.h", "qx/xml/QxX.h"
+DOOR = "qx/spatial/internal/IndexUpkeep.h"
 
-class TreeTest(unittest.TestCase):
+# A file, what it includes, and whether that is a fault.
+INCLUDES = (
+    ("src/" + GEOMETRY, (UTIL,), False),
+    ("src/" + NESTING, (EVENTS, DRAWING), False),
+    ("src/" + XML, (NESTING,), False),
+    ("src/qx/drawing/internal/QxMore.h", (DETAIL,), False),
+    ("src/qx/drawing/QxD.cpp", (DOOR, EVENTS, DETAIL), False),
+    ("src/qx/qxdraw.h", (UTIL, XML), False),
+    ("tests/QxDTest.cpp", (DETAIL, "support/Local.h"), False),
+    ("src/" + UTIL, (GEOMETRY,), True),
+    ("src/qx/foundation/graph/QxA.cpp", (DRAWING,), True),
+    ("src/" + DRAWING, (NESTING,), True),
+    ("src/qx/events/QxE.cpp", (XML,), True),
+    ("src/qx/drawing/QxD.cpp", (NESTING,), True),
+    ("src/" + DRAWING, (DOOR,), True),
+    ("src/qx/events/QxE.cpp", (DRAWING,), True),
+    ("src/" + DRAWING, (DETAIL,), True),
+    ("tools/qxdraw/main.cpp", (DETAIL,), True),
+    ("src/qx/drawing/QxD.cpp", ("QxD.h",), True),
+    ("src/qx/nesting/QxN.cpp", ("qx/nesting/QxGone.h",), True),
+    ("src/qx/nowhere/QxY.h", (DRAWING,), True),
+)
+
+
+class SourceChecks(unittest.TestCase):
     def setUp(self):
         folder = tempfile.TemporaryDirectory()
         self.addCleanup(folder.cleanup)
@@ -26,74 +54,23 @@ class TreeTest(unittest.TestCase):
     def header(self, name, *included):
         self.write(name, HEADER + "".join(f'#include "{other}"\n' for other in included))
 
+    def faults(self, check, *arguments):
+        return [fault.split(":")[0] for fault in check(self.root, *arguments)]
 
-class IncludesTest(TreeTest):
-    def setUp(self):
-        super().setUp()
-        for name in (
-            "foundation/util/QxU.h",
-            "foundation/geometry/QxG.h",
-            "foundation/graph/QxA.h",
-            "drawing/QxD.h",
-            "drawing/internal/QxDetail.h",
-            "nesting/QxN.h",
-            "events/QxE.h",
-            "xml/QxX.h",
-        ):
-            self.header(f"src/qx/{name}")
+    def test_includes(self):
+        known = (UTIL, GEOMETRY, DRAWING, DETAIL, NESTING, EVENTS, XML, DOOR)
+        for name, included, is_fault in INCLUDES:
+            with self.subTest(name=name, included=included):
+                for other in known:
+                    self.header("src/" + other)
+                self.header(name, *included)
+                expected = [name] if is_fault else []
+                self.assertEqual(self.faults(check_sources.check_includes), expected)
+                (self.root / name).unlink()
+        self.header("src/" + XML)
+        self.write("src/qx/xml/QxX.cpp", HEAD + f"#include <{XML}>\n#include <vector>\n")
+        self.assertEqual(self.faults(check_sources.check_includes), ["src/qx/xml/QxX.cpp"])
 
-    def faults(self):
-        return [fault.split(":")[0] for fault in check_sources.check_includes(self.root)]
-
-    def test_downward_and_sideways_is_fine(self):
-        self.header("src/qx/foundation/geometry/QxG.h", "qx/foundation/util/QxU.h")
-        self.header("src/qx/nesting/QxN.h", "qx/events/QxE.h", "qx/drawing/QxD.h")
-        self.header("src/qx/xml/QxX.h", "qx/nesting/QxN.h")
-        self.header("src/qx/drawing/internal/QxMore.h", "qx/drawing/internal/QxDetail.h")
-        self.header("tests/QxDTest.cpp", "qx/drawing/internal/QxDetail.h", "support/Local.h")
-        self.assertEqual(self.faults(), [])
-
-    def test_upward_is_a_fault(self):
-        self.header("src/qx/foundation/util/QxU.h", "qx/foundation/geometry/QxG.h")
-        self.header("src/qx/foundation/graph/QxA.cpp", "qx/drawing/QxD.h")
-        self.header("src/qx/drawing/QxD.h", "qx/nesting/QxN.h")
-        self.header("src/qx/events/QxE.cpp", "qx/xml/QxX.h")
-        self.assertEqual(
-            self.faults(),
-            [
-                "src/qx/drawing/QxD.h",
-                "src/qx/events/QxE.cpp",
-                "src/qx/foundation/graph/QxA.cpp",
-                "src/qx/foundation/util/QxU.h",
-            ],
-        )
-
-    def test_drawing_sources_reach_up_through_the_doors_only(self):
-        door = "qx/spatial/internal/IndexUpkeep.h"
-        self.header(f"src/{door}", "qx/drawing/QxD.h")
-        self.header("src/qx/drawing/QxD.cpp", door, "qx/events/QxE.h")
-        self.assertEqual(self.faults(), [])
-        self.header("src/qx/drawing/internal/QxDetail.h", door)
-        self.assertEqual(self.faults(), ["src/qx/drawing/internal/QxDetail.h"])
-        self.header("src/qx/drawing/internal/QxDetail.h")
-        self.header("src/qx/drawing/QxD.cpp", "qx/nesting/QxN.h")
-        self.assertEqual(self.faults(), ["src/qx/drawing/QxD.cpp"])
-
-    def test_internal_headers_stay_inside(self):
-        self.header("src/qx/drawing/QxD.h", "qx/drawing/internal/QxDetail.h")
-        self.header("tools/qxdraw/main.cpp", "qx/drawing/internal/QxDetail.h")
-        self.header("src/qx/drawing/QxD.cpp", "qx/drawing/internal/QxDetail.h")
-        self.assertEqual(self.faults(), ["src/qx/drawing/QxD.h", "tools/qxdraw/main.cpp"])
-
-    def test_every_include_starts_at_the_root_and_exists(self):
-        self.header("src/qx/drawing/QxD.cpp", "QxD.h")
-        self.header("src/qx/nesting/QxN.cpp", "qx/nesting/QxGone.h")
-        self.write("src/qx/xml/QxX.cpp", HEAD + "#include <qx/xml/QxX.h>\n#include <vector>\n")
-        self.header("src/qx/nowhere/QxY.h", "qx/drawing/QxD.h")
-        self.assertEqual(len(self.faults()), 4)
-
-
-class RecordsTest(TreeTest):
     def test_the_library_opens_records_in_the_bracket_only(self):
         record = "QxGeometricUpdateInfo"
         opened = f"{record} own(graph, 0, 1);\n"
@@ -102,7 +79,7 @@ class RecordsTest(TreeTest):
         self.write("tests/QxDTest.cpp", opened)
         named = f"class {record};\nvoid told({record}* own, const {record}& other);  // {opened}"
         self.write("src/qx/drawing/QxD.cpp", named)
-        self.assertEqual(list(check_sources.check_records(self.root)), [])
+        self.assertEqual(self.faults(check_sources.check_records), [])
         for fault in (
             opened,
             f"{record} own{{graph, 0, 1}};\n",
@@ -112,50 +89,39 @@ class RecordsTest(TreeTest):
             f"using Info = {record};\nInfo own(graph, 0, 1);\n",
         ):
             self.write("src/qx/drawing/QxD.cpp", named + fault)
-            self.assertEqual(len(list(check_sources.check_records(self.root))), 1, fault)
+            self.assertEqual(len(self.faults(check_sources.check_records)), 1, fault)
 
+    def test_umbrella_is_complete_and_sorted(self):
+        names = ("qx/drawing/QxA.h", "qx/drawing/QxB.h", DETAIL)
+        self.assertEqual(len(self.faults(check_sources.check_umbrella)), 1)
+        for name in names:
+            self.header("src/" + name)
+        for order, faults in (((0, 1), 0), ((0,), 1), ((1, 0), 1), ((0, 1, 2), 1), ((0, 0, 1), 1)):
+            self.header("src/qx/qxdraw.h", *(names[i] for i in order))
+            self.assertEqual(len(self.faults(check_sources.check_umbrella)), faults, order)
 
-class UmbrellaTest(TreeTest):
-    def faults(self, *included):
-        self.header("src/qx/drawing/QxA.h")
-        self.header("src/qx/drawing/QxB.h")
-        self.header("src/qx/drawing/internal/QxDetail.h")
-        self.header("src/qx/qxdraw.h", *(f"qx/drawing/{name}" for name in included))
-        return list(check_sources.check_umbrella(self.root))
-
-    def test_complete_and_sorted(self):
-        self.assertEqual(self.faults("QxA.h", "QxB.h"), [])
-        self.assertEqual(len(self.faults("QxA.h")), 1)
-        self.assertEqual(len(self.faults("QxB.h", "QxA.h")), 1)
-        self.assertEqual(len(self.faults("QxA.h", "QxB.h", "internal/QxDetail.h")), 1)
-
-
-class HeadsTest(TreeTest):
     def test_licence_head_and_pragma(self):
         script = HEAD.replace("//", "#")
         self.write("CMakeLists.txt", script)
         self.write(".ci/run", "#!/bin/sh\n" + script)
         self.header("src/qx/drawing/QxA.h")
-        self.assertEqual(list(check_sources.check_heads(self.root)), [])
-        self.write("src/qx/drawing/QxA.h", HEAD + "class QxA;\n")
-        self.write("tests/QxATest.cpp", "int i;\n")
-        self.write("run.sh", "#!/bin/sh\necho\n")
-        self.assertEqual(len(list(check_sources.check_heads(self.root))), 3)
+        self.assertEqual(self.faults(check_sources.check_heads), [])
+        bad = {"src/qx/drawing/QxA.h": HEAD, "tests/QxATest.cpp": "", "run.sh": "#!/bin/sh\n"}
+        for name, text in bad.items():
+            self.write(name, text + "echo\n")
+        self.assertEqual(self.faults(check_sources.check_heads), list(bad))
 
-
-class ReadmeTest(TreeTest):
-    def test_program_and_output_are_the_real_ones(self):
+    def test_program_and_output_in_the_readme_are_the_real_ones(self):
         self.write("examples/first_drawing.cpp", HEAD + "int main() {}\n")
         self.write("README.md", "```cpp\nint main() {}\n```\n\n```text\nhello\n```\n")
-        self.write("hello", "#!/bin/sh\necho hello\n")
-        self.write("bye", "#!/bin/sh\necho bye\n")
-        for name in ("hello", "bye"):
-            (self.root / name).chmod(0o755)
-        self.assertEqual(list(check_sources.check_readme(self.root)), [])
-        self.assertEqual(list(check_sources.check_output(self.root, self.root / "hello")), [])
-        self.assertEqual(len(list(check_sources.check_output(self.root, self.root / "bye"))), 1)
+        for name, faults in (("hello", 0), ("bye", 1), ("hello; exit 3", 1)):
+            self.write("program", f"#!/bin/sh\necho {name}\n")
+            (self.root / "program").chmod(0o755)
+            found = self.faults(check_sources.check_output, self.root / "program")
+            self.assertEqual(len(found), faults, name)
+        self.assertEqual(self.faults(check_sources.check_readme), [])
         self.write("examples/first_drawing.cpp", HEAD + "int main() { return 1; }\n")
-        self.assertEqual(len(list(check_sources.check_readme(self.root))), 1)
+        self.assertEqual(self.faults(check_sources.check_readme), ["README.md"])
 
 
 if __name__ == "__main__":

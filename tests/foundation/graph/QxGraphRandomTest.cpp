@@ -7,6 +7,8 @@
 
 #include <gtest/gtest.h>
 
+#include <functional>
+
 #include "foundation/graph/GraphDescription.h"
 #include "foundation/graph/GraphFollower.h"
 #include "foundation/graph/TopologyDriver.h"
@@ -73,12 +75,41 @@ private:
     std::vector<Ref<QxGraphManager>> m_managers;
 };
 
-/// Edits at random, and again from inside the events of its own edits. Nobody can say what comes
-/// out in the end; but it has to be sound, and no freed object may be touched.
+/// Lets somebody in at every hook.
+class OpenGraph : public QxGraph {
+public:
+    OpenGraph(QxOwnedObject* owner, const std::function<void()>& hook)
+        : QxGraph(owner), m_hook(hook) {}
+    void actOnConnectEdge(QxEdge*) override { m_hook(); }
+    void actOnDisconnectEdge(QxEdge*) override { m_hook(); }
+    void actOnActivateEdge(QxEdge*) override { m_hook(); }
+    void actOnDeactivateEdge(QxEdge*) override { m_hook(); }
+    void actOnConnectIntergraphEdge(QxEdge*) override { m_hook(); }
+    void actOnDisconnectIntergraphEdge(QxEdge*) override { m_hook(); }
+    void actOnChangeTargetNodeAtIntergraphEdge(QxEdge*, QxNode*, QxNode*) override { m_hook(); }
+
+private:
+    const std::function<void()>& m_hook;
+};
+
+class OpenFactory : public GraphFactory {
+public:
+    std::function<void()> hook;
+
+protected:
+    QxGraph* vNewGraph(QxOwnedObject* owner, int) override { return new OpenGraph(owner, hook); }
+    QxGraph* vNewIntergraph(QxOwnedObject* owner, int) override {
+        return new OpenGraph(owner, hook);
+    }
+};
+
+/// Edits at random, and again from inside the hooks and events of its own edits. Nobody can say
+/// what comes out in the end; but it has to be sound, and no freed object may be touched.
 class Saboteur : public QxGraphChangeListener {
 public:
     explicit Saboteur(std::uint32_t seed) : m_random(seed) {
         m_factory.pEventManager()->addGraphChangeListener(&m_factory, this);
+        m_factory.hook = [this] { disturb(); };
         for (auto* manager : {&m_first, &m_second}) {
             manager->reset(m_factory.newManager());
             (*manager)->addGraph(0)->addNode(0);
@@ -87,7 +118,9 @@ public:
 
     ~Saboteur() override { m_depth = 3; }
 
-    void graphChanged(QxGraphChangeEventData*) override {
+    void graphChanged(QxGraphChangeEventData*) override { disturb(); }
+
+    void disturb() {
         if (m_depth < 3 && m_random.chance(25)) {
             act();
         }
@@ -213,7 +246,7 @@ private:
         }
     }
 
-    GraphFactory m_factory;
+    OpenFactory m_factory;
     TestRandom m_random;
     std::vector<Ref<QxNode>> m_spare;
     Ref<QxGraphManager> m_first;

@@ -3,9 +3,12 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <deque>
+#include <iterator>
 
 #include "foundation/util/UtilTestObjects.h"
+#include "support/TestRandom.h"
 
 namespace {
 
@@ -49,27 +52,19 @@ using AllOut = QxNestedListIter<KeeperIter, &outOf>;
 using AllOutIter = QxLabelIterOf<Item, AllOut>;
 using AllOddOutIter = QxLabelIterOf<Item, QxFilteredIter<Item, AllOut, &Item::isOdd>>;
 
-template <class Iter>
-Numbers walked(Iter iter) {
-    Numbers numbers;
-    for (; iter; ++iter) {
-        numbers.push_back(iter.pElement()->number());
-    }
-    ++iter;
-    EXPECT_FALSE(iter) << "a walk that was over went on";
-    return numbers;
-}
-
-/// The same walk through the base class and through range-for.
+/// Walks through the base class, and past the end, then through range-for.
 template <class Iter>
 void expectUniform(Iter iter, const Numbers& expected) {
-    EXPECT_EQ(walked(iter), expected);
-    Iter again = iter;
-    std::size_t steps = 0;
-    for (QxDListIter& plain = again; plain; ++plain) {
-        ++steps;
+    Iter typed = iter;
+    QxDListIter& walk = typed;
+    for (const int number : expected) {
+        ASSERT_TRUE(walk);
+        EXPECT_EQ(typed.pElement()->number(), number);
+        ++walk;
     }
-    EXPECT_EQ(steps, expected.size());
+    EXPECT_FALSE(walk);
+    ++walk;
+    EXPECT_FALSE(walk) << "a walk that was over went on";
     Numbers ranged;
     for (const auto* item : iter) {
         ranged.push_back(item->number());
@@ -77,51 +72,88 @@ void expectUniform(Iter iter, const Numbers& expected) {
     EXPECT_EQ(ranged, expected);
 }
 
-class QxDListIterTest : public testing::Test {
+/// The numbers from a place on.
+Numbers from(std::size_t place, const Numbers& numbers) {
+    return {numbers.begin() + static_cast<std::ptrdiff_t>(place), numbers.end()};
+}
+Numbers odd(Numbers numbers) {
+    std::erase_if(numbers, [](int n) { return n % 2 == 0; });
+    return numbers;
+}
+
+class Iterators : public testing::Test {
 protected:
-    QxDListIterTest() {
+    Iterators() {
         for (int i = 0; i < 10; ++i) {
             m_items.emplace_back(i);
         }
     }
-    void fill(ItemNodes& list, const Numbers& numbers) {
-        for (int number : numbers) {
-            list.appendNode(&m_items[static_cast<std::size_t>(number)]);
+    Numbers fill(ItemNodes& list, int count) {
+        list.deleteAllCells();
+        for (int i = 0; i < count; ++i) {
+            list.appendNode(&m_items[static_cast<std::size_t>(m_random.below(10))]);
         }
+        return numbersOf(list);
     }
 
+    qxtest::TestRandom m_random{qxtest::testSeed(1)};
     std::deque<Item> m_items;
     Keeper m_keeper;
 };
 
-TEST_F(QxDListIterTest, WalksBothWaysAndFromAnyCell) {
-    ItemNodes& list = m_keeper.in;
-    fill(list, {4, 5, 6, 7});
-    using Iter = ItemNodesIter;
-    expectUniform(Iter(&list), {4, 5, 6, 7});
-    expectUniform(Iter(&list, QxIterBackward), {7, 6, 5, 4});
-    QxDListCell* const third = list.pCellInPosition(3);
-    expectUniform(Iter(&list, third), {6, 7});
-    expectUniform(Iter(&list, third, QxIterBackward), {6, 5, 4});
-    expectUniform(InIter(&m_keeper, third), {6, 7});
-    Iter iter;
-    EXPECT_EQ(iter.direction(), QxIterForward);
-    EXPECT_EQ(static_cast<int>(iter), 0);
-    iter.init(&list, QxIterBackward);
-    EXPECT_EQ(iter.pNode(), &m_items[7]);
-    EXPECT_EQ(static_cast<int>(iter), 1);
+TEST_F(Iterators, WalkWhatPlainVectorsHold) {
+    Keeper keepers[5];
+    Keepers list;
+    for (Keeper& keeper : keepers) {
+        list.appendNode(&keeper);
+    }
+    for (int run = 0; run < 300; ++run) {
+        const Numbers in = fill(m_keeper.in, m_random.below(5));
+        Numbers both = in;
+        std::ranges::copy(fill(m_keeper.out, m_random.below(5)), std::back_inserter(both));
+        const Numbers back(in.rbegin(), in.rend());
+        expectUniform(ItemNodesIter(&m_keeper.in), in);
+        expectUniform(ItemNodesIter(&m_keeper.in, QxIterBackward), back);
+        expectUniform(InAndOutIter(&m_keeper), both);
+        expectUniform(InAndOutIter(&m_keeper, QxIterBackward), both);
+        expectUniform(OddIter(&m_keeper), odd(both));
+        for (std::size_t i = 0; i < both.size(); ++i) {
+            const bool first = i < in.size();
+            QxDListCell* const cell =
+                (first ? m_keeper.in : m_keeper.out)
+                    .pCellInPosition(static_cast<int>(first ? i : i - in.size()) + 1);
+            expectUniform(InAndOutIter(&m_keeper, cell), from(i, both));
+            expectUniform(OddIter(&m_keeper, cell), odd(from(i, both)));
+            if (first) {
+                expectUniform(ItemNodesIter(&m_keeper.in, cell), from(i, in));
+                expectUniform(InIter(&m_keeper, cell), from(i, in));
+                expectUniform(ItemNodesIter(&m_keeper.in, cell, QxIterBackward),
+                              from(in.size() - 1 - i, back));
+            }
+        }
+        Numbers ends(in.size(), in.empty() ? 0 : in.front());
+        ends.resize(both.size(), both.empty() ? 0 : both.back());
+        expectUniform(EndsIter(&m_keeper), ends);
+        Numbers all;
+        for (Keeper& keeper : keepers) {
+            std::ranges::copy(fill(keeper.out, m_random.below(6) % 4), std::back_inserter(all));
+        }
+        expectUniform(AllOutIter(&list), all);
+        expectUniform(AllOddOutIter(&list), odd(all));
+        ASSERT_FALSE(HasFailure()) << "run " << run;
+    }
 }
 
-TEST_F(QxDListIterTest, NothingToWalkYieldsNothing) {
+TEST_F(Iterators, NothingToWalkYieldsNothing) {
     QxDListCell loose(&m_items[0]);
     QxDListCell* const none = nullptr;
     EXPECT_EQ(ItemNodesIter().pNode(), nullptr);
+    EXPECT_EQ(ItemNodesIter().direction(), QxIterForward);
     expectUniform(ItemNodesIter(nullptr), {});
     expectUniform(ItemNodesIter(nullptr, &loose), {});
     expectUniform(ItemNodesIter(&m_keeper.in, &loose), {});
     expectUniform(InAndOutIter(nullptr), {});
-    expectUniform(InAndOutIter(&m_keeper), {});
-    fill(m_keeper.out, {1});
+    fill(m_keeper.out, 1);
     expectUniform(InAndOutIter(&m_keeper, none), {});
     expectUniform(InAndOutIter(&m_keeper, &loose), {});
     expectUniform(OddIter(nullptr), {});
@@ -129,52 +161,25 @@ TEST_F(QxDListIterTest, NothingToWalkYieldsNothing) {
     expectUniform(AllOddOutIter(), {});
 }
 
-TEST_F(QxDListIterTest, CombinedWalkGoesThroughTheFirstListThenTheSecond) {
-    fill(m_keeper.in, {1, 2});
-    expectUniform(InAndOutIter(&m_keeper), {1, 2});
-    fill(m_keeper.out, {2, 3});
-    expectUniform(InAndOutIter(&m_keeper), {1, 2, 2, 3});
-    expectUniform(InAndOutIter(&m_keeper, QxIterBackward), {1, 2, 2, 3});
-    expectUniform(InAndOutIter(&m_keeper, m_keeper.in.pLastCell()), {2, 2, 3});
-    expectUniform(InAndOutIter(&m_keeper, m_keeper.out.pLastCell()), {3});
-    expectUniform(EndsIter(&m_keeper), {1, 1, 3, 3});
-    m_keeper.in.deleteAllCells();
-    expectUniform(InAndOutIter(&m_keeper), {2, 3});
-    InAndOutIter iter(&m_keeper);
-    EXPECT_EQ(iter.phase(), 1);
-    EXPECT_EQ(iter.pEdge(), &m_items[2]);
-}
-
-TEST_F(QxDListIterTest, FilteredWalkStopsOnlyOnAcceptedObjects) {
-    fill(m_keeper.in, {2, 1, 4, 3, 6});
-    fill(m_keeper.out, {0, 8});
-    expectUniform(OddIter(&m_keeper), {1, 3});
-    fill(m_keeper.out, {9});
-    expectUniform(OddIter(&m_keeper), {1, 3, 9});
-    expectUniform(OddIter(&m_keeper, m_keeper.in.pCellInPosition(3)), {3, 9});
-}
-
-TEST_F(QxDListIterTest, NestedWalkPassesOverOwnersWithoutObjects) {
-    Keeper keepers[6];
+TEST_F(Iterators, TellWhereTheyAreAndStartAnew) {
     Keepers list;
-    for (Keeper& keeper : keepers) {
-        list.appendNode(&keeper);
-    }
-    expectUniform(AllOutIter(&list), {});
-    fill(keepers[1].out, {1, 2});
-    fill(keepers[4].out, {3});
-    expectUniform(AllOutIter(&list), {1, 2, 3});
-    expectUniform(AllOddOutIter(&list), {1, 3});
-    fill(keepers[0].out, {5});
-    fill(keepers[5].out, {7});
-    expectUniform(AllOutIter(&list), {5, 1, 2, 3, 7});
-    AllOutIter iter(&list);
-    ++iter;
-    EXPECT_EQ(iter.pCurrentOwner(), &keepers[1]);
+    list.appendNode(&m_keeper);
+    fill(m_keeper.out, 2);
+    InAndOutIter both(&m_keeper);
+    EXPECT_EQ(both.phase(), 1) << "the first list is empty";
+    EXPECT_EQ(AllOutIter(&list).pCurrentOwner(), &m_keeper);
+    fill(m_keeper.in, 2);
+    both.init(&m_keeper);
+    EXPECT_EQ(both.phase(), 0);
+    EXPECT_EQ(both.pEdge(), m_keeper.in.pFirstNode());
+    ItemNodesIter iter;
+    iter.init(&m_keeper.in, QxIterBackward);
+    EXPECT_EQ(iter.pNode(), m_keeper.in.pLastNode());
+    EXPECT_EQ(static_cast<int>(iter), 1);
 }
 
-TEST_F(QxDListIterTest, TheCurrentObjectMayLeaveOtherListsAndInRangeForItsOwn) {
-    fill(m_keeper.in, {1, 2, 3});
+TEST_F(Iterators, TheCurrentObjectMayLeaveOtherListsAndInRangeForItsOwn) {
+    const Numbers numbers = fill(m_keeper.in, 3);
     m_keeper.out.copyAllCells(&m_keeper.in);
     for (ItemNodesIter it(&m_keeper.in); it; ++it) {
         m_keeper.out.discardCell(m_keeper.out.searchNode(it.pNode()));
@@ -185,7 +190,7 @@ TEST_F(QxDListIterTest, TheCurrentObjectMayLeaveOtherListsAndInRangeForItsOwn) {
         seen.push_back(item->number());
         m_keeper.in.discardCell(m_keeper.in.searchNode(item));
     }
-    EXPECT_EQ(seen, (Numbers{1, 2, 3}));
+    EXPECT_EQ(seen, numbers);
     EXPECT_EQ(m_keeper.in.count(), 0);
 }
 

@@ -53,6 +53,9 @@ TEST(QxHashMap, ReleasesWhatItIsTold) {
     EXPECT_EQ(map.count(), 0);
     EXPECT_EQ(Item::alive, 1);
     map.put(b, b);
+    map.empty(0, 0);
+    EXPECT_EQ(Item::alive, 1);
+    map.put(b, b);
     map.empty(1, 1);
     EXPECT_EQ(Item::alive, 0);
 }

@@ -3,6 +3,9 @@
 
 #pragma once
 
+#include <algorithm>
+#include <ctime>
+#include <limits>
 #include <vector>
 
 #include "qx/drawing/QxDrawingNouns.h"
@@ -71,6 +74,23 @@ inline std::vector<int> numbersOf(const QxDList& list,
         numbers.push_back(static_cast<Item*>(it.pObject())->number());
     }
     return numbers;
+}
+
+/// How many times as much of the processor's time `work(16 * n)` takes as `work(n)`, the best of
+/// some runs each: around 16 for work that is linear, around 256 for quadratic work.
+template <class Work>
+double growth(const Work& work, int n) {
+    const auto best = [&](int size) {
+        std::clock_t least = std::numeric_limits<std::clock_t>::max();
+        for (int run = 0; run < 5; ++run) {
+            const std::clock_t start = std::clock();
+            work(size);
+            least = std::min(least, std::clock() - start);
+        }
+        return static_cast<double>(std::max<std::clock_t>(least, 1));
+    };
+    const double small = best(n);
+    return best(16 * n) / small;
 }
 
 }  // namespace utiltest

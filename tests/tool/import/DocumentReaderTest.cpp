@@ -1,10 +1,6 @@
 // Copyright (c) 2026 the qxdraw authors
 // SPDX-License-Identifier: MIT
 
-#include <fstream>
-#include <sstream>
-
-#include "import/DocumentCounts.h"
 #include "import/FormatDetection.h"
 #include "import/SourceText.h"
 #include "tool/import/ImportTesting.h"
@@ -43,35 +39,6 @@ TEST(SourceText, FindsBytesThatAreNotUtf8) {
     EXPECT_FALSE(valid("\xED\xA0\x80"));
     EXPECT_FALSE(valid("\xF4\x90\x80\x80"));
     EXPECT_FALSE(valid("\xE6\x97"));
-}
-
-TEST(DocumentReader, AgreesWithTheManifest) {
-    std::ifstream manifest(dataPath("MANIFEST.tsv"));
-    std::string line;
-    std::getline(manifest, line);
-    int files = 0;
-    while (std::getline(manifest, line)) {
-        std::istringstream row(line);
-        std::string name;
-        long bytes = 0;
-        std::vector<long> expected(7);
-        row >> name >> bytes;
-        for (long& value : expected) {
-            row >> value;
-        }
-        const GraphDocument document = readDocument(dataPath(name));
-        const DocumentCounts counts = countDocument(document);
-        const std::vector<long> counted = {static_cast<long>(document.nodes.size()),
-                                           static_cast<long>(document.edges.size()),
-                                           counts.nestedGraphs,
-                                           counts.nestingDepth,
-                                           document.ports,
-                                           counts.selfLoops,
-                                           counts.extraParallelEdges};
-        EXPECT_EQ(counted, expected) << name;
-        ++files;
-    }
-    EXPECT_GE(files, 20);
 }
 
 TEST(DocumentReader, RefusesWhatIsNoGraphFile) {

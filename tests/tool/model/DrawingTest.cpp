@@ -23,6 +23,7 @@ namespace {
 
 using ::testing::ElementsAre;
 using testing::IsNear;
+using testing::overlaps;
 
 GraphDocument placedDocument(const std::string& dot) {
     GraphDocument document = readDocumentText(dot, "text.dot");
@@ -35,21 +36,6 @@ Scene sceneOf(const GraphDocument& document) {
     Drawing drawing(document);
     spreadEdges(drawing);
     return buildScene(drawing, document);
-}
-
-int overlaps(const GraphDocument& document) {
-    int count = 0;
-    for (std::size_t i = 0; i < document.nodes.size(); ++i) {
-        for (std::size_t j = 0; j < i; ++j) {
-            const DocumentNode& a = document.nodes[i];
-            const DocumentNode& b = document.nodes[j];
-            count += std::abs(a.center->x - b.center->x) < (a.width + b.width) / 2 &&
-                             std::abs(a.center->y - b.center->y) < (a.height + b.height) / 2
-                         ? 1
-                         : 0;
-        }
-    }
-    return count;
 }
 
 TEST(Drawing, HoldsWhatTheDocumentSays) {

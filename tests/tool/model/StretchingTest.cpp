@@ -3,11 +3,9 @@
 
 #include "model/Stretching.h"
 
-#include <gtest/gtest.h>
-
-#include <algorithm>
-#include <cmath>
 #include <numeric>
+
+#include "tool/import/ImportTesting.h"
 
 namespace qxdraw {
 namespace {
@@ -29,18 +27,6 @@ std::vector<int> everyNode(const GraphDocument& document) {
     return part;
 }
 
-int overlaps(const GraphDocument& document) {
-    int count = 0;
-    for (std::size_t i = 0; i < document.nodes.size(); ++i) {
-        for (std::size_t j = 0; j < i; ++j) {
-            const DocumentPoint& a = *document.nodes[i].center;
-            const DocumentPoint& b = *document.nodes[j].center;
-            count += std::abs(a.x - b.x) < 40 && std::abs(a.y - b.y) < 20 ? 1 : 0;
-        }
-    }
-    return count;
-}
-
 std::vector<DocumentPoint> grid(double distance) {
     constexpr int Side = 12;
     std::vector<DocumentPoint> places;
@@ -60,10 +46,10 @@ TEST(Stretching, LeavesARoomyDrawingAlone) {
 
 TEST(Stretching, KeepsTheShapeOfACrowdedDrawing) {
     GraphDocument document = boxesAt(grid(15));
-    const auto before = static_cast<std::size_t>(overlaps(document));
+    const auto before = static_cast<std::size_t>(testing::overlaps(document));
     ASSERT_GT(before, document.nodes.size());
     stretchUntilRoomy(document, everyNode(document));
-    EXPECT_LE(static_cast<std::size_t>(overlaps(document)), document.nodes.size() / 3);
+    EXPECT_LE(static_cast<std::size_t>(testing::overlaps(document)), document.nodes.size() / 3);
     const double step = document.nodes[1].center->x;
     for (std::size_t i = 0; i < document.nodes.size(); ++i) {
         EXPECT_NEAR(document.nodes[i].center->x, step * static_cast<double>(i % 12), 12);

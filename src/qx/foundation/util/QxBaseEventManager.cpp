@@ -156,6 +156,9 @@ int QxBaseEventManager::fireEvent(QxEvent* event, int) {
     if (isVetoed(delivery, vetoable)) {
         return 0;
     }
+    if (vetoable == delivery.hearings.size()) {
+        return 1;
+    }
     if (isCollecting() != 0 && canWait) {
         m_pending->append(delivery, vetoable);
     } else {
@@ -166,9 +169,9 @@ int QxBaseEventManager::fireEvent(QxEvent* event, int) {
     return 1;
 }
 
-bool QxBaseEventManager::isVetoed(const EventDelivery& delivery, std::size_t vetoable) {
+bool QxBaseEventManager::isVetoed(EventDelivery& delivery, std::size_t vetoable) {
     for (std::size_t i = 0; i < vetoable; ++i) {
-        QxEventListener* const listener = delivery.hearings[i].listener;
+        QxEventListener* const listener = std::exchange(delivery.hearings[i].listener, nullptr);
         if (listener != nullptr && fireVeto(listener, delivery.events.front().get()) != 0) {
             return true;
         }
@@ -176,9 +179,9 @@ bool QxBaseEventManager::isVetoed(const EventDelivery& delivery, std::size_t vet
     return false;
 }
 
-void QxBaseEventManager::tell(const EventDelivery& delivery, std::size_t first) {
+void QxBaseEventManager::tell(EventDelivery& delivery, std::size_t first) {
     for (std::size_t i = first; i < delivery.hearings.size(); ++i) {
-        if (QxEventListener* const listener = delivery.hearings[i].listener) {
+        if (auto* const listener = std::exchange(delivery.hearings[i].listener, nullptr)) {
             fireNotification(listener, delivery.events.front().get());
         }
     }
@@ -196,19 +199,18 @@ void QxBaseEventManager::tellPending() {
     }
 }
 
-void QxBaseEventManager::tellGroup(const EventDelivery& batch,
-                                   const qx::internal::EventGroup& group) {
+void QxBaseEventManager::tellGroup(EventDelivery& batch, const qx::internal::EventGroup& group) {
     const auto data = Ref<QxGroupEventData>::adopt(new QxGroupEventData);
     const QxEvent* first = nullptr;
     QxEventListener* listener = nullptr;
     std::int32_t types = 0;
     for (const std::size_t index : group.hearings) {
-        const EventHearing& hearing = batch.hearings[index];
+        EventHearing& hearing = batch.hearings[index];
         if (hearing.listener == nullptr) {
             continue;
         }
         const QxEvent& event = *batch.events[hearing.event];
-        listener = hearing.listener;
+        listener = std::exchange(hearing.listener, nullptr);
         first = first != nullptr ? first : &event;
         types |= event.type();
         data->appendData(event.pData());
@@ -225,13 +227,13 @@ void QxBaseEventManager::tellGroup(const EventDelivery& batch,
 int QxBaseEventManager::coalesce(int value) {
     m_coalesces = value != 0;
     tellPendingUnlessCollecting();
-    return value;
+    return coalesce();
 }
 
 int QxBaseEventManager::coalescingDisabled(int value) {
     m_coalescingDisabled = value != 0;
     tellPendingUnlessCollecting();
-    return value;
+    return coalescingDisabled();
 }
 
 int QxBaseEventManager::closeBatch() {

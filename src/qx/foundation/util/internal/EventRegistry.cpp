@@ -3,8 +3,8 @@
 
 #include "qx/foundation/util/internal/EventRegistry.h"
 
-#include <algorithm>
 #include <bit>
+#include <iterator>
 
 #include "qx/foundation/util/QxEvent.h"
 #include "qx/foundation/util/QxEventData.h"
@@ -12,58 +12,72 @@
 
 namespace qx::internal {
 
+std::size_t EventRegistry::KeyHash::operator()(const Key& key) const noexcept {
+    // Addresses are multiples of 16: multiplying by an odd number spreads them over all bits.
+    constexpr std::uint64_t Odd = 0x9E3779B97F4A7C15U;
+    std::uint64_t hash = reinterpret_cast<std::uintptr_t>(key.source) * Odd;
+    hash = (hash ^ (hash >> 32) ^ reinterpret_cast<std::uintptr_t>(key.listener)) * Odd;
+    return static_cast<std::size_t>(hash ^ (hash >> 32)) + static_cast<std::size_t>(key.category);
+}
+
 EventRegistry::~EventRegistry() {
     freeRetired();
     for (auto& [source, registrations] : m_atSource) {
-        for (auto& registration : registrations) {
-            unlink(*registration);
+        for (EventRegistration& registration : registrations) {
+            unlink(registration);
         }
     }
 }
 
 void EventRegistry::add(const QxObject* source, QxEventListener* listener, std::uint32_t mask,
                         std::int32_t category) {
-    Registrations& registrations = m_atSource[source];
-    auto found =
-        std::find_if(registrations.begin(), registrations.end(), [&](const auto& registration) {
-            return registration->listener == listener && registration->category == category;
-        });
-    if (found == registrations.end()) {
-        registrations.push_back(std::make_unique<EventRegistration>(EventRegistration{
-            &m_manager, source, listener, category, 0, ++m_lastSequence, nullptr, nullptr}));
-        found = std::prev(registrations.end());
-        link(**found);
+    const auto [at, isNew] = m_index.try_emplace(Key{source, listener, category});
+    if (isNew) {
+        Registrations& registrations = m_atSource[source];
+        registrations.push_back(EventRegistration{&m_manager, source, listener, category, 0,
+                                                  ++m_lastSequence, nullptr, nullptr});
+        link(registrations.back());
+        at->second = std::prev(registrations.end());
     }
-    EventRegistration& registration = **found;
+    EventRegistration& registration = *at->second;
     count(registration, mask & ~registration.mask, +1);
     registration.mask |= mask;
 }
 
 int EventRegistry::remove(const QxObject* source, const QxEventListener* listener,
                           std::uint32_t mask, std::int32_t category) {
-    const auto found = m_atSource.find(source);
-    if (found == m_atSource.end()) {
+    const auto atSource = m_atSource.find(source);
+    if (atSource == m_atSource.end()) {
         return 0;
     }
+    Registrations& registrations = atSource->second;
     int changed = 0;
-    std::erase_if(found->second, [&](const auto& registration) {
-        const bool isMeant = (listener == nullptr || registration->listener == listener) &&
-                             registration->category == category;
-        if (!isMeant || (registration->mask & mask) == 0) {
-            return false;
+    if (listener != nullptr) {
+        const auto found = m_index.find(Key{source, listener, category});
+        changed = found != m_index.end() ? narrow(registrations, found->second, mask) : 0;
+    } else {
+        for (auto next = registrations.begin(); next != registrations.end();) {
+            const auto each = next++;
+            changed |= each->category == category ? narrow(registrations, each, mask) : 0;
         }
-        changed = 1;
-        count(*registration, registration->mask & mask, -1);
-        registration->mask &= ~mask;
-        if (registration->mask == 0) {
-            unlink(*registration);
-        }
-        return registration->mask == 0;
-    });
-    if (found->second.empty()) {
-        m_atSource.erase(found);
+    }
+    if (registrations.empty()) {
+        m_atSource.erase(atSource);
     }
     return changed;
+}
+
+int EventRegistry::narrow(Registrations& registrations, Registrations::iterator which,
+                          std::uint32_t mask) {
+    const std::uint32_t taken = which->mask & mask;
+    count(*which, taken, -1);
+    which->mask &= ~mask;
+    if (which->mask == 0) {
+        m_index.erase(Key{which->source, which->listener, which->category});
+        unlink(*which);
+        registrations.erase(which);
+    }
+    return taken != 0 ? 1 : 0;
 }
 
 int EventRegistry::retireSource(const QxObject* source) {
@@ -71,34 +85,33 @@ int EventRegistry::retireSource(const QxObject* source) {
     if (found == m_atSource.end()) {
         return 0;
     }
-    for (auto& registration : found->second) {
-        count(*registration, registration->mask, -1);
-        registration->mask = 0;
-        m_retired.push_back(std::move(registration));
+    for (EventRegistration& registration : found->second) {
+        m_index.erase(Key{source, registration.listener, registration.category});
+        count(registration, registration.mask, -1);
+        registration.mask = 0;
     }
+    m_retired.splice(m_retired.end(), found->second);
     m_atSource.erase(found);
     return 1;
 }
 
 void EventRegistry::freeRetired() {
-    for (auto& registration : m_retired) {
-        unlink(*registration);
+    for (EventRegistration& registration : m_retired) {
+        if (registration.listener != nullptr) {
+            unlink(registration);
+        }
     }
     m_retired.clear();
 }
 
 void EventRegistry::removeListener(QxEventListener* listener) {
-    std::erase_if(m_retired, [&](const auto& registration) {
-        if (registration->listener != listener) {
-            return false;
-        }
-        unlink(*registration);
-        return true;
-    });
     EventRegistration* registration = listener->m_registrations;
     while (registration != nullptr) {
         EventRegistration* const next = registration->next;
-        if (registration->manager == &m_manager) {
+        if (registration->manager == &m_manager && registration->mask == 0) {
+            unlink(*registration);
+            registration->listener = nullptr;
+        } else if (registration->manager == &m_manager) {
             // Frees this registration alone: a listener has one per source and category.
             remove(registration->source, listener, registration->mask, registration->category);
         }
@@ -134,12 +147,12 @@ void EventRegistry::collectAlong(const QxObject* source, const QxEvent& event,
         if (found == m_atSource.end()) {
             continue;
         }
-        for (const auto& registration : found->second) {
-            QxEventListener* const listener = registration->listener;
-            if (registration->category == event.eventCategoryID() &&
-                (registration->mask & type) != 0 && !listener->m_isCollected) {
+        for (const EventRegistration& registration : found->second) {
+            QxEventListener* const listener = registration.listener;
+            if (registration.category == event.eventCategoryID() &&
+                (registration.mask & type) != 0 && !listener->m_isCollected) {
                 listener->m_isCollected = true;
-                hearings.push_back({source, listener, registration->sequence, 0});
+                hearings.push_back({source, listener, registration.sequence, 0});
             }
         }
     }

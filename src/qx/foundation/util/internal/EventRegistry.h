@@ -6,7 +6,7 @@
 #include <array>
 #include <cstddef>
 #include <cstdint>
-#include <memory>
+#include <list>
 #include <unordered_map>
 #include <vector>
 
@@ -18,7 +18,8 @@ class QxObject;
 namespace qx::internal {
 
 /// One listener's wish to hear the events of one source and category whose type is in the mask.
-/// It stands in the list of its source and, linked both ways, among those of its listener.
+/// It stands in the list of its source and, linked both ways, among those of its listener. Once its
+/// source is discarded, the mask is 0.
 struct EventRegistration {
     QxBaseEventManager* manager;
     const QxObject* source;
@@ -31,7 +32,7 @@ struct EventRegistration {
 };
 
 /// A listener that is to hear an event, through its registration at the object `at`; the listener
-/// is null once it has been removed. `event` counts within the delivery.
+/// is null once it has been told, or removed. `event` counts within the delivery.
 struct EventHearing {
     const QxObject* at;
     QxEventListener* listener;
@@ -39,7 +40,8 @@ struct EventHearing {
     std::size_t event;
 };
 
-/// Who listens where, for one event manager.
+/// Who listens where, for one event manager. However many listen at one source, or one at many,
+/// each of them comes and goes in O(1); whoever removes all pays for those that go.
 class EventRegistry {
 public:
     /// Categories count from 0 up to this.
@@ -50,7 +52,7 @@ public:
     EventRegistry& operator=(const EventRegistry&) = delete;
     ~EventRegistry();
 
-    /// Widens the mask of the registration when there is one. O(registrations of the source).
+    /// Widens the mask of the registration when there is one.
     void add(const QxObject* source, QxEventListener* listener, std::uint32_t mask,
              std::int32_t category);
     /// Takes the types in `mask` from the listener's registration at the source, or from all there
@@ -73,8 +75,20 @@ public:
     void collect(const QxEvent& event, std::vector<EventHearing>& hearings) const;
 
 private:
-    using Registrations = std::vector<std::unique_ptr<EventRegistration>>;
+    using Registrations = std::list<EventRegistration>;
+    struct Key {
+        const QxObject* source;
+        const QxEventListener* listener;
+        std::int32_t category;
+        bool operator==(const Key&) const = default;
+    };
+    struct KeyHash {
+        std::size_t operator()(const Key& key) const noexcept;
+    };
 
+    /// Takes types from one of a source's registrations and ends it when none are left; 1 when it
+    /// had any of them.
+    int narrow(Registrations& registrations, Registrations::iterator which, std::uint32_t mask);
     void count(const EventRegistration& registration, std::uint32_t types, int step);
     static void link(EventRegistration& registration);
     static void unlink(EventRegistration& registration);
@@ -82,7 +96,9 @@ private:
                       std::vector<EventHearing>& hearings) const;
 
     QxBaseEventManager& m_manager;
+    /// In the order of registration.
     std::unordered_map<const QxObject*, Registrations> m_atSource;
+    std::unordered_map<Key, Registrations::iterator, KeyHash> m_index;
     Registrations m_retired;
     std::uint64_t m_lastSequence = 0;
     /// How many registrations ask for each bit of each category.
