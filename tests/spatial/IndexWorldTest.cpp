@@ -8,9 +8,15 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
-#include <set>
+#include <initializer_list>
 
 #include "drawing/DrawingTesting.h"
+#include "qx/drawing/QxConnector.h"
+#include "qx/drawing/QxConnectorLabel.h"
+#include "qx/drawing/QxEdgeLabel.h"
+#include "qx/drawing/QxGraphLabel.h"
+#include "qx/drawing/QxLabelIters.h"
+#include "qx/drawing/QxNodeLabel.h"
 #include "qx/drawing/QxPathIter.h"
 #include "qx/spatial/QxQTree.h"
 #include "support/TestRandom.h"
@@ -37,8 +43,20 @@ struct Found {
     Objects nodes;
     Objects bends;
     Objects segments;
+    Objects labels;  // of nodes, connectors, edges and the graph, kind by kind
     bool operator==(const Found&) const = default;
 };
+
+template <class Iter>
+void addLabels(Objects& labels, Iter label, const QxRect& rect) {
+    for (; label; ++label) {
+        QxRect box;
+        label.pLabel()->getUserBoundingRect(box, 1);
+        if (box.intersectsRect(rect) != 0) {
+            labels.push_back(label.pLabel());
+        }
+    }
+}
 
 /// What shows in the rectangle, in the order of the graph.
 Found walk(const QxDGraph& graph, const QxRect& rect) {
@@ -62,6 +80,14 @@ Found walk(const QxDGraph& graph, const QxRect& rect) {
             }
         }
     }
+    addLabels(found.labels, QxAllNodeLabelIter(&graph), rect);
+    addLabels(found.labels, QxAllConnectorLabelIter(&graph), rect);
+    for (const QxDEdge* edge : QxDEdgeIter(&graph)) {
+        if (edge->isVisible() != 0) {
+            addLabels(found.labels, QxEdgeLabelIter(edge), rect);
+        }
+    }
+    addLabels(found.labels, QxGraphLabelIter(&graph), rect);
     return found;
 }
 
@@ -69,17 +95,27 @@ Found ask(QxQTree& tree, const QxRect& rect, int drawingOrder) {
     QxDNodeDList nodes;
     QxPNodeDList bends;
     QxPEdgeDList segments;
-    tree.buildLists(&rect, &nodes, nullptr, &bends, &segments, nullptr, nullptr, nullptr, nullptr,
-                    drawingOrder);
+    QxNodeLabelDList nodeLabels;
+    QxEdgeLabelDList edgeLabels;
+    QxGraphLabelDList graphLabels;
+    QxConnectorLabelDList connectorLabels;
+    tree.buildLists(&rect, &nodes, &nodeLabels, &bends, &segments, &edgeLabels, &graphLabels,
+                    nullptr, &connectorLabels, drawingOrder);
     const auto all = [](const QxDList& list) {
         const auto objects = objectsOf<const QxObject>(list);
         return Objects(objects.begin(), objects.end());
     };
-    return {all(nodes), all(bends), all(segments)};
+    Objects labels;
+    for (const QxDList* list : std::initializer_list<const QxDList*>{&nodeLabels, &connectorLabels,
+                                                                     &edgeLabels, &graphLabels}) {
+        const Objects some = all(*list);
+        labels.insert(labels.end(), some.begin(), some.end());
+    }
+    return {all(nodes), all(bends), all(segments), labels};
 }
 
 void sort(Found& found) {
-    for (Objects* objects : {&found.nodes, &found.bends, &found.segments}) {
+    for (Objects* objects : {&found.nodes, &found.bends, &found.segments, &found.labels}) {
         std::sort(objects->begin(), objects->end());
     }
 }
@@ -96,7 +132,7 @@ public:
 
     void step() {
         QxDGraph* graph = m_graphs[m_random.below(2)];
-        switch (m_random.below(22)) {
+        switch (m_random.below(25)) {
             case 0:
             case 1:
             case 2:
@@ -179,6 +215,19 @@ public:
             case 20:
                 graph->disableQuadTreeUpdates(m_random.chance(50) ? 1 : 0);
                 break;
+            case 21:
+                onNode([&](QxDNode* node) {
+                    m_random.chance(70) ? void(node->addLabel(L"n", 0)) : node->discardAllLabels();
+                });
+                break;
+            case 22:
+                onEdge([&](QxDEdge* edge) {
+                    m_random.chance(70) ? void(edge->addLabel(L"e", 0)) : edge->discardAllLabels();
+                });
+                break;
+            case 23:
+                editConnectors(graph);
+                break;
             default:
                 graph->ntMove(m_random.below(200) - 100, m_random.below(200) - 100, 0);
         }
@@ -214,6 +263,25 @@ private:
         return {m_random.below(spread) - spread / 2, m_random.below(spread) - spread / 2};
     }
     QxSize size() { return {m_random.below(300), m_random.below(300)}; }
+    void editConnectors(QxDGraph* graph) {
+        onNode([&](QxDNode* node) {
+            if (node->numberOfAllConnectors() > 3) {
+                node->discardAllConnectors(0);
+            } else if (QxConnector* connector = node->addConnector(
+                           std::int16_t(m_random.below(2001) - 1000), 0, 0, 7, 1, 0)) {
+                connector->addLabel(L"c", 0);
+                onEdge([&](QxDEdge* edge) {
+                    if (edge->pSourceNode() == node) {
+                        edge->pSourceConnector(connector);
+                    }
+                });
+            }
+        });
+        if (m_random.chance(20)) {
+            graph->numberOfGraphLabels() < 4 ? void(graph->addLabel(L"g", 0))
+                                             : graph->discardAllGraphLabels();
+        }
+    }
     void keep(QxDEdge* edge) {
         if (edge != nullptr) {
             m_edges.push_back(edge);

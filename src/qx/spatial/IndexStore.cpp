@@ -68,6 +68,10 @@ void IndexStore::eachObject(const Act& act) const {
     }
 }
 
+void IndexStore::visitAll(const std::function<void(QxGraphObject&, IndexKind)>& act) const {
+    eachObject(act);
+}
+
 bool IndexStore::isOwn() const {
     return m_graph.pQuadTree() == &m_tree;
 }
@@ -118,10 +122,10 @@ void IndexStore::clear() {
 }
 
 void IndexStore::build() {
-    m_isPending = false;
+    // To ask a label of an edge where it is may bring the edge up to date, which tells of its
+    // labels.
+    m_isPending = true;
     m_hasMissed = false;
-    m_moved.clear();
-    m_isMoved.clear();
     m_slots.clear();
     std::vector<QuadItem> items;
     eachObject([&](QxGraphObject& object, IndexKind kind) {
@@ -134,6 +138,9 @@ void IndexStore::build() {
             {indexShapeOf(object, kind), static_cast<unsigned>(kind), payloadOf(object)});
     });
     m_engine.build(items);
+    m_moved.clear();
+    m_isMoved.clear();
+    m_isPending = false;
 }
 
 void IndexStore::settle() {
@@ -147,11 +154,13 @@ void IndexStore::settle() {
 }
 
 void IndexStore::placeMoved() {
-    for (const std::uint32_t slot : m_moved) {
+    for (std::size_t i = 0; i < m_moved.size(); ++i) {  // which may grow, see build()
+        const std::uint32_t slot = m_moved[i];
         if (m_isMoved[slot]) {
             m_isMoved[slot] = false;
             const auto kind = static_cast<IndexKind>(m_engine.kind(slot));
-            m_engine.update(slot, indexShapeOf(*objectOf(m_engine.payload(slot)), kind));
+            const QuadShape shape = indexShapeOf(*objectOf(m_engine.payload(slot)), kind);
+            m_engine.update(slot, shape);
         }
     }
     m_moved.clear();
@@ -165,8 +174,12 @@ void IndexStore::add(QxGraphObject& object, IndexKind kind) {
     if (isExcluded(kind) || holds(object, kind) || !countsInIndex(object, kind)) {
         return;
     }
+    const QuadShape shape = indexShapeOf(object, kind);
+    if (holds(object, kind)) {
+        return;  // see build()
+    }
     const std::uint32_t slot =
-        m_engine.insert(indexShapeOf(object, kind), static_cast<unsigned>(kind), payloadOf(object));
+        m_engine.insert(shape, static_cast<unsigned>(kind), payloadOf(object));
     if (slot < m_isMoved.size()) {
         m_isMoved[slot] = false;
     }

@@ -132,6 +132,12 @@ void IndexUpkeep::countChanged(QxDEdge& edge) {
     }
 }
 
+void IndexUpkeep::labelsChanged(QxDGraph& graph) {
+    if (graph.pQuadTree() != nullptr) {
+        tellLabels(graph);
+    }
+}
+
 void IndexUpkeep::ended(QxDNode& node) {
     tellEnded(node, IndexKind::Node);
     tellLabelsEnded(node);

@@ -9,13 +9,11 @@
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxPathIter.h"
-#include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/util/QxDebugStream.h"
 #include "qx/spatial/QxQTree.h"
 #include "qx/spatial/internal/IndexStore.h"
 
 using qx::internal::countsInIndex;
-using qx::internal::each;
 using qx::internal::indexGraphOf;
 using qx::internal::IndexKind;
 using qx::internal::indexKindOf;
@@ -66,12 +64,8 @@ int QxQTree::isConsistent() {
     }
     std::size_t counted = 0;
     int sound = 1;
-    for (QxDNode* node : each<QxDNode>(*m_graph->pNodeList())) {
-        sound &= isConsistentObject(node, counted);
-    }
-    for (QxDEdge* edge : each<QxDEdge>(*m_graph->pEdgeList())) {
-        sound &= isConsistentPath(edge, counted);
-    }
+    m_store->visitAll(
+        [&](QxGraphObject& object, IndexKind) { sound &= isConsistentObject(&object, counted); });
     if (sound != 0 && counted != m_store->engine().objectCount()) {
         return complain("something is registered that is not in the graph");
     }

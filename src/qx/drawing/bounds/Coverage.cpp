@@ -130,6 +130,10 @@ void Coverage::labelsChanged(QxDEdge& edge) {
     IndexUpkeep::labelsChanged(edge);
 }
 
+void Coverage::labelsChanged(QxDGraph& graph) {
+    IndexUpkeep::labelsChanged(graph);
+}
+
 void Coverage::refreshLabels(const QxDGraph& graph) {
     auto* extras = static_cast<GraphExtras*>(graph.pQueryExtras());
     QxDList* outdated = extras != nullptr ? &extras->outdatedLabelEdges : nullptr;

@@ -176,6 +176,7 @@ void QxDGraph::vUpdateBoundingRect(const QxRect& rect, int) {
     }
     const QxRect old = m_bounds;
     m_bounds = rect;
+    qx::internal::Coverage::labelsChanged(*this);  // they stand where the bounds put them
     qx::internal::fireDrawingChange(*this, GraphBoundsChanged, [&] {
         return new QxDrawingChangeEventData(this, &old, &m_bounds);
     });

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstdint>
+#include <functional>
 #include <unordered_map>
 #include <vector>
 
@@ -60,11 +61,12 @@ public:
     std::int32_t slotOf(QxGraphObject& object, IndexKind kind) const;
     std::size_t sizeOf() const;
 
-    /// Calls `act(object, kind)` with everything in the graph that may be indexed, counting or not.
-    template <class Act>
-    void eachObject(const Act& act) const;
+    /// Calls `act` with everything in the graph that may be indexed, counting or not.
+    void visitAll(const std::function<void(QxGraphObject&, IndexKind)>& act) const;
 
 private:
+    template <class Act>
+    void eachObject(const Act& act) const;
     void setSlot(QxGraphObject& object, IndexKind kind, std::int32_t slot);
     void markMoved(std::int32_t slot);
     void countChange();

@@ -32,8 +32,9 @@ public:
     static void endsChanged(QxDEdge& edge);
     /// The edge, with all parts of its path.
     static void countChanged(QxDEdge& edge);
-    /// The labels of an edge may have moved.
+    /// The labels of an edge, or of a graph itself, may have moved.
     static void labelsChanged(QxDEdge& edge);
+    static void labelsChanged(QxDGraph& graph);
     /// The object leaves its graph, its owner or its path; nodes, connectors and edges with their
     /// labels.
     static void ended(QxDNode& node);

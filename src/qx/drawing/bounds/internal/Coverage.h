@@ -49,7 +49,7 @@ public:
     static void labelsChanged(QxDNode& node);
     static void labelsChanged(QxDEdge& edge);
     static void labelsChanged(QxConnector& connector);
-    static void labelsChanged(QxDGraph&) {}
+    static void labelsChanged(QxDGraph& graph);
     /// Brings the extents of the labels of edges up to date.
     static void refreshLabels(const QxDGraph& graph);
     /// The object leaves its graph.
