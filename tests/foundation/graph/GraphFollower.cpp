@@ -124,6 +124,10 @@ void GraphFollower::enterEnds(const QxEdge* edge) {
 void GraphFollower::hearOfGraph(const QxGraphChangeEventData& data) {
     const QxGraph* graph = data.pSourceGraph();
     std::erase(at(data.pOldOwnerManager(), Contents), graph);
+    m_misfit = m_misfit.empty() && data.type() == GraphInserted &&
+                       data.pOldOwnerManager() == data.pNewOwnerManager()
+                   ? "a graph came from where it went"
+                   : m_misfit;
     if (data.type() != GraphInserted) {
         forget(*graph);
         return;
@@ -201,11 +205,16 @@ std::string GraphFollower::differenceAt(const QxGraphMember& member) const {
 }
 
 std::string GraphFollower::differenceAt(const QxGraph& graph) const {
-    if (!isSame(&graph, Contents, *graph.pNodeList()) ||
-        !isSame(&graph, EdgesByState + QxEdgeIsDisconnected, *graph.pDisconnectedEdgeList()) ||
-        !isSame(&graph, EdgesByState + QxEdgeIsConnected, *graph.pEdgeList()) ||
-        !isSame(&graph, EdgesByState + QxEdgeIsDeactivated, *graph.pDeactivatedEdgeList())) {
-        return "told lists of a graph";
+    if (!isSame(&graph, Contents, *graph.pNodeList())) {
+        return "told nodes";
+    }
+    int state = QxEdgeIsDisconnected;
+    for (const QxEdgeDList* list :
+         {graph.pDisconnectedEdgeList(), graph.pEdgeList(), graph.pDeactivatedEdgeList()}) {
+        if (!isSame(&graph, EdgesByState + state, *list)) {
+            return "told edges of state " + std::to_string(state);
+        }
+        ++state;
     }
     for (const QxNode* node : objectsOf<QxNode>(*graph.pNodeList())) {
         for (const auto& [list, edges] : ListsAtNode) {
@@ -249,6 +258,9 @@ std::string GraphFollower::differenceAt(const QxGraphManager& manager) const {
 }
 
 std::string GraphFollower::difference(const GraphModel& model, const QxAFactory& factory) const {
+    if (!m_misfit.empty()) {
+        return m_misfit;
+    }
     for (const ModelManager* manager : model.managers()) {
         const std::string what = manager->factory == &factory ? differenceAt(*manager->object) : "";
         if (!what.empty()) {

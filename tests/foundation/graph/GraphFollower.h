@@ -56,6 +56,7 @@ private:
     std::map<const QxObject*, Edge> m_edges;
     std::map<const QxObject*, const QxGraph*> m_children;
     std::map<const QxObject*, std::wstring> m_names;
+    std::string m_misfit;
 };
 
 }  // namespace qxtest

@@ -114,6 +114,7 @@ public:
             manager->reset(m_factory.newManager());
             (*manager)->addGraph(0)->addNode(0);
         }
+        m_depth = 0;
     }
 
     ~Saboteur() override { m_depth = 3; }
@@ -251,7 +252,7 @@ private:
     std::vector<Ref<QxNode>> m_spare;
     Ref<QxGraphManager> m_first;
     Ref<QxGraphManager> m_second;
-    int m_depth = 0;
+    int m_depth = 3;  ///< closed, while the world is being made
 };
 
 class QxGraphRandom : public testing::TestWithParam<std::uint32_t> {};

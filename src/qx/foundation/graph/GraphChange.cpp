@@ -129,7 +129,10 @@ GraphChange::GraphChange(const QxGraphObject& at, QxGraphObject& object,
     }
     m_story = std::make_unique<Story>(
         Story{manager, type, Ref<const QxGraphObject>(at), Ref<QxGraphObject>(object), {}, {}});
-    const Standing& before = m_story->before = standingOf(object, type);
+    Standing& before = m_story->before = standingOf(object, type);
+    if ((type & Insertions) != 0 && before.owner == &at) {
+        before.owner = nullptr;  // an intergraph is made as what it is
+    }
     for (QxGraphObject* named :
          {before.owner, before.previous, before.next, static_cast<QxGraphObject*>(before.source),
           static_cast<QxGraphObject*>(before.target),

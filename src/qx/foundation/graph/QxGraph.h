@@ -14,8 +14,7 @@ class QxGraphMember;
 
 namespace qx::internal {
 class GraphChange;
-template <class T>
-class Snapshot;
+class Twins;
 }  // namespace qx::internal
 
 /// An abstract graph: it owns nodes and edges and runs every change of topology through its
@@ -223,7 +222,7 @@ private:
     template <class L>
     void takeOverMembers(QxGraph& former, L QxGraph::*list,
                          std::vector<qx::internal::GraphChange>& changes);
-    using Twins = qx::internal::Snapshot<QxGraphObject>;
+    using Twins = qx::internal::Twins;
     void duplicateNodesOf(const QxGraph* source, Twins& twins);
     void duplicateEdgesOf(const QxGraph* source, int disconnected, int deactivated, Twins& twins);
     QxEdge* duplicateEdge(QxEdge* source, Twins& twins);

@@ -9,7 +9,7 @@
 #include "qx/foundation/graph/QxNode.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/graph/internal/GraphChange.h"
-#include "qx/foundation/util/internal/Ref.h"
+#include "qx/foundation/graph/internal/Twins.h"
 
 using qx::internal::each;
 using qx::internal::Ref;
@@ -45,6 +45,7 @@ void QxGraph::internalDuplicateTopology(QxGraph* source, int disconnected, int d
         duplicateNodesOf(source, twins);
         duplicateEdgesOf(source, disconnected, deactivated, twins);
         restoreIncidenceOrderOf(source);
+        twins.unlinkUnless([&](const QxOwnedObject* owner) { return owner == source; });
     }
 }
 
@@ -54,14 +55,14 @@ void QxGraph::duplicateNodesOf(const QxGraph* source, Twins& twins) {
         if (twin == nullptr) {
             continue;
         }
-        twins.add(twin);
+        twins.keep(twin);
         twin->copyNode(node, 0);
         if (vInsertNode(twin) == nullptr) {
             twin->vRelease();
             continue;
         }
         twin->internalDuplicateTopology(node);
-        node->pIUserField(twin);
+        twins.link(node, twin);
     }
 }
 
@@ -96,14 +97,14 @@ QxEdge* QxGraph::duplicateEdge(QxEdge* source, Twins& twins) {
     if (twin == nullptr) {
         return nullptr;  // an end lies outside what is being duplicated
     }
-    twins.add(twin);
+    twins.keep(twin);
     twin->copyEdge(source, 0);
     if (vInsertEdge(twin, from, to) == nullptr) {
         twin->vRelease();
         return nullptr;
     }
     twin->duplicateTopology(source);
-    source->pIUserField(twin);
+    twins.link(source, twin);
     return twin;
 }
 

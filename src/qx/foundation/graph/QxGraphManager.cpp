@@ -14,6 +14,7 @@
 #include "qx/foundation/graph/QxNode.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/graph/internal/GraphChange.h"
+#include "qx/foundation/graph/internal/Twins.h"
 #include "qx/foundation/util/QxDebugStream.h"
 #include "qx/foundation/util/internal/Ref.h"
 
@@ -414,7 +415,7 @@ void QxGraphManager::internalDuplicateTopology(QxGraphManager* source) {
     const Ref<QxGraph> ownBetween(between != nullptr ? pIntergraph() : nullptr);
     if (ownBetween) {
         ownBetween->copyGraph(between, 0);
-        between->pIUserField(ownBetween.get());
+        twins.link(between, ownBetween.get());
     }
     eachTwin(
         [&](QxGraph& twin, const QxGraph* graph) { twin.duplicateEdgesOf(graph, 1, 1, twins); });
@@ -423,6 +424,11 @@ void QxGraphManager::internalDuplicateTopology(QxGraphManager* source) {
         twin.orderIntergraphEdgesLike(graph);
     });
     duplicateNesting(source);
+    twins.unlinkUnless([&](const QxOwnedObject* owner) {
+        const bool isGraph = owner != nullptr && (owner->flagWord() & qx::flags::IsGraph) != 0;
+        return owner == source ||
+               (isGraph && static_cast<const QxGraph*>(owner)->pOwnerGraphManager() == source);
+    });
 }
 
 /// Without the edges, which need the nodes of all graphs.
@@ -432,13 +438,13 @@ void QxGraphManager::duplicateGraphs(const Snapshot<QxGraph>& graphs, QxGraph::T
         if (twin == nullptr) {
             continue;
         }
-        twins.add(twin);
+        twins.keep(twin);
         twin->copyGraph(graph, 0);
         if (vInsertGraph(twin) == nullptr) {
             twin->vRelease();
             continue;
         }
-        graph->pIUserField(twin);
+        twins.link(graph, twin);
         twin->duplicateNodesOf(graph, twins);
     }
 }

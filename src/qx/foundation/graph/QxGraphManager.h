@@ -14,7 +14,8 @@ class QxNode;
 namespace qx::internal {
 template <class T>
 class Snapshot;
-}
+class Twins;
+}  // namespace qx::internal
 
 /// The root of one drawing: it owns graphs, the intergraph with the edges between them, and the
 /// forest that records which graph is nested in which node or edge.
@@ -122,8 +123,7 @@ private:
 
     static bool detachBetweenGraphs(QxGraph* graph);
     void forgetGraph(QxGraph* graph);
-    void duplicateGraphs(const qx::internal::Snapshot<QxGraph>& graphs,
-                         qx::internal::Snapshot<QxGraphObject>& twins);
+    void duplicateGraphs(const qx::internal::Snapshot<QxGraph>& graphs, qx::internal::Twins& twins);
     void releaseForest();
 
     QxGraphDList m_graphs;
