@@ -121,6 +121,9 @@ void Coverage::labelsChanged(QxConnector& connector) {
 }
 
 void Coverage::labelsChanged(QxDEdge& edge) {
+    if (edge.pQueryExtras() == nullptr) {
+        return;  // a plain edge
+    }
     QxLabelManager* labels = edge.pQueryLabelManager();
     if (labels == nullptr || labels->m_labels.isEmpty() != 0 || !counts(edge)) {
         labelsEnded(edge);
@@ -161,6 +164,9 @@ void Coverage::ended(QxLabel& label) {
 }
 
 void Coverage::labelsEnded(QxDEdge& edge) {
+    if (edge.pQueryExtras() == nullptr) {
+        return;
+    }
     QxLabelManager* labels = edge.pQueryLabelManager();
     if (labels == nullptr) {
         return;
