@@ -505,8 +505,8 @@ private:
     /// @{
     bool isClippedAt(bool atSource) const;
     QxPEdge* pEndOfVisiblePart(QxIterDirectionEnum direction) const;
-    void clipStraight(QxPoint& point, bool atSource) const;
-    void readClipPoint(QxPoint& point, const QxPEdge& segment, bool atSource) const;
+    /// Where the line, the end segment or the straight edge that stands for it, is cut off.
+    void readClipPoint(QxPoint& point, const QxGEdge& line, bool atSource) const;
     void readEnd(QxPoint& point, int clipped, bool atSource) const;
     int changeClipping(std::uint32_t bit, int value);
     /// Whether a straight line between the end objects shows outside them.

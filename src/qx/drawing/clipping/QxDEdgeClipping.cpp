@@ -298,26 +298,11 @@ int QxDEdge::usePartiallyUpdated(int value) {
     return value;
 }
 
-void QxDEdge::clipStraight(QxPoint& point, bool atSource) const {
+void QxDEdge::readClipPoint(QxPoint& point, const QxGEdge& line, bool atSource) const {
     ClipPoint& cached = atSource ? m_fromClip : m_toClip;
     if (!cached.isKnown()) {
-        QxPoint from;
-        QxPoint toward;
-        readEnd(from, 0, atSource);
-        readEnd(toward, 0, !atSource);
-        EdgeEnd(*this, atSource).clip(from, toward);
-        cached = {from.x(), from.y()};
-    }
-    point.moveTo(cached.x, cached.y);
-}
-
-void QxDEdge::readClipPoint(QxPoint& point, const QxPEdge& segment, bool atSource) const {
-    ClipPoint& cached = atSource ? m_fromClip : m_toClip;
-    if (!cached.isKnown()) {
-        QxPoint from;
-        QxPoint toward;
-        segment.readEnd(from, 0, atSource);
-        segment.readEnd(toward, 0, !atSource);
+        QxPoint from = atSource ? line.ntFromPoint(0) : line.ntToPoint(0);
+        const QxPoint toward = atSource ? line.ntToPoint(0) : line.ntFromPoint(0);
         EdgeEnd(*this, atSource).clip(from, toward);
         cached = {from.x(), from.y()};
     }
@@ -335,7 +320,7 @@ void QxDEdge::readEnd(QxPoint& point, int clipped, bool atSource) const {
     }
     if (isPathImplied()) {
         if (clipped != 0 && isClippedAt(atSource)) {
-            clipStraight(point, atSource);
+            readClipPoint(point, *this, atSource);
         } else if (const EdgeEnd end(*this, atSource); end) {
             point = end.center();
         }
