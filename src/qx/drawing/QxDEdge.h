@@ -95,6 +95,9 @@ public:
     const QxPEdge* pSourceOrPathEdge() const override { return pEndSegment(m_sourcePathEdge); }
     QxPEdge* pTargetOrPathEdge() override { return pEndSegment(m_targetPathEdge); }
     const QxPEdge* pTargetOrPathEdge() const override { return pEndSegment(m_targetPathEdge); }
+    /// The innermost graph in which both ends lie, through expanded nodes only; null for none
+    /// (nesting/MetaEdges.cpp).
+    QxDGraph* pNearestCommonNestedGraph() const;
     /// The unclipped end points of the whole path; 1.
     int getSourcePoint(QxPoint& point, int inOwnGraph) const;
     int getTargetPoint(QxPoint& point, int inOwnGraph) const;

@@ -17,6 +17,7 @@
 #include "qx/foundation/geometry/QxTransform.h"
 #include "qx/foundation/graph/QxGraph.h"
 
+class QxDChildGraphForestNode;
 class QxFactory;
 class QxGeometricUpdateInfo;
 class QxQTree;
@@ -25,7 +26,11 @@ namespace qx::internal {
 class BoundsHold;
 class Coverage;
 class ExtentTree;
+class Folding;
+class Hiding;
 class LabelPresence;
+class NestingMove;
+class Refits;
 template <class T>
 class Ref;
 enum class Moment : unsigned char;
@@ -309,6 +314,161 @@ public:
     QxRect ntViewRect() const;
     /// @}
 
+    /// @name Nested graphs (nesting/QxDGraphNesting.cpp)
+    /// @{
+
+    /// The node that stands for this graph in the nesting forest; null without a manager.
+    QxDChildGraphForestNode* pChildGraphForestNode() const;
+    /// Whether the graph is `graph` or lies, through expanded nodes only, somewhere in it.
+    int recursivelyNestedWithin(const QxDGraph* graph) const;
+    /// Clears the list, then lists the graphs shown in expanded nodes of this one, in the order of
+    /// the nesting relations.
+    void buildNestedGraphList(QxDGraphDList& list) const;
+    /// Appends the graphs nested directly in this one and then, for each of them, all that are
+    /// nested in it at any depth.
+    void buildAllNestedGraphList(QxDGraphDList& list) const;
+    /// Expand every collapsed node of the graph (collapse every expanded one); one level only.
+    void expandAll();
+    void collapseAll();
+    /// The edges between graphs that touch this graph, or one nested in it, report to `info`, when
+    /// that record is active and the graph is not the anchor graph. Into `edges` (null: a list of
+    /// their own) they are collected before a change; after it the same ones report again.
+    void actBeforeNestingChange(QxGeometricUpdateInfo* info, QxDEdgeDList* edges);
+    void actAfterNestingChange(QxGeometricUpdateInfo* info, QxDEdgeDList* edges);
+    /// A hook for layouts after the node of a nested graph has been fitted; does nothing.
+    void actAfterFit() {}
+    /// Lets bounds and index of this graph and the graphs nested in it rest when they have become
+    /// invisible, and resume, brought up to date, when they have become visible. Graphs whose
+    /// visibility is `wasVisible` still are left alone, unless `force` is nonzero.
+    void disableNestingGraphBoundsAndQuadTree(int wasVisible, int force);
+    int hasExpandedNodes() const;
+    /// @}
+
+    /// @name Edges between graphs (nesting/QxDGraphBetween.cpp)
+    /// @{
+
+    /// Clears the list, then lists the visible edges between graphs at this graph and the graphs
+    /// nested in it: those with both ends there (`inner`), those with one end there (`crossing`),
+    /// each once. O(nested graphs and their edges). Nothing happens without an intergraph.
+    void buildContainedIntergraphEdgeList(QxDEdgeDList& list, int inner, int crossing) const;
+    void buildContainedIntergraphEdgeList(QxDEdgeDList& list) const {
+        buildContainedIntergraphEdgeList(list, 1, 0);
+    }
+    /// Clears the list, then lists the edges between graphs that have an end in a graph nested in
+    /// this one, in the order of the intergraph. Nothing happens without an intergraph.
+    void buildAffectedIntergraphEdgeList(QxDEdgeDList& list) const;
+    /// The bounds, and those of the edges between graphs that this graph contains, in anchor
+    /// coordinates while the graph is visible; returns the visibility. The flag is that of the
+    /// edges' rectangles.
+    int getBoundingRectWithContainedIntergraphEdges(QxRect& rect, int inOwnGraph) const;
+    /// @}
+
+    /// @name Objects in a region (nesting/QxDGraphRegions.cpp)
+    /// The rectangle is in anchor coordinates when `rectInOwnCoordinates` is 0. `inside` 1 lists
+    /// what meets the rectangle, 0 exactly what does not. Lists may be null; the given ones are
+    /// cleared first. Objects that are being rearranged or processed are left out.
+    /// @{
+    void buildLists(const QxRect& rect, QxDNodeDList* nodes, QxPNodeDList* pathNodes,
+                    QxPEdgeDList* pathEdges, QxNodeLabelDList* nodeLabels,
+                    QxConnectorLabelDList* connectorLabels, QxEdgeLabelDList* edgeLabels,
+                    QxGraphLabelDList* graphLabels, int rectInOwnCoordinates, int inside) const;
+    void buildNodeRelatedLists(const QxRect& rect, QxDNodeDList* nodes,
+                               QxNodeLabelDList* nodeLabels, QxConnectorLabelDList* connectorLabels,
+                               int rectInOwnCoordinates, int inside) const;
+    void buildEdgeRelatedLists(const QxRect& rect, QxPNodeDList* pathNodes, QxPEdgeDList* pathEdges,
+                               QxEdgeLabelDList* edgeLabels, int rectInOwnCoordinates,
+                               int inside) const;
+    void buildGraphLabelList(const QxRect& rect, QxGraphLabelDList* graphLabels,
+                             int rectInOwnCoordinates, int inside) const;
+    /// The same of the listed nodes (edges); the rectangle is in this graph's coordinates.
+    void buildNodeRelatedListsSourceNodeList(const QxDNodeDList& sourceNodes, const QxRect& rect,
+                                             QxDNodeDList* nodes, QxNodeLabelDList* nodeLabels,
+                                             QxConnectorLabelDList* connectorLabels,
+                                             int inside) const;
+    void buildEdgeRelatedListsFromEdgeList(const QxDEdgeDList& sourceEdges, const QxRect& rect,
+                                           QxPNodeDList* pathNodes, QxPEdgeDList* pathEdges,
+                                           QxEdgeLabelDList* edgeLabels, int inside) const;
+    /// The parts of the edges between graphs that this graph contains.
+    void buildIntergraphEdgeRelatedLists(const QxRect& rect, QxPNodeDList* pathNodes,
+                                         QxPEdgeDList* pathEdges, QxEdgeLabelDList* edgeLabels,
+                                         int rectInOwnCoordinates, int inside) const;
+    /// @}
+
+    /// @name Hiding (nesting/QxDGraphHiding.cpp)
+    /// Hidden objects lie in the graph's hide graph, a graph of the same manager that is never
+    /// shown; it comes with the first and goes with the last of them. Result lists may be null; the
+    /// given ones are emptied first. Nothing happens in a hide graph, the intergraph, and without a
+    /// manager. Objects of other graphs are skipped.
+    /// @{
+
+    /// Hides nodes and edges of this graph, with the edges of this graph at these nodes. Fires
+    /// EdgeHidden for each edge, then NodeHidden for each node, when all is done. Linear in the
+    /// objects and their edges, with a logarithm for the order.
+    void hide(const QxDNodeDList* nodes, const QxDEdgeDList* edges, QxDNodeDList* hiddenNodeList,
+              QxDEdgeDList* hiddenEdgeList);
+    /// Brings hidden nodes and edges back; with `withIncidentEdges` nonzero the hidden edges whose
+    /// both ends show afterwards, too. Fires EdgeUnhidden and NodeUnhidden in the same way.
+    void unhide(const QxDNodeDList* nodes, const QxDEdgeDList* edges,
+                QxDNodeDList* unhiddenNodeList, QxDEdgeDList* unhiddenEdgeList,
+                int withIncidentEdges);
+    void unhideAll();
+    /// Append what hide (unhide) would take, in its order; nothing is changed.
+    void collectListsToBeHidden(const QxDNodeDList* nodes, const QxDEdgeDList* edges,
+                                QxDNodeDList& hiddenNodes, QxDEdgeDList& hiddenEdges) const;
+    void collectListsToBeUnhidden(const QxDNodeDList* nodes, const QxDEdgeDList* edges,
+                                  QxDNodeDList& unhiddenNodes, QxDEdgeDList& unhiddenEdges,
+                                  int withIncidentEdges) const;
+    /// The hide graph of an ordinary graph, the graph that a hide graph hides from; else null.
+    QxDGraph* pHideGraph() const { return isHideGraph() != 0 ? nullptr : m_hideLink; }
+    QxDGraph* pHideFromGraph() const { return isHideGraph() != 0 ? m_hideLink : nullptr; }
+    /// Makes `hideGraph` the hide graph of this one. Nothing happens for null, this graph, the
+    /// intergraph, and when one of them has such a link already or is a hide graph.
+    void setHideLink(QxDGraph* hideGraph);
+    int hasHiddenNodes() const;
+    /// Edges in whatever state.
+    int hasHiddenEdges() const;
+    /// Whether this graph has a hide graph or, when it has none or is one, a graph nested in it.
+    int containsHideGraphs() const;
+    /// @}
+
+    /// @name Folding (nesting/QxDGraphFolding.cpp)
+    /// Folded nodes lie in the child graph of a folder node, with the edges among them; those to
+    /// the nodes outside run between graphs. Result lists may be null; the given ones are emptied
+    /// first.
+    /// @{
+
+    /// Moves nodes of this graph into `foldGraph`, which becomes the child graph of `folderNode`,
+    /// a node of this graph; the folder comes to stand in the middle of what it holds. Hidden edges
+    /// at these nodes stay hidden when `keepHidden` is nonzero. Fires NodeFolded and EdgeFolded for
+    /// each object as it moves. 1; 0, and no change, for nulls, no nodes, a fold graph that holds
+    /// anything or cannot be nested there, and in a hide graph, the intergraph or a graph without
+    /// a manager.
+    int fold(QxDNode* folderNode, QxDGraph* foldGraph, const QxDNodeDList* nodes,
+             QxDNodeDList* foldedNodeList, QxDEdgeDList* foldedEdgeList, int keepHidden);
+    /// Moves everything in the fold graph of `folderNode` back into this graph, around the folder;
+    /// hidden objects of the fold graph stay hidden when `keepHidden` is nonzero. Fires
+    /// NodeUnfolded, then EdgeUnfolded, when all is done. The folder and its empty fold graph stay.
+    /// 1; 0, and no change, for what is no folder node of this graph, and in a hide graph.
+    int unfold(QxDNode* folderNode, QxDNodeDList* unfoldedNodeList, QxDEdgeDList* unfoldedEdgeList,
+               int keepHidden);
+    /// What fold would take: its nodes, the edges of this graph at them, and their hidden edges.
+    void collectListsToBeFolded(const QxDNodeDList* nodes, QxDNodeDList& foldedNodes,
+                                QxDEdgeDList& foldedEdges, QxDEdgeDList& hiddenEdges) const;
+    /// The folder node whose fold graph this is; null when there is none.
+    QxDNode* pFolderNode() const;
+    int isFoldGraph() const { return pFolderNode() != nullptr ? 1 : 0; }
+    int hasFolderNodes() const;
+    /// Empties the list and lists the fold graphs of the folder nodes of this graph; a graph
+    /// without folder nodes leaves it as it is.
+    void buildFoldGraphList(QxDGraphDList& list) const;
+    /// Appends the fold graphs of this graph and then, for each of them, all of theirs.
+    void buildAllFoldGraphList(QxDGraphDList& list) const;
+    /// @}
+
+    /// Appends the meta-edges of this graph (nesting/MetaEdges.cpp): the connected ones, those that
+    /// are not, and those that are hidden from it.
+    void buildMetaEdges(QxDEdgeDList& list, int includeDisconnected, int includeHidden) const;
+
     /// @name Moving everything (drawing/bounds/QxDGraphMoving.cpp)
     /// @{
 
@@ -451,7 +611,19 @@ private:
     friend class QxLabelOwnerOf<QxDGraph, QxGraphLabel>;
     friend class qx::internal::Coverage;
     friend class qx::internal::LabelPresence;
+    friend class qx::internal::Folding;
+    friend class qx::internal::Hiding;
+    friend class qx::internal::NestingMove;
+    friend class qx::internal::Refits;
 
+    /// @name Nesting
+    /// @{
+    /// The hide graph, made when there is none; null for a hide graph.
+    QxDGraph* pNewHideGraph();
+    /// Forgets the link to the hide graph (of a hide graph: to what it hides from), both ways.
+    void endHideLink();
+    void discardIncidentHiddenEdges(QxDNode* node);
+    /// @}
     /// For update records: clears the index's needsUpdate, returns whether it was set; sets it
     /// again.
     bool suspendQuadTree();
@@ -503,6 +675,7 @@ private:
     std::int32_t m_boundsHolds = 0;
     QxTransform m_transform;
     QxQTree* m_quadTree = nullptr;
+    QxDGraph* m_hideLink = nullptr;
     std::int32_t m_multiEdgeSpacing = 8;
     QxSpacing m_leftMargin;
     QxSpacing m_rightMargin;

@@ -11,6 +11,7 @@
 #include "qx/foundation/geometry/QxDirectionEnum.h"
 
 class QxConnectorManager;
+class QxExpandedNodeExtension;
 class QxFactory;
 class QxPerMil;
 class QxShape;
@@ -281,6 +282,106 @@ public:
     void setConnectorOnChangeShape(const QxShape* shape, QxDEdge* edge, int isTarget);
     /// @}
 
+    /// @name Nested graph (nesting/QxDNodeExpansion.cpp, nesting/QxDNodeFit.cpp)
+    /// A node with a child graph is collapsed, or expanded: then it shows the graph in itself.
+    /// @{
+
+    QxDGraph* pChildGraph() const;
+    QxDGraph* pChildGraph(QxDGraph* graph);
+    /// Shows the child graph in the node, whose center stays, and whose size becomes what the graph
+    /// needs; the node takes its factory's default shape and keeps its own for later. Fires
+    /// NodeExpanded, and nothing else. 1, or 0, and no change, when there is no child graph, when
+    /// it is shown already, and for a node without a managed graph, in a hide graph, or in a graph
+    /// of another manager than the child graph's. O(edges between graphs that touch the child
+    /// graph, and graphs nested there).
+    virtual int expand();
+    /// Hides the child graph again; size, original size, shape and clipping become those before the
+    /// expansion. Fires NodeCollapsed, and nothing else. 1, or 0 for a node that is not expanded.
+    virtual int collapse();
+    int expanded() const { return pExpandedNodeExtension() != nullptr ? 1 : 0; }
+    int collapsed() const;
+    /// The child graph while the node is expanded; else null.
+    QxDGraph* pNestedGraph() const { return expanded() != 0 ? pChildGraph() : nullptr; }
+    /// What an expanded node remembers of its collapsed look; null for any other. It belongs to the
+    /// nesting relation.
+    QxExpandedNodeExtension* pExpandedNodeExtension() const;
+    /// Gives an expanded node the size that its nested graph needs. With `keepNodeInPlace` nonzero
+    /// its center stays and the nested drawing is shifted; else the nested drawing stays and the
+    /// node moves. With `fitToMargins` nonzero the view area becomes the margin bounding rectangle;
+    /// else a side of the view area follows the contents when it touches them, and when they stick
+    /// out. `onlyTouchingBits` together with `keepNodeInPlace` only notes which sides touch. 1, or
+    /// 0 for a node that is not expanded and when vFitToNestedGraph refuses.
+    int fitToNestedGraph(int keepNodeInPlace, int onlyTouchingBits, int fitToMargins);
+    /// The rectangle that the fit would give the node; no change, and no answer, for one that is
+    /// not expanded. The first flag is not used.
+    void getNewBoundingRectOnFitToNestedGraph(QxRect& result, int unused, int fitToMargins) const;
+    /// The steps of a fit, for layouts: give the node the rectangle as in a drawing that a user
+    /// edits, or as while a document is read; shift the nested drawing as if the node's center were
+    /// `newCenter`; note which sides of the view area touch the contents.
+    void updateExpandedNodeForDiagramming(const QxRect& rect, int keepNodeInPlace,
+                                          int onlyTouchingBits);
+    void updateExpandedNodeForLayout(const QxRect& rect);
+    void updateTransformForExpandedNode(const QxPoint& newCenter);
+    void updateTouchingBits();
+    void actOnMoveTo(const QxPoint& oldCenter) override;
+    /// The outermost collapsed node around this one below `graph`: the node itself when none is
+    /// collapsed; null for null.
+    QxDNode* pNearestCollapsedNode(const QxDGraph* graph);
+    /// @}
+
+    /// @name Neighbourhoods (nesting/QxDNodeNeighbours.cpp)
+    /// Successors (children), predecessors (parents), or both, up to `depth` steps away; -2: all
+    /// that can be reached. Edges between graphs are not followed; the node itself is never among
+    /// the results. Result lists may be null; the given ones are emptied first.
+    /// @{
+    /// In the node's graph only.
+    void findChildren(QxDNodeDList* nodes, QxDEdgeDList* edges, std::int32_t depth,
+                      int bothDirections) const;
+    void findParents(QxDNodeDList* nodes, QxDEdgeDList* edges, std::int32_t depth,
+                     int bothDirections) const;
+    /// In the node's graph and among what is hidden from it.
+    void findHiddenAndUnhiddenChildren(QxDNodeDList* nodes, QxDEdgeDList* edges, std::int32_t depth,
+                                       int bothDirections) const;
+    void findHiddenAndUnhiddenParents(QxDNodeDList* nodes, QxDEdgeDList* edges, std::int32_t depth,
+                                      int bothDirections) const;
+    /// The same search, of which only the hidden results are told; a graph without a hide graph
+    /// leaves the lists as they are.
+    void findHiddenChildren(QxDNodeDList* nodes, QxDEdgeDList* edges, std::int32_t depth,
+                            int bothDirections) const;
+    void findHiddenParents(QxDNodeDList* nodes, QxDEdgeDList* edges, std::int32_t depth,
+                           int bothDirections) const;
+    /// Hide what such a search finds; with `visibleOnly` 0 it goes on through what is hidden.
+    void hideChildren(std::int32_t depth, QxDNodeDList* hiddenNodeList,
+                      QxDEdgeDList* hiddenEdgeList, int visibleOnly, int bothDirections);
+    void hideParents(std::int32_t depth, QxDNodeDList* hiddenNodeList, QxDEdgeDList* hiddenEdgeList,
+                     int visibleOnly, int bothDirections);
+    /// Bring back what a search through shown and hidden objects finds, with incident edges.
+    void unhideChildren(std::int32_t depth, QxDNodeDList* unhiddenNodeList,
+                        QxDEdgeDList* unhiddenEdgeList, int bothDirections);
+    void unhideParents(std::int32_t depth, QxDNodeDList* unhiddenNodeList,
+                       QxDEdgeDList* unhiddenEdgeList, int bothDirections);
+    /// Brings back one hidden edge at this node, with its other end. The edge when it is not hidden
+    /// afterwards; else null, also for an edge that does not end here.
+    QxDEdge* unhideIncidentEdge(QxDEdge* edge);
+    /// Empty the list, then list the hidden edges at this node; with `includeAll` 0 only those
+    /// whose ends exist and lie in one graph or both in no hide graph.
+    void buildIncidentHiddenEdgeList(QxDEdgeDList& list) const;
+    void buildIncidentHiddenEdgeList(QxDEdgeDList& list, int includeAll) const;
+    /// Fold what a search in the node's graph finds, with `includeSelf` nonzero the node, too: then
+    /// the folder comes to stand where this node stood. Return what QxDGraph::fold does; 0 without
+    /// a graph.
+    int foldChildren(QxDNode* folderNode, QxDGraph* foldGraph, std::int32_t depth,
+                     QxDNodeDList* foldedNodeList, QxDEdgeDList* foldedEdgeList, int includeSelf,
+                     int keepHidden, int bothDirections);
+    int foldParents(QxDNode* folderNode, QxDGraph* foldGraph, std::int32_t depth,
+                    QxDNodeDList* foldedNodeList, QxDEdgeDList* foldedEdgeList, int includeSelf,
+                    int keepHidden, int bothDirections);
+    /// Unfolds this folder node; see QxDGraph::unfold. 0 without a graph.
+    int unfold(QxDNodeDList* unfoldedNodeList, QxDEdgeDList* unfoldedEdgeList, int keepHidden);
+    /// The child graph of a folder node; null for any other node.
+    QxDGraph* pFoldGraph() const { return isFolderNode() != 0 ? pChildGraph() : nullptr; }
+    /// @}
+
     /// @name State
     /// @{
 
@@ -294,8 +395,6 @@ public:
         setFlag(qx::flags::NodeFolder, value);
         return isFolderNode();
     }
-    /// Whether the node shows a nested graph.
-    int expanded() const { return 0; }
     /// What the tracking of affected objects notes about the node; the setter returns its argument.
     QxGraphObjectStatusEnum graphObjectStatus() const { return qx::flags::status(flagWord()); }
     QxGraphObjectStatusEnum graphObjectStatus(QxGraphObjectStatusEnum value) {
@@ -352,6 +451,8 @@ protected:
     /// A new label of the node's factory, in no list yet; null without a factory.
     virtual QxNodeLabel* vNewLabel(int flag);
     virtual void actOnResize(const QxSize& oldSize);
+    /// Told of the rectangle that a fit is about to give the node: 0 refuses it. 1 here.
+    virtual int vFitToNestedGraph(const QxRect& rect);
     void actOnChangeOwner(QxOwnedObject* owner, int valid) override;
     QxObject* vCloneObject() const override;
     QxObject* vCloneAttributes() const override;

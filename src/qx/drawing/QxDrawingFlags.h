@@ -22,6 +22,7 @@ constexpr QxGraphObjectStatusEnum status(std::uint32_t flags) {
 // Drawing nodes.
 inline constexpr std::uint32_t NodeForceClipping = 0x40;
 inline constexpr std::uint32_t NodeFolder = 0x80;
+inline constexpr std::uint32_t NodeCollected = 0x100;  ///< while a list of nodes is collected
 
 // Path nodes (bends).
 inline constexpr std::uint32_t BendVisible = 0x40;     ///< in the visible part of its edge
@@ -45,6 +46,9 @@ inline constexpr std::uint32_t EdgeOrthogonal = 0x40000;
 inline constexpr std::uint32_t EdgeIsTracked = 0x100000;   ///< extents or index hold its segments
 inline constexpr std::uint32_t EdgePathImplied = 0x80000;  ///< straight, its segment not made yet
 inline constexpr std::uint32_t EdgeHasLabels = 0x10000000;
+inline constexpr std::uint32_t EdgeCollected = 0x01000000;  ///< while a list of edges is collected
+/// Disconnected by hiding or folding, not by a client; connected again when its ends are there.
+inline constexpr std::uint32_t EdgeWaitsForEnds = 0x02000000;
 
 // Connectors, which are never left out while something is rearranged.
 inline constexpr std::uint32_t ConnectorRescaled = 0x8;  ///< calculated, a resize scaled its offset
@@ -61,6 +65,7 @@ inline constexpr std::uint32_t GraphConnectorLabels = 0x8000;
 inline constexpr std::uint32_t GraphNeedsBounds = 0x20000;
 inline constexpr std::uint32_t GraphBoundsInitialized = 0x40000;
 inline constexpr std::uint32_t GraphOrthogonal = 0x80000;
+inline constexpr std::uint32_t GraphCollected = 0x200;  ///< while a part of the nesting is walked
 
 // Labels.
 inline constexpr std::uint32_t LabelMovesWithOwner = 0x10;
@@ -76,6 +81,7 @@ inline constexpr std::uint32_t ManagerCompressMetaEdges = 0x2000;
 inline constexpr std::uint32_t ManagerReplaceReflexive = 0x4000;
 inline constexpr std::uint32_t ManagerIgnoreConnectors = 0x8000;
 inline constexpr std::uint32_t ManagerStoreClones = 0x10000;
+inline constexpr std::uint32_t ManagerUpdatesMetaEdges = 0x20000;
 
 // The bits of each kind of object, those of the layers below included: none means two things.
 
@@ -87,14 +93,15 @@ static_assert(areDisjoint({OwnerValid, Processing, InQuadTree, Discarding, ReadO
 static_assert(areDisjoint({EveryObject, TemporarilyInvisible, GraphFileRead, GraphIntergraph,
                            GraphHide, 3 * GraphNodeLabels, 3 * GraphEdgeLabels,
                            3 * GraphConnectorLabels, GraphNeedsBounds, GraphBoundsInitialized,
-                           GraphOrthogonal}));
+                           GraphOrthogonal, GraphCollected}));
 // Graph managers.
 static_assert(areDisjoint({EveryObject, TemporarilyInvisible, ManagerReading,
                            ManagerUpdatingAffected, ManagerControlStarted, ManagerCompressMetaEdges,
-                           ManagerReplaceReflexive, ManagerIgnoreConnectors, ManagerStoreClones}));
+                           ManagerReplaceReflexive, ManagerIgnoreConnectors, ManagerStoreClones,
+                           ManagerUpdatesMetaEdges}));
 // Drawing nodes.
 static_assert(areDisjoint({EveryObject, TemporarilyInvisible, PathObject, NodeForceClipping,
-                           NodeFolder, Status}));
+                           NodeFolder, NodeCollected, Status}));
 // Bends.
 static_assert(areDisjoint({EveryObject, TemporarilyInvisible, PathObject, BendVisible,
                            BendNewVisible}));
@@ -118,6 +125,8 @@ static_assert(areDisjoint({EveryObject,
                            EdgePathImplied,
                            EdgeIsTracked,
                            EdgeHasLabels,
+                           EdgeCollected,
+                           EdgeWaitsForEnds,
                            Status}));
 // Segments.
 static_assert(areDisjoint({EveryObject, TemporarilyInvisible, PathObject, EdgeConnected,

@@ -9,6 +9,7 @@
 #include "qx/foundation/graph/QxAFactory.h"
 
 class QxDEventManager;
+class QxExpandedNodeExtension;
 class QxHashMap;
 class QxPoint;
 class QxPointDList;
@@ -59,6 +60,9 @@ public:
     QxPEdge* qxNewPEdge(QxOwnedObject* owner) { return vNewPEdge(owner); }
     QxConnector* qxNewConnector(QxOwnedObject* owner, int type) {
         return vNewConnector(owner, type);
+    }
+    QxExpandedNodeExtension* qxNewExpandedNodeExtension(QxDNode* node, QxDGraphManager* manager) {
+        return vNewExpandedNodeExtension(node, manager);
     }
     /// @}
 
@@ -115,6 +119,9 @@ protected:
     virtual QxDGraph* vNewInterDGraph(QxOwnedObject* owner, int type);
     virtual QxShapeResourceDB* vpShapeResourceDB();
     QxEventManager* vNewEventManager() override;
+    /// What an expanded node remembers; `node` is null for one without.
+    virtual QxExpandedNodeExtension* vNewExpandedNodeExtension(QxDNode* node,
+                                                               QxDGraphManager* manager);
 
 private:
     QxShapeResourceDB m_shapes;
