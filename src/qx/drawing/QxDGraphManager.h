@@ -232,9 +232,10 @@ private:
         setFlag(bit, value);
         return value;
     }
+    friend class QxDChildGraphForest;
+    friend class QxDGraph;
     friend class QxDNode;
     friend class qx::internal::MetaEdgeUpkeep;
-    friend class qx::internal::Refits;
 
     void checkMetaEdge(QxDEdge* edge, QxDNodePair& pair) const;
     void translateIntergraphCoordinates(QxDGraph* newAnchor);
@@ -247,5 +248,9 @@ private:
     /// visible now are computed anew.
     void showAnchor(QxDGraph* graph);
 
+    /// What is nested in what has changed: forget what graphs know of their visibility.
+    void nestingChanged() { ++m_nestingStamp; }
+
     QxDGraph* m_anchor = nullptr;
+    std::uint32_t m_nestingStamp = 1;
 };

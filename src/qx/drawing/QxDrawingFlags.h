@@ -65,7 +65,8 @@ inline constexpr std::uint32_t GraphConnectorLabels = 0x8000;
 inline constexpr std::uint32_t GraphNeedsBounds = 0x20000;
 inline constexpr std::uint32_t GraphBoundsInitialized = 0x40000;
 inline constexpr std::uint32_t GraphOrthogonal = 0x80000;
-inline constexpr std::uint32_t GraphCollected = 0x200;  ///< while a part of the nesting is walked
+inline constexpr std::uint32_t GraphResting = 0x100000;  ///< out of sight: no bounds, no index
+inline constexpr std::uint32_t GraphCollected = 0x200;   ///< while a part of the nesting is walked
 
 // Labels.
 inline constexpr std::uint32_t LabelMovesWithOwner = 0x10;
@@ -93,7 +94,7 @@ static_assert(areDisjoint({OwnerValid, Processing, InQuadTree, Discarding, ReadO
 static_assert(areDisjoint({EveryObject, TemporarilyInvisible, GraphFileRead, GraphIntergraph,
                            GraphHide, 3 * GraphNodeLabels, 3 * GraphEdgeLabels,
                            3 * GraphConnectorLabels, GraphNeedsBounds, GraphBoundsInitialized,
-                           GraphOrthogonal, GraphCollected}));
+                           GraphOrthogonal, GraphResting, GraphCollected}));
 // Graph managers.
 static_assert(areDisjoint({EveryObject, TemporarilyInvisible, ManagerReading,
                            ManagerUpdatingAffected, ManagerControlStarted, ManagerCompressMetaEdges,

@@ -147,7 +147,8 @@ void QxDGraph::letGoOfBounds(const QxRect* reported) {
 }
 
 bool QxDGraph::keepsBounds() const {
-    return hasFlag(qx::flags::GraphNeedsBounds) != 0 && fileReadRunning() == 0;
+    return hasFlag(qx::flags::GraphNeedsBounds) != 0 && hasFlag(qx::flags::GraphResting) == 0 &&
+           fileReadRunning() == 0;
 }
 
 void QxDGraph::settleBounds(const QxRect* reported) {
@@ -170,13 +171,15 @@ void QxDGraph::settleBounds(const QxRect* reported) {
     }
 }
 
-void QxDGraph::vUpdateBoundingRect(const QxRect& rect, int) {
+void QxDGraph::vUpdateBoundingRect(const QxRect& rect, int fit) {
     if (rect == m_bounds) {
         return;
     }
+    const qx::internal::Ref alive(*this);
     const QxRect old = m_bounds;
     m_bounds = rect;
     qx::internal::Coverage::labelsChanged(*this);  // they stand where the bounds put them
+    refitAround(fit);
     qx::internal::fireDrawingChange(*this, GraphBoundsChanged, [&] {
         return new QxDrawingChangeEventData(this, &old, &m_bounds);
     });
