@@ -29,6 +29,7 @@ class ExtentTree;
 class Folding;
 class Hiding;
 class LabelPresence;
+class MetaEdgeUpkeep;
 class NestingMove;
 class Refits;
 template <class T>
@@ -613,6 +614,7 @@ private:
     friend class qx::internal::LabelPresence;
     friend class qx::internal::Folding;
     friend class qx::internal::Hiding;
+    friend class qx::internal::MetaEdgeUpkeep;
     friend class qx::internal::NestingMove;
     friend class qx::internal::Refits;
 
