@@ -30,6 +30,7 @@ class Folding;
 class Hiding;
 class LabelPresence;
 class NestedGraphs;
+class MetaEdgeUpkeep;
 class NestingMove;
 template <class T>
 class Ref;
@@ -615,6 +616,7 @@ private:
     friend class qx::internal::Folding;
     friend class qx::internal::Hiding;
     friend class qx::internal::NestedGraphs;
+    friend class qx::internal::MetaEdgeUpkeep;
     friend class qx::internal::NestingMove;
 
     /// @name Nesting

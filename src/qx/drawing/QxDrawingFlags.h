@@ -22,7 +22,7 @@ constexpr QxGraphObjectStatusEnum status(std::uint32_t flags) {
 // Drawing nodes.
 inline constexpr std::uint32_t NodeForceClipping = 0x40;
 inline constexpr std::uint32_t NodeFolder = 0x80;
-inline constexpr std::uint32_t NodeCollected = 0x100;  ///< while a list of nodes is collected
+inline constexpr std::uint32_t NodeCollected = 0x100;  ///< while nodes are collected; bends, too
 
 // Path nodes (bends).
 inline constexpr std::uint32_t BendVisible = 0x40;     ///< in the visible part of its edge
@@ -104,8 +104,8 @@ static_assert(areDisjoint({EveryObject, TemporarilyInvisible, ManagerReading,
 static_assert(areDisjoint({EveryObject, TemporarilyInvisible, PathObject, NodeForceClipping,
                            NodeFolder, NodeCollected, Status}));
 // Bends.
-static_assert(areDisjoint({EveryObject, TemporarilyInvisible, PathObject, BendVisible,
-                           BendNewVisible}));
+static_assert(areDisjoint({EveryObject, TemporarilyInvisible, PathObject, NodeCollected,
+                           BendVisible, BendNewVisible}));
 // Drawing edges.
 static_assert(areDisjoint({EveryObject,
                            TemporarilyInvisible,

@@ -18,6 +18,7 @@
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/util/internal/Ref.h"
+#include "qx/nesting/internal/MetaEdgeUpkeep.h"
 
 using qx::internal::each;
 
@@ -141,8 +142,14 @@ void QxDGraph::refreshGraphBounds() {
 }
 
 void QxDGraph::letGoOfBounds(const QxRect* reported) {
-    if (--m_boundsHolds == 0 && keepsBounds()) {
+    if (--m_boundsHolds != 0) {
+        return;
+    }
+    if (keepsBounds()) {
         settleBounds(reported);
+    }
+    if (isIntergraph() != 0) {
+        qx::internal::MetaEdgeUpkeep::changeEnded(*this);
     }
 }
 
