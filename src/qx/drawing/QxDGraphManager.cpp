@@ -14,8 +14,11 @@
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/util/QxDebugStream.h"
 #include "qx/foundation/util/internal/Ref.h"
+#include "qx/nesting/internal/MetaEdgeUpkeep.h"
 
 using qx::internal::each;
+using qx::internal::MetaEdgeHold;
+using qx::internal::MetaEdgeUpkeep;
 using qx::internal::Snapshot;
 
 QxDGraphManager::QxDGraphManager(QxOwnedObject* owner, int, QxFactory*) : QxGraphManager(owner) {
@@ -34,6 +37,7 @@ QxDGraphManager::QxDGraphManager(const QxDGraphManager& source, QxDeepFlagEnum d
 
 QxDGraphManager::~QxDGraphManager() {
     m_anchor = nullptr;
+    updatesMetaEdges(0);
     QxDGraphManager::emptyTopology();
     qx::internal::endEventSource(*this);
 }
@@ -107,8 +111,10 @@ QxGraph* QxDGraphManager::vInsertGraph(QxGraph* graph) {
         return nullptr;
     }
     const qx::internal::Ref alive(*graph);
+    const MetaEdgeHold held(this, MetaEdgeHold::KeepsArrivals);
     auto* inserted = static_cast<QxDGraph*>(QxGraphManager::vInsertGraph(graph));
     if (inserted != nullptr && inserted->pOwnerGraphManager() == this) {
+        MetaEdgeUpkeep::came(*inserted);
         if (numberOfGraphs() == 1) {
             showAnchor(inserted);
         }
@@ -125,12 +131,18 @@ QxGraph* QxDGraphManager::vRemoveGraph(QxGraph* graph) {
     if (graph == nullptr || graph == pQueryIntergraph() || graph->pOwnerGraphManager() != this) {
         return nullptr;
     }
+    const qx::internal::Ref alive(*graph);
+    const MetaEdgeHold held(this);
     if (graph == m_anchor) {
         showAnchor(pFindNewAnchorGraph());
     }
+    MetaEdgeUpkeep::leaves(*static_cast<QxDGraph*>(graph));
     QxGraph* const removed = QxGraphManager::vRemoveGraph(graph);
     if (removed != nullptr && removed == m_anchor) {
         showAnchor(pFirstGraph());  // a listener had made it the anchor graph again
+    }
+    if (removed == nullptr && graph->pOwnerGraphManager() == this) {
+        MetaEdgeUpkeep::came(*static_cast<QxDGraph*>(graph));  // it stays
     }
     return removed;
 }
@@ -146,6 +158,10 @@ int QxDGraphManager::vTransferTopology(QxGraphManager* manager) {
         return 0;
     }
     const qx::internal::Ref<QxDGraph> anchor(other->m_anchor);
+    const MetaEdgeHold othersHeld(other);
+    const MetaEdgeHold held(this);
+    MetaEdgeUpkeep::everythingChanged(*other);
+    MetaEdgeUpkeep::everythingChanged(*this);
     if (QxGraphManager::vTransferTopology(other) == 0) {
         return 0;
     }
@@ -160,6 +176,8 @@ void QxDGraphManager::copyGraphManager(const QxGraphManager* source, int deep) {
         return;
     }
     const auto* other = static_cast<const QxDGraphManager*>(source);
+    const MetaEdgeHold held(this);
+    MetaEdgeUpkeep::everythingChanged(*this);
     compressMetaEdges(other->compressMetaEdges());
     reflexiveMetaEdgeReplacement(other->reflexiveMetaEdgeReplacement());
     ignoreConnectorsForMetaEdges(other->ignoreConnectorsForMetaEdges());
@@ -175,6 +193,7 @@ void QxDGraphManager::copyGraphManager(const QxGraphManager* source, int deep) {
         }
     }
     showAnchor(anchor != nullptr ? anchor : pFirstGraph());
+    updatesMetaEdges(other->updatesMetaEdges());
 }
 
 void QxDGraphManager::duplicateNesting(const QxGraphManager* source) {
@@ -198,6 +217,8 @@ void QxDGraphManager::duplicateNesting(const QxGraphManager* source) {
 }
 
 void QxDGraphManager::emptyTopology() {
+    const MetaEdgeHold held(this);
+    MetaEdgeUpkeep::everythingChanged(*this);
     QxGraphManager::emptyTopology();
     m_anchor = nullptr;
 }

@@ -103,6 +103,7 @@ int QxDGraphManager::containsFoldGraphs() const {
 // --- Expanding and collapsing everything
 
 void QxDGraphManager::expandAll() {
+    const qx::internal::MetaEdgeHold held(this);
     for (const auto* relation :
          Snapshot<QxDChildGraphForestEdge>(pChildGraphForest()->pEdgeList())) {
         QxDNode* node = relation->pNode();
@@ -113,6 +114,7 @@ void QxDGraphManager::expandAll() {
 }
 
 void QxDGraphManager::collapseAll() {
+    const qx::internal::MetaEdgeHold held(this);
     for (const auto* relation :
          Snapshot<QxDChildGraphForestEdge>(pChildGraphForest()->pEdgeList())) {
         QxDNode* node = relation->pNode();
@@ -139,6 +141,7 @@ Snapshot<QxDGraph> withAllChildGraphs(QxDGraph* graph) {
 }  // namespace
 
 void QxDGraphManager::expandAll(QxDGraph* startGraph) {
+    const qx::internal::MetaEdgeHold held(this);
     if (startGraph != nullptr && startGraph->pOwnerGraphManager() == this) {
         for (QxDGraph* graph : withAllChildGraphs(startGraph)) {
             graph->expandAll();
@@ -147,6 +150,7 @@ void QxDGraphManager::expandAll(QxDGraph* startGraph) {
 }
 
 void QxDGraphManager::collapseAll(QxDGraph* startGraph) {
+    const qx::internal::MetaEdgeHold held(this);
     if (startGraph != nullptr && startGraph->pOwnerGraphManager() == this) {
         for (QxDGraph* graph : withAllChildGraphs(startGraph)) {
             graph->collapseAll();

@@ -4,6 +4,7 @@
 #pragma once
 
 #include "qx/foundation/graph/internal/GraphObjectExtras.h"
+#include "qx/nesting/internal/MetaEdgeUpkeep.h"
 #include "qx/nesting/internal/Refits.h"
 
 class QxDGraph;
@@ -13,6 +14,7 @@ namespace qx::internal {
 /// What a manager of a nested drawing keeps.
 struct ManagerExtras : GraphObjectExtras {
     Refits refits;
+    MetaEdgeState metaEdges;
     /// In whose coordinates the bends of the edges between graphs are while there is no anchor
     /// graph; null when nobody knows.
     QxDGraph* formerAnchor = nullptr;
