@@ -4,6 +4,7 @@
 #pragma once
 
 #include "qx/foundation/graph/internal/GraphObjectExtras.h"
+#include "qx/nesting/internal/MetaEdgeUpkeep.h"
 #include "qx/nesting/internal/Refits.h"
 
 class QxDGraph;
@@ -16,6 +17,7 @@ struct ManagerExtras : GraphObjectExtras {
     /// In whose coordinates the bends of the edges between graphs are while there is no anchor
     /// graph; null when nobody knows.
     QxDGraph* formerAnchor = nullptr;
+    MetaEdgeState metaEdges;
 
     bool isIdle() const override { return false; }
 };
