@@ -18,6 +18,7 @@ struct ManagerExtras : GraphObjectExtras {
     /// In whose coordinates the bends of the edges between graphs are while there is no anchor
     /// graph; null when nobody knows.
     QxDGraph* formerAnchor = nullptr;
+    MetaEdgeState metaEdges;
 
     bool isIdle() const override { return false; }
 };
