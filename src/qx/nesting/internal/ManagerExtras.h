@@ -14,7 +14,6 @@ namespace qx::internal {
 /// What a manager of a nested drawing keeps.
 struct ManagerExtras : GraphObjectExtras {
     Refits refits;
-    MetaEdgeState metaEdges;
     /// In whose coordinates the bends of the edges between graphs are while there is no anchor
     /// graph; null when nobody knows.
     QxDGraph* formerAnchor = nullptr;
