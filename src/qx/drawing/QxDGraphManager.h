@@ -238,7 +238,16 @@ private:
 
     void checkMetaEdge(QxDEdge* edge, QxDNodePair& pair) const;
     void translateIntergraphCoordinates(QxDGraph* newAnchor);
+    /// @name A graph and its hide graph come and go together (nesting/HideGraphs.cpp)
+    /// @{
+    /// What a hide graph of this manager hides from, when that is listed here; else null.
+    QxDGraph* partnerHere(const QxDGraph& graph) const;
+    void insertHideGraphOf(const QxDGraph& graph);
+    void bringHiddenEdgesHome(const QxDGraph& graph);
+    void removeHideGraphOf(const QxDGraph& graph);
+    void discardHideGraphOf(const QxDGraph& graph);
     void duplicateHideLinks(const QxDGraphManager& source);
+    /// @}
     void duplicateNestingRelations(const QxDGraphManager& source);
     qx::internal::ManagerExtras& managerExtras();
     const qx::internal::ManagerExtras* pQueryManagerExtras() const;
