@@ -37,6 +37,7 @@ LAYERS = {
     "automation": 7,
 }
 DOORS = {
+    "qx/nesting/internal/MetaEdgeUpkeep.h",
     "qx/spatial/internal/IndexUpkeep.h",
     "qx/update/internal/MoveReactions.h",
 }

@@ -308,10 +308,7 @@ public:
 
     /// Whether the edge stands for others that are hidden.
     int isMetaEdge() const { return hasFlag(qx::flags::EdgeMeta); }
-    int setMetaEdge(int value) {
-        setFlag(qx::flags::EdgeMeta, value);
-        return value;
-    }
+    int setMetaEdge(int value);
     /// Whether the edge belongs to a bundle of edges between the same nodes.
     int multiEdge() const { return hasFlag(qx::flags::EdgeMulti); }
     int multiEdge(int value) {

@@ -14,8 +14,10 @@
 #include "qx/drawing/bounds/internal/Coverage.h"
 #include "qx/drawing/internal/CloneLinks.h"
 #include "qx/foundation/util/internal/Ref.h"
+#include "qx/nesting/internal/MetaEdgeUpkeep.h"
 
 using qx::internal::Change;
+using qx::internal::MetaEdgeUpkeep;
 using qx::internal::Ref;
 
 int QxDEdge::vConnect() {
@@ -43,6 +45,7 @@ int QxDEdge::activate() {
 }
 
 void QxDEdge::vFollowState() {
+    MetaEdgeUpkeep::changed(*this);
     if (isActive()) {
         connectPath();
     } else {
@@ -68,6 +71,7 @@ void QxDEdge::vFollowEnds() {
     }
     actOnEndObjectChange();
     qx::internal::Coverage::countChanged(*this);
+    MetaEdgeUpkeep::changed(*this);
 }
 
 int QxDEdge::changeSourceNodeWithoutConnect(QxNode* node) {
@@ -94,6 +98,7 @@ void QxDEdge::vFollowReversal() {
     std::swap(m_sourcePathEdge, m_targetPathEdge);
     exchangeConnectors();
     actOnEndObjectChange();
+    MetaEdgeUpkeep::changed(*this);
 }
 
 void QxDEdge::nullEndNodes() {
@@ -104,6 +109,7 @@ void QxDEdge::nullEndNodes() {
     }
     QxGEdge::nullEndNodes();
     qx::internal::Coverage::countChanged(*this);
+    MetaEdgeUpkeep::changed(*this);
 }
 
 int QxDEdge::canConnect(const QxNode* node) const {

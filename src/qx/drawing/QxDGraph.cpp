@@ -63,11 +63,6 @@ QxDGraphManager* QxDGraph::pOwnerGraphManager() const {
     return static_cast<QxDGraphManager*>(QxGraph::pOwnerGraphManager());
 }
 
-int QxDGraph::vIsVisible() const {
-    const QxDGraphManager* manager = pOwnerGraphManager();
-    return manager == nullptr || isIntergraph() != 0 ? 1 : manager->nestedInAnchorGraph(this);
-}
-
 std::size_t QxDGraph::sizeOf() const {
     return QxGraph::sizeOf() + sizeof(QxDGraph) - sizeof(QxGraph) + m_extents->sizeOf();
 }

@@ -30,8 +30,9 @@ class ExtentTree;
 class Folding;
 class Hiding;
 class LabelPresence;
+class NestedGraphs;
+class MetaEdgeUpkeep;
 class NestingMove;
-class Refits;
 template <class T>
 class Ref;
 enum class Moment : unsigned char;
@@ -609,6 +610,7 @@ protected:
 
 private:
     friend class QxDGraphManager;
+    friend class QxDNode;
     friend class QxGeometricUpdateInfo;
     friend class qx::internal::BoundsHold;
     friend class QxLabelOwnerOf<QxDGraph, QxGraphLabel>;
@@ -617,11 +619,20 @@ private:
     friend class qx::internal::EdgeHome;
     friend class qx::internal::Folding;
     friend class qx::internal::Hiding;
+    friend class qx::internal::NestedGraphs;
+    friend class qx::internal::MetaEdgeUpkeep;
     friend class qx::internal::NestingMove;
-    friend class qx::internal::Refits;
 
     /// @name Nesting
     /// @{
+    /// The bounds have changed: the node that shows the graph follows.
+    void refitAround(int keepNodeInPlace);
+    /// The edges between graphs at this graph, and at those nested in it, may have come into sight
+    /// or gone out of it. O(these edges and graphs).
+    void tellContainedEdges();
+    /// Lets bounds and index rest, or brings them up to date.
+    void rest();
+    void resume();
     /// The hide graph, made when there is none; null for a hide graph.
     QxDGraph* pNewHideGraph();
     /// Forgets the link to the hide graph (of a hide graph: to what it hides from), both ways.
@@ -676,11 +687,20 @@ private:
     void moveBounds(std::int32_t dx, std::int32_t dy);
     int edgeBounds(QxRect& rect, int labels) const;
     QxRect viewAreaOf(const QxRect& box) const;
+    void collectNodeRelated(const QxDList& sourceNodes, const QxRect& rect, QxDNodeDList* nodes,
+                            QxNodeLabelDList* nodeLabels, QxConnectorLabelDList* connectorLabels,
+                            int inside) const;
+    void collectEdgeRelated(const QxDList& sourceEdges, const QxRect& rect, QxPNodeDList* pathNodes,
+                            QxPEdgeDList* pathEdges, QxEdgeLabelDList* edgeLabels,
+                            int inside) const;
     int overlapsFromGraphLists(const QxRect& region, int nodes, int pathNodes, int pathEdges) const;
 
     QxRect m_bounds;
     QxGraphObjectStatusEnum m_status = QxStatusUnchanged;
     std::int32_t m_boundsHolds = 0;
+    /// Whether the graph was visible when the nesting had that stamp.
+    mutable std::uint32_t m_visibilityStamp = 0;
+    mutable bool m_wasVisible = false;
     QxTransform m_transform;
     QxQTree* m_quadTree = nullptr;
     QxDGraph* m_hideLink = nullptr;

@@ -155,27 +155,6 @@ QxGraph* QxDGraphManager::vRemoveGraph(QxGraph* graph) {
     return removed;
 }
 
-void QxDGraphManager::showAnchor(QxDGraph* graph) {
-    QxDGraph* const old = m_anchor;
-    const qx::internal::Ref<QxDGraph> alive(graph);
-    m_anchor = graph;
-    if (QxDGraph* between = pQueryIntergraph()) {
-        qx::internal::Coverage::allChanged(*between);
-        if (graph != nullptr) {
-            between->vUpdateTransform(*graph->pTransform());
-        }
-        between->refreshGraphBounds();
-    }
-    if (graph != nullptr) {
-        graph->refreshGraphBounds();
-    }
-    if (graph != old) {
-        qx::internal::fireDrawingChange(*this, AnchorGraphChanged, [&] {
-            return new QxDrawingChangeEventData(this, old, graph);
-        });
-    }
-}
-
 int QxDGraphManager::vDiscardGraph(QxGraph* graph) {
     if (graph == nullptr || graph == pQueryIntergraph() || graph->pOwnerGraphManager() != this) {
         return 0;
@@ -241,83 +220,16 @@ void QxDGraphManager::duplicateNesting(const QxGraphManager* source) {
         }
     }
     QxGraphManager::duplicateNesting(source);
+    if (levelNumber() == source->levelNumber()) {
+        const auto& original = static_cast<const QxDGraphManager&>(*source);
+        duplicateNestingRelations(original);
+        duplicateHideLinks(original);
+    }
 }
 
 void QxDGraphManager::emptyTopology() {
     QxGraphManager::emptyTopology();
     m_anchor = nullptr;
-}
-
-QxDGraph* QxDGraphManager::pFindNewAnchorGraph() const {
-    if (m_anchor == nullptr || numberOfGraphs() < 2) {
-        return nullptr;
-    }
-    QxDGraph* around = m_anchor->pNestedWithinGraph();
-    if (around != nullptr && around->isHideGraph() == 0 && around->isIntergraph() == 0) {
-        return around;
-    }
-    const auto suits = [this](const QxDGraph* graph) {
-        return graph != m_anchor && graph->isHideGraph() == 0 && graph->isIntergraph() == 0;
-    };
-    QxGraphDList children;
-    m_anchor->buildChildGraphList(&children);
-    for (QxDGraph* graph : each<QxDGraph>(children)) {
-        if (graph->nested() != 0 && suits(graph)) {
-            return graph;
-        }
-    }
-    for (QxDGraph* graph : each<QxDGraph>(*pGraphList())) {
-        const QxDNode* parent = graph->pParentNode();
-        if (suits(graph) && graph->nested() == 0 &&
-            (parent == nullptr || parent->isFolderNode() == 0)) {
-            return graph;
-        }
-    }
-    return nullptr;
-}
-
-int QxDGraphManager::nestedInAnchorGraph(const QxDGraph* graph) const {
-    for (; graph != nullptr; graph = graph->pNestedWithinGraph()) {
-        if (graph == m_anchor) {
-            return 1;
-        }
-    }
-    return 0;
-}
-
-QxDGraph* QxDGraphManager::pNearestCommonAncestorGraph(const QxDGraph* first,
-                                                       const QxDGraph* second) const {
-    for (const QxDGraph* a = first; a != nullptr; a = a->pNestedWithinGraph()) {
-        for (const QxDGraph* b = second; b != nullptr; b = b->pNestedWithinGraph()) {
-            if (a == b) {
-                return const_cast<QxDGraph*>(a);
-            }
-        }
-    }
-    return nullptr;
-}
-
-void QxDGraphManager::calculateGraphBounds() {
-    QxDGraphDList outerFirst;
-    if (QxDGraph* between = pQueryIntergraph()) {
-        outerFirst.appendGraph(between);
-    }
-    if (m_anchor != nullptr) {
-        QxDListCell* cell = outerFirst.appendGraph(m_anchor);
-        for (; cell != nullptr; cell = cell->pNextCell()) {
-            QxGraphDList children;
-            static_cast<QxDGraph*>(cell->pObject())->buildChildGraphList(&children);
-            for (QxDGraph* graph : each<QxDGraph>(children)) {
-                if (graph->nested() != 0) {
-                    outerFirst.appendGraph(graph);
-                }
-            }
-        }
-    }
-    for (QxDListCell* cell = outerFirst.pLastCell(); cell != nullptr;
-         cell = cell->pPreviousCell()) {
-        static_cast<QxDGraph*>(cell->pObject())->calculateGraphBounds(0);
-    }
 }
 
 void QxDGraphManager::updateQuadTrees() {

@@ -14,6 +14,7 @@ class QxDNodePairDList;
 namespace qx::internal {
 struct ManagerExtras;
 class MetaEdgeUpkeep;
+struct MetaEnds;
 class Refits;
 }  // namespace qx::internal
 
@@ -181,16 +182,16 @@ public:
     /// @{
     /// Whether parallel stand-ins for hidden edges are merged into one; on at first.
     int compressMetaEdges() const { return hasFlag(qx::flags::ManagerCompressMetaEdges); }
-    int compressMetaEdges(int v) { return change(qx::flags::ManagerCompressMetaEdges, v); }
+    int compressMetaEdges(int v) { return changeMetaEdges(qx::flags::ManagerCompressMetaEdges, v); }
     /// Whether edges inside a folded group are stood for by self-loops; on at first.
     int reflexiveMetaEdgeReplacement() const { return hasFlag(qx::flags::ManagerReplaceReflexive); }
     int reflexiveMetaEdgeReplacement(int v) {
-        return change(qx::flags::ManagerReplaceReflexive, v);
+        return changeMetaEdges(qx::flags::ManagerReplaceReflexive, v);
     }
     /// Whether such stand-ins attach to nodes rather than to connectors; on at first.
     int ignoreConnectorsForMetaEdges() const { return hasFlag(qx::flags::ManagerIgnoreConnectors); }
     int ignoreConnectorsForMetaEdges(int v) {
-        return change(qx::flags::ManagerIgnoreConnectors, v);
+        return changeMetaEdges(qx::flags::ManagerIgnoreConnectors, v);
     }
     /// Whether meta-edges follow every expansion, fold, hiding and change of edges by themselves;
     /// off at first. Switching it on brings them up to date.
@@ -232,11 +233,14 @@ private:
         setFlag(bit, value);
         return value;
     }
+    friend class QxDChildGraphForest;
+    friend class QxDGraph;
+    int changeMetaEdges(std::uint32_t bit, int value);
     friend class QxDNode;
     friend class qx::internal::MetaEdgeUpkeep;
-    friend class qx::internal::Refits;
 
-    void checkMetaEdge(QxDEdge* edge, QxDNodePair& pair) const;
+    /// The same with the connectors that it is to be attached to.
+    QxDEdge* addMetaEdge(const qx::internal::MetaEnds& ends, int type);
     void translateIntergraphCoordinates(QxDGraph* newAnchor);
     /// @name A graph and its hide graph come and go together (nesting/HideGraphs.cpp)
     /// @{
@@ -256,5 +260,9 @@ private:
     /// visible now are computed anew.
     void showAnchor(QxDGraph* graph);
 
+    /// What is nested in what has changed: forget what graphs know of their visibility.
+    void nestingChanged() { ++m_nestingStamp; }
+
     QxDGraph* m_anchor = nullptr;
+    std::uint32_t m_nestingStamp = 1;
 };

@@ -165,6 +165,9 @@ void QxDNode::actOnChangeOwner(QxOwnedObject* owner, int valid) {
     LabelPresence::changed(*this);
     Coverage::changed(*this);
     Coverage::ownerChanged(*this);
+    if (expanded() != 0) {
+        tellNestedGraphOfOwner();
+    }
 }
 
 void QxDNode::copyNode(const QxNode* source, int deep) {
@@ -174,6 +177,7 @@ void QxDNode::copyNode(const QxNode* source, int deep) {
     const Ref alive(*source);
     const bool isDrawn = levelNumber() == source->levelNumber();
     Change::run(*this, [&] {
+        exchangeLook();  // what is copied is how nodes look while they are collapsed
         const QxPoint oldCenter = iCenter();
         const QxSize oldSize = iSize();
         if (isDrawn) {
@@ -187,17 +191,18 @@ void QxDNode::copyNode(const QxNode* source, int deep) {
         }
         actOnMoveTo(oldCenter);
         actOnResize(oldSize);
+        exchangeLook();
     });
 }
 
 void QxDNode::copyDiagrammingNode(const QxDNode& source) {
-    setFlag(qx::flags::NodeForceClipping, source.forceClipping());
+    setFlag(qx::flags::NodeForceClipping, source.collapsedForceClipping());
     qx::internal::linkClone(source, *this, qx::internal::managerOf(source),
                             [](QxDNode& node, QxDNode* clone) { node.pClonedNode(clone); });
     graphObjectStatus(source.graphObjectStatus());
     const QxRect* saved = source.pRectBeforeMoveForSelfLoops();
     pRectBeforeMoveForSelfLoops(saved != nullptr ? new QxRect(*saved) : nullptr);
-    place(source.iCenter(), source.iSize());
+    place(source.iCenter(), source.collapsedSize());
     discardShapeResource();
 }
 

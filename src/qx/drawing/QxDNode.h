@@ -461,6 +461,7 @@ protected:
 
 private:
     friend class QxDGraph;
+    friend class QxDGraphManager;
     friend class QxLabelOwnerOf<QxDNode, QxNodeLabel>;
     friend class qx::internal::Collection;
     friend class qx::internal::Coverage;
@@ -490,6 +491,24 @@ private:
     void reportEdges(qx::internal::Moment moment, QxGeometricUpdateInfo* own,
                      QxGeometricUpdateInfo* intergraph) const;
     void copyDiagrammingNode(const QxDNode& source);
+    /// @name Nested graph
+    /// @{
+    bool showChildGraph(QxDGraph& child);
+    bool hideChildGraph(QxDGraph& child);
+    /// Shows the child graph as `original` shows that of which it is a copy.
+    void expandLike(const QxDNode& original, QxDGraph& child);
+    /// How the node looks while it is collapsed, or has no child graph.
+    QxSize collapsedSize() const;
+    int collapsedForceClipping() const;
+    QxShapeResource* pCollapsedShapeResource() const;
+    /// Exchanges the look of an expanded node with that.
+    void exchangeLook();
+    void shiftNestedGraph(std::int64_t dx, std::int64_t dy);
+    /// The nested drawing moves as the node has moved, from `oldCenter`.
+    void followWithNestedGraph(const QxPoint& oldCenter);
+    /// The node has come to a graph or left one, and what is nested in it with it.
+    void tellNestedGraphOfOwner();
+    /// @}
     void shareShapeOf(QxDNode& source);
     void giveShape(const QxShape* shape);
     bool showsShape(const QxShape* shape) const;

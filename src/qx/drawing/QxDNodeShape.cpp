@@ -64,7 +64,7 @@ void QxDNode::discardShapeResource() {
 
 void QxDNode::shareShapeOf(QxDNode& source) {
     source.updateShapeResource(source.m_shapeResource);
-    QxShapeResource* shared = source.m_shapeResource;
+    QxShapeResource* shared = source.pCollapsedShapeResource();
     if (shared == nullptr) {
         return;
     }

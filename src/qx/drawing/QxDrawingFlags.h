@@ -22,7 +22,7 @@ constexpr QxGraphObjectStatusEnum status(std::uint32_t flags) {
 // Drawing nodes.
 inline constexpr std::uint32_t NodeForceClipping = 0x40;
 inline constexpr std::uint32_t NodeFolder = 0x80;
-inline constexpr std::uint32_t NodeCollected = 0x100;  ///< while a list of nodes is collected
+inline constexpr std::uint32_t NodeCollected = 0x100;  ///< while nodes are collected; bends, too
 
 // Path nodes (bends).
 inline constexpr std::uint32_t BendVisible = 0x40;     ///< in the visible part of its edge
@@ -66,7 +66,8 @@ inline constexpr std::uint32_t GraphConnectorLabels = 0x8000;
 inline constexpr std::uint32_t GraphNeedsBounds = 0x20000;
 inline constexpr std::uint32_t GraphBoundsInitialized = 0x40000;
 inline constexpr std::uint32_t GraphOrthogonal = 0x80000;
-inline constexpr std::uint32_t GraphCollected = 0x200;  ///< while a part of the nesting is walked
+inline constexpr std::uint32_t GraphResting = 0x100000;  ///< out of sight: no bounds, no index
+inline constexpr std::uint32_t GraphCollected = 0x200;   ///< while a part of the nesting is walked
 
 // Labels.
 inline constexpr std::uint32_t LabelMovesWithOwner = 0x10;
@@ -94,7 +95,7 @@ static_assert(areDisjoint({OwnerValid, Processing, InQuadTree, Discarding, ReadO
 static_assert(areDisjoint({EveryObject, TemporarilyInvisible, GraphFileRead, GraphIntergraph,
                            GraphHide, 3 * GraphNodeLabels, 3 * GraphEdgeLabels,
                            3 * GraphConnectorLabels, GraphNeedsBounds, GraphBoundsInitialized,
-                           GraphOrthogonal, GraphCollected}));
+                           GraphOrthogonal, GraphResting, GraphCollected}));
 // Graph managers.
 static_assert(areDisjoint({EveryObject, TemporarilyInvisible, ManagerReading,
                            ManagerUpdatingAffected, ManagerControlStarted, ManagerCompressMetaEdges,
@@ -104,8 +105,8 @@ static_assert(areDisjoint({EveryObject, TemporarilyInvisible, ManagerReading,
 static_assert(areDisjoint({EveryObject, TemporarilyInvisible, PathObject, NodeForceClipping,
                            NodeFolder, NodeCollected, Status}));
 // Bends.
-static_assert(areDisjoint({EveryObject, TemporarilyInvisible, PathObject, BendVisible,
-                           BendNewVisible}));
+static_assert(areDisjoint({EveryObject, TemporarilyInvisible, PathObject, NodeCollected,
+                           BendVisible, BendNewVisible}));
 // Drawing edges.
 static_assert(areDisjoint({EveryObject,
                            TemporarilyInvisible,

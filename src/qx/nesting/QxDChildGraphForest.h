@@ -28,8 +28,6 @@ public:
     int actOnExpand(QxDNode* node, QxDGraph* childGraph, int adjustConnectors);
     int actOnCollapse(QxDNode* node, int adjustConnectors);
 
-    void actOnInsertGraphMember(QxGraphMember* member) override;
-    void actOnRemoveGraphMember(QxGraphMember* member) override;
     /// An expanded node is collapsed first.
     void actOnDiscardGraphMember(QxGraphMember* member) override;
 
@@ -37,4 +35,9 @@ protected:
     void vDiscardChildGraphForestEdge(QxChildGraphForestEdge* edge) override;
     QxNode* vNewNode(int type) override;
     QxEdge* vNewEdge(int type) override;
+
+private:
+    friend class QxDChildGraphForestEdge;
+
+    void nestingChanged() const;
 };

@@ -36,14 +36,10 @@ public:
     void discardExpandedNodeExtension();
     /// @}
 
-    /// The edges between graphs in the child graph come into sight, and go out of it.
-    int disconnect() override;
-
 protected:
-    int vConnect() override;
+    void vFollowState() override;
+    void vFollowEnds() override;
 
 private:
-    void visibilityChanged() const;
-
     QxExpandedNodeExtension* m_extension = nullptr;
 };

@@ -4,12 +4,13 @@
 // From graph to graph through the nesting: each nested graph's transform maps its coordinates into
 // those of the graph around it.
 
-#include <vector>
+#include <cstddef>
 
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxDNode.h"
 #include "qx/foundation/graph/QxChildGraphForest.h"
+#include "qx/nesting/internal/NestingMove.h"
 
 namespace {
 
@@ -42,19 +43,51 @@ struct Coefficients {
     }
 };
 
-/// The graphs from `graph` outward whose transforms lead toward `last`, and whether they reach it.
-struct Way {
-    Way(const QxDGraph* graph, const QxDGraph* last) {
-        while (graph != last && graph != nullptr && graph->pNestedWithinGraph() != nullptr) {
-            steps.push_back(graph);
-            graph = graph->pNestedWithinGraph();
-        }
-        reached = graph == last ? 1 : 0;
-    }
+/// The graph whose coordinates those of `graph` are mapped into; null when it is nested nowhere.
+const QxDGraph* outward(const QxDGraph* graph) {
+    return graph->pNestedWithinGraph();
+}
 
-    std::vector<const QxDGraph*> steps;
-    int reached;
-};
+/// Runs `act` with each graph from `graph` outward whose transform leads toward `last`, and tells
+/// whether they reach it.
+template <class Act>
+int climb(const QxDGraph* graph, const QxDGraph* last, const Act& act) {
+    while (graph != last && graph != nullptr) {
+        const QxDGraph* const next = outward(graph);
+        if (next == nullptr) {
+            return 0;
+        }
+        act(*graph);
+        graph = next;
+    }
+    return graph == last ? 1 : 0;
+}
+
+/// The same from `last` inward, outermost first. The way is remembered piece by piece, so that any
+/// depth does without allocation and with little stack.
+template <class Act>
+int descend(const QxDGraph* graph, const QxDGraph* last, const Act& act) {
+    constexpr std::size_t PieceLength = 64;
+    const QxDGraph* piece[PieceLength];
+    std::size_t length = 0;
+    int reached = -1;
+    while (reached < 0) {
+        const QxDGraph* const next = graph != last ? outward(graph) : nullptr;
+        if (next == nullptr) {
+            reached = graph == last ? 1 : 0;
+        } else {
+            piece[length++] = graph;
+            graph = next;
+            if (length == PieceLength) {
+                reached = descend(graph, last, act);
+            }
+        }
+    }
+    while (length > 0) {
+        act(*piece[--length]);
+    }
+    return reached;
+}
 
 }  // namespace
 
@@ -83,12 +116,10 @@ int QxDGraph::isAnchorGraph() const {
 
 int QxDGraph::expandedTransformPoint(const QxDGraph* graph, QxPoint& point) const {
     QxDTuple p = exact(point);
-    const Way way(this, graph);
-    for (const QxDGraph* g : way.steps) {
-        g->m_transform.transformPoint(p, p);
-    }
+    const int reached =
+        climb(this, graph, [&](const QxDGraph& g) { g.m_transform.transformPoint(p, p); });
     point = rounded(p);
-    return way.reached;
+    return reached;
 }
 
 int QxDGraph::expandedTransformRect(const QxDGraph* graph, QxRect& rect) const {
@@ -102,23 +133,19 @@ int QxDGraph::expandedTransformRect(const QxDGraph* graph, QxRect& rect) const {
 
 int QxDGraph::expandedTransformSize(const QxDGraph* graph, QxSize& size) const {
     QxDTuple s(1.0 * size.width(), 1.0 * size.height());
-    const Way way(this, graph);
-    for (const QxDGraph* g : way.steps) {
-        g->m_transform.transformSize(s, s);
-    }
+    const int reached =
+        climb(this, graph, [&](const QxDGraph& g) { g.m_transform.transformSize(s, s); });
     const QxPoint result = rounded(s);
     size.resize(result.x(), result.y());
-    return way.reached;
+    return reached;
 }
 
 int QxDGraph::inverseExpandedTransformPoint(const QxDGraph* graph, QxPoint& point) const {
     QxDTuple p = exact(point);
-    const Way way(this, graph);
-    for (auto g = way.steps.rbegin(); g != way.steps.rend(); ++g) {
-        (*g)->m_transform.inverseTransformPoint(p, p);
-    }
+    const int reached =
+        descend(this, graph, [&](const QxDGraph& g) { g.m_transform.inverseTransformPoint(p, p); });
     point = rounded(p);
-    return way.reached;
+    return reached;
 }
 
 int QxDGraph::inverseExpandedTransformRect(const QxDGraph* graph, QxRect& rect) const {
@@ -132,13 +159,11 @@ int QxDGraph::inverseExpandedTransformRect(const QxDGraph* graph, QxRect& rect) 
 
 int QxDGraph::inverseExpandedTransformSize(const QxDGraph* graph, QxSize& size) const {
     QxDTuple s(1.0 * size.width(), 1.0 * size.height());
-    const Way way(this, graph);
-    for (auto g = way.steps.rbegin(); g != way.steps.rend(); ++g) {
-        (*g)->m_transform.inverseTransformSize(s, s);
-    }
+    const int reached =
+        descend(this, graph, [&](const QxDGraph& g) { g.m_transform.inverseTransformSize(s, s); });
     const QxPoint result = rounded(s);
     size.resize(result.x(), result.y());
-    return way.reached;
+    return reached;
 }
 
 namespace {
@@ -183,10 +208,12 @@ int QxDGraph::inverseExpandedTransformSize(QxSize& size) const {
 
 namespace {
 
-Coefficients climb(const Way& way) {
+/// The whole climb; `reached` (may be null) tells whether it led to `last`.
+Coefficients coefficients(const QxDGraph* graph, const QxDGraph* last, int* reached = nullptr) {
     Coefficients c;
-    for (const QxDGraph* g : way.steps) {
-        c.follow(*g->pTransform());
+    const int arrived = climb(graph, last, [&](const QxDGraph& g) { c.follow(*g.pTransform()); });
+    if (reached != nullptr) {
+        *reached = arrived;
     }
     return c;
 }
@@ -202,17 +229,17 @@ void give(const Coefficients& c, double& offsetX, double& scaleX, double& offset
 
 int QxDGraph::getExpandedTransformCoef(const QxDGraph* graph, double& offsetX, double& scaleX,
                                        double& offsetY, double& scaleY) const {
-    const Way way(this, graph);
-    give(climb(way), offsetX, scaleX, offsetY, scaleY);
-    return way.reached;
+    int reached = 0;
+    give(coefficients(this, graph, &reached), offsetX, scaleX, offsetY, scaleY);
+    return reached;
 }
 
 int QxDGraph::getInverseExpandedTransformCoef(const QxDGraph* graph, double& offsetX,
                                               double& scaleX, double& offsetY,
                                               double& scaleY) const {
-    const Way way(this, graph);
-    give(climb(way).inverse(), offsetX, scaleX, offsetY, scaleY);
-    return way.reached;
+    int reached = 0;
+    give(coefficients(this, graph, &reached).inverse(), offsetX, scaleX, offsetY, scaleY);
+    return reached;
 }
 
 int QxDGraph::getTransformCoef(const QxDGraph* graph, double& offsetX, double& scaleX,
@@ -232,8 +259,8 @@ int QxDGraph::getTransformCoef(const QxDGraph* graph, double& offsetX, double& s
     if (common == nullptr) {
         return 0;
     }
-    Coefficients c = climb(Way(there, common));
-    const Coefficients down = climb(Way(here, common)).inverse();
+    Coefficients c = coefficients(there, common);
+    const Coefficients down = coefficients(here, common).inverse();
     c.offsetX = c.offsetX * down.scaleX + down.offsetX;
     c.offsetY = c.offsetY * down.scaleY + down.offsetY;
     c.scaleX *= down.scaleX;
@@ -265,6 +292,7 @@ int QxDGraph::transformToGraphRect(const QxDGraph* graph, QxRect& rect) const {
 
 void QxDGraph::vUpdateTransform(const QxTransform& transform) {
     if (!(transform == m_transform)) {
+        const qx::internal::NestingMove move(*this);
         m_transform = transform;
     }
     QxDGraphManager* manager = pOwnerGraphManager();

@@ -14,6 +14,7 @@
 #include "qx/drawing/bounds/internal/ExtentTree.h"
 #include "qx/drawing/internal/Extras.h"
 #include "qx/foundation/graph/internal/EachObject.h"
+#include "qx/nesting/internal/MetaEdgeUpkeep.h"
 #include "qx/spatial/internal/IndexUpkeep.h"
 
 namespace qx::internal {
@@ -184,6 +185,7 @@ void Coverage::ownerChanged(QxDNode& node) {
         for (QxDEdge* edge : each<QxDEdge>(*list)) {
             if (edge->intergraphEdge() != 0) {
                 countChanged(*edge);
+                MetaEdgeUpkeep::changed(*edge);
             }
         }
     }

@@ -18,6 +18,7 @@
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/util/internal/Ref.h"
+#include "qx/nesting/internal/MetaEdgeUpkeep.h"
 
 using qx::internal::each;
 
@@ -141,13 +142,20 @@ void QxDGraph::refreshGraphBounds() {
 }
 
 void QxDGraph::letGoOfBounds(const QxRect* reported) {
-    if (--m_boundsHolds == 0 && keepsBounds()) {
+    if (--m_boundsHolds != 0) {
+        return;
+    }
+    if (keepsBounds()) {
         settleBounds(reported);
+    }
+    if (isIntergraph() != 0) {
+        qx::internal::MetaEdgeUpkeep::changeEnded(*this);
     }
 }
 
 bool QxDGraph::keepsBounds() const {
-    return hasFlag(qx::flags::GraphNeedsBounds) != 0 && fileReadRunning() == 0;
+    return hasFlag(qx::flags::GraphNeedsBounds) != 0 && hasFlag(qx::flags::GraphResting) == 0 &&
+           fileReadRunning() == 0;
 }
 
 void QxDGraph::settleBounds(const QxRect* reported) {
@@ -170,13 +178,15 @@ void QxDGraph::settleBounds(const QxRect* reported) {
     }
 }
 
-void QxDGraph::vUpdateBoundingRect(const QxRect& rect, int) {
+void QxDGraph::vUpdateBoundingRect(const QxRect& rect, int fit) {
     if (rect == m_bounds) {
         return;
     }
+    const qx::internal::Ref alive(*this);
     const QxRect old = m_bounds;
     m_bounds = rect;
     qx::internal::Coverage::labelsChanged(*this);  // they stand where the bounds put them
+    refitAround(fit);
     qx::internal::fireDrawingChange(*this, GraphBoundsChanged, [&] {
         return new QxDrawingChangeEventData(this, &old, &m_bounds);
     });

@@ -59,12 +59,17 @@ void QxDNode::updateForDiagramming(const QxRect& rect) {
         if (!(target.size() == iSize())) {
             vResizeAdjustConnectors(target.size());
         }
+        const QxPoint oldCenter = iCenter();
         vMoveTo(target.center());
+        followWithNestedGraph(oldCenter);
     });
+    updateTouchingBits();
 }
 
 void QxDNode::restoreMovedNode() {
+    const QxPoint oldCenter = iCenter();
     moveBack();
+    followWithNestedGraph(oldCenter);
 }
 
 int QxDNode::resize(const QxSize& size, int inOwnGraph) {

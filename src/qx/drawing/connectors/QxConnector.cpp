@@ -24,6 +24,7 @@
 #include "qx/foundation/geometry/QxShape.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/util/QxDebugStream.h"
+#include "qx/nesting/internal/MetaEdgeUpkeep.h"
 
 using qx::internal::Change;
 using qx::internal::ConnectorExtras;
@@ -335,6 +336,7 @@ int QxConnector::specified(int value) {
         Coverage::changed(*this);
         for (const User& user : m_users) {
             Coverage::changed(*user.edge);
+            qx::internal::MetaEdgeUpkeep::changed(*user.edge);
         }
     });
     return value;

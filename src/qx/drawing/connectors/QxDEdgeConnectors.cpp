@@ -15,6 +15,7 @@
 #include "qx/drawing/internal/Extras.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/graph/internal/EachObject.h"
+#include "qx/nesting/internal/MetaEdgeUpkeep.h"
 
 using qx::internal::Change;
 using qx::internal::ConnectorUse;
@@ -77,6 +78,7 @@ void QxDEdge::takeConnector(QxConnector* connector, bool atSource) {
     setFlag(flagOfEnd(atSource), connector != nullptr ? 1 : 0);
     actOnEndObjectChange();
     Coverage::changed(*this);
+    qx::internal::MetaEdgeUpkeep::changed(*this);
 }
 
 QxConnector* QxDEdge::assignConnector(QxConnector* connector, bool atSource) {

@@ -20,11 +20,13 @@
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/util/QxDebugStream.h"
 #include "qx/foundation/util/internal/Ref.h"
+#include "qx/nesting/internal/MetaEdgeUpkeep.h"
 
 using qx::internal::Coverage;
 using qx::internal::EdgeExtras;
 using qx::internal::isBend;
 using qx::internal::LabelPresence;
+using qx::internal::MetaEdgeUpkeep;
 using qx::internal::Ref;
 using qx::internal::Snapshot;
 
@@ -327,7 +329,9 @@ bool QxDEdge::followsEdge(const QxGraphMember& part) const {
 void QxDEdge::actOnChangeOwner(QxOwnedObject* owner, int valid) {
     Coverage::ended(*this);
     LabelPresence::ended(*this);
+    MetaEdgeUpkeep::leaves(*this);
     QxGEdge::actOnChangeOwner(owner, valid);
+    MetaEdgeUpkeep::changed(*this);
     LabelPresence::changed(*this);
     Coverage::changed(*this);
     Coverage::labelsChanged(*this);

@@ -24,6 +24,8 @@ public:
     QxGraph* pGraph() const { return m_graph; }
 
 protected:
+    /// Runs the algorithm on another graph from now on; returns it.
+    QxGraph* pGraph(QxGraph* graph) { return m_graph = graph; }
     void initialize() override;
     /// Destroys the notes about all nodes.
     void finalize() override;

@@ -9,6 +9,7 @@
 #include "qx/foundation/graph/QxGraphMember.h"
 
 class QxEdge;
+class QxFindChilPar;
 
 /// An abstract node: the lists of its incident edges and the hooks through which edges tell it
 /// what happens to them.
@@ -91,6 +92,7 @@ protected:
 
 private:
     friend class QxEdge;
+    friend class QxFindChilPar;
     friend class QxGraph;
 
     /// What most nodes never have: edges that are not connected.

@@ -1,0 +1,55 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+#pragma once
+
+#include <deque>
+
+#include "qx/drawing/QxDGraph.h"
+#include "qx/foundation/util/internal/Ref.h"
+
+namespace qx::internal {
+
+/// Fits expanded nodes to their nested graphs when the bounds of these change.
+///
+/// A fit changes the bounds of the graph around, which asks for the next fit: requests that come
+/// while one is served wait here and are served after it, innermost first, so that nesting depth
+/// costs no stack.
+class Refits {
+public:
+    Refits() = default;
+    Refits(const Refits&) = delete;
+    Refits& operator=(const Refits&) = delete;
+
+    /// The bounds of `graph`, a nested graph, have changed; see QxDNode::fitToNestedGraph.
+    void request(QxDGraph& graph, int keepNodeInPlace);
+
+    /// While it lasts the node around one graph is left as it is: whoever holds it fits it himself.
+    class [[nodiscard]] Hold {
+    public:
+        Hold(Refits& refits, const QxDGraph& graph) : m_refits(refits), m_outer(refits.m_held) {
+            refits.m_held = &graph;
+        }
+        ~Hold() { m_refits.m_held = m_outer; }
+        Hold(const Hold&) = delete;
+        Hold& operator=(const Hold&) = delete;
+
+    private:
+        Refits& m_refits;
+        const QxDGraph* m_outer;
+    };
+
+private:
+    struct Request {
+        Ref<QxDGraph> graph;
+        int keepNodeInPlace;
+    };
+
+    void serve();
+
+    std::deque<Request> m_waiting;
+    const QxDGraph* m_held = nullptr;
+    bool m_isServing = false;
+};
+
+}  // namespace qx::internal
