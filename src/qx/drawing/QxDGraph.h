@@ -33,6 +33,7 @@ class LabelPresence;
 class NestedGraphs;
 class MetaEdgeUpkeep;
 class NestingMove;
+class Unfolding;
 template <class T>
 class Ref;
 enum class Moment : unsigned char;
@@ -622,6 +623,7 @@ private:
     friend class qx::internal::NestedGraphs;
     friend class qx::internal::MetaEdgeUpkeep;
     friend class qx::internal::NestingMove;
+    friend class qx::internal::Unfolding;
 
     /// @name Nesting
     /// @{

@@ -29,9 +29,8 @@ void Collection::sortAsListed(std::vector<QxDEdge*>& edges) {
         const int list = edge->deactivated() != 0 ? 2 : edge->connected() != 0 ? 0 : 1;
         return std::tuple(list, edge->listStamp());
     };
-    std::sort(edges.begin(), edges.end(), [&](const QxDEdge* a, const QxDEdge* b) {
-        return place(a) < place(b);
-    });
+    std::sort(edges.begin(), edges.end(),
+              [&](const QxDEdge* a, const QxDEdge* b) { return place(a) < place(b); });
 }
 
 void Collection::endMarks() {

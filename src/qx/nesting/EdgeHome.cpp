@@ -180,9 +180,9 @@ bool EdgeHome::bring(QxDEdge& edge) {
 void EdgeHome::bringEdgesAt(const Snapshot<QxDNode>& nodes) {
     std::vector<Ref<QxDEdge>> strays;
     for (const QxDNode* node : nodes) {
-        for (const QxEdgeDList* list : {node->pInEdgeList(), node->pOutEdgeList(),
-                                        node->pDisconnectedEdgeList(),
-                                        node->pDeactivatedEdgeList()}) {
+        for (const QxEdgeDList* list :
+             {node->pInEdgeList(), node->pOutEdgeList(), node->pDisconnectedEdgeList(),
+              node->pDeactivatedEdgeList()}) {
             for (QxDEdge* edge : each<QxDEdge>(*list)) {
                 if (EdgeHome(*edge).pQueryGraph() != edge->pOwnerGraph()) {
                     strays.emplace_back(edge);

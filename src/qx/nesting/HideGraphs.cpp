@@ -53,8 +53,7 @@ namespace {
 /// Whether the graph may hide what comes from `shown`.
 bool canHideFor(const QxDGraph& shown, const QxDGraph& graph) {
     return graph.pHideGraph() == nullptr && graph.isHideGraph() == 0 && graph.isIntergraph() == 0 &&
-           graph.isChildGraph() == 0 &&
-           graph.pUnverifiedFactory() == shown.pUnverifiedFactory() &&
+           graph.isChildGraph() == 0 && graph.pUnverifiedFactory() == shown.pUnverifiedFactory() &&
            (graph.pOwnerGraphManager() == nullptr ||
             graph.pOwnerGraphManager() == shown.pOwnerGraphManager());
 }

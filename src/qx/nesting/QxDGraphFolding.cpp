@@ -163,7 +163,8 @@ void Folding::discardStranded() {
     m_collected.forgetLost();
     for (const Ref<QxDEdge>& edge : m_stranded) {
         QxDGraph* const graph = edge->pOwnerGraph();
-        if (graph != nullptr && (edge->pSourceNode() == nullptr || edge->pTargetNode() == nullptr)) {
+        if (graph != nullptr &&
+            (edge->pSourceNode() == nullptr || edge->pTargetNode() == nullptr)) {
             graph->discardEdge(edge.get());
         }
     }

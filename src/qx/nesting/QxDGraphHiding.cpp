@@ -6,8 +6,8 @@
 // Hidden objects move into the hide graph, where edges are disconnected; the bits
 // EdgeReturnsDisconnected and EdgeReturnsDeactivated remember what they were besides connected.
 // Everything is found at the nodes concerned, never by a walk over the graph or the hide graph.
-// Whatever moves, the edges at it end up where EdgeHome puts them, reported or not: so an edge whose
-// ends have been hidden, folded and moved in any order comes back when they do.
+// Whatever moves, the edges at it end up where EdgeHome puts them, reported or not: so an edge
+// whose ends have been hidden, folded and moved in any order comes back when they do.
 
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/bounds/internal/Change.h"

@@ -76,11 +76,10 @@ template <class Suits>
 void Collection::addEdgesAtNodes(const QxDGraph& graph, const Suits& suits) {
     std::vector<QxDEdge*> found;
     for (const QxDNode* node : m_nodes) {
-        for (const QxDList* list :
-             {static_cast<const QxDList*>(node->pInEdgeList()),
-              static_cast<const QxDList*>(node->pOutEdgeList()),
-              static_cast<const QxDList*>(node->pDisconnectedEdgeList()),
-              static_cast<const QxDList*>(node->pDeactivatedEdgeList())}) {
+        for (const QxDList* list : {static_cast<const QxDList*>(node->pInEdgeList()),
+                                    static_cast<const QxDList*>(node->pOutEdgeList()),
+                                    static_cast<const QxDList*>(node->pDisconnectedEdgeList()),
+                                    static_cast<const QxDList*>(node->pDeactivatedEdgeList())}) {
             const QxDListCell* cell = list->pFirstCell();
             for (; cell != nullptr; cell = cell->pNextCell()) {
                 auto* edge = static_cast<QxDEdge*>(cell->pObject());

@@ -35,7 +35,6 @@ private:
     bool becomeFolder();
     void moveEverything();
     void moveHiddenEdge(QxDEdge& edge) const;
-    void settle();
     void discardStranded();
 
     Ref<QxDGraph> m_graph;
@@ -61,26 +60,20 @@ public:
 private:
     void collectEdgesToOutside();
     void collectContents(const QxDGraph& graph);
-    void collectEdgesInside();
-    void notePlace();
+    void centerOnFolder();
+    void shiftEdgesBetween(std::int32_t dx, std::int32_t dy) const;
+    void shift(std::int32_t dx, std::int32_t dy) const;
     void moveHidden();
-    void showHidden();
-    void shiftContents() const;
-    void shiftBendsBetween() const;
     void bringEdgesHome() const;
     void tell() const;
-    bool hasArrived(const QxDGraph* graph) const;
 
     Ref<QxDGraph> m_graph;
     Ref<QxDNode> m_folder;
     Ref<QxDGraph> m_foldGraph;
     bool m_keepsHidden;
     Collection m_collected;
-    std::size_t m_outsideEdges = 0;     ///< how many of the collected edges lead out
-    Snapshot<QxDEdge> m_insideEdges;    ///< those with both ends among the collected nodes
-    Snapshot<QxDEdge> m_betweenInside;  ///< those between graphs, with both ends in what unfolds
-    std::int32_t m_dx = 0;
-    std::int32_t m_dy = 0;
+    std::size_t m_outsideEdges = 0;   ///< how many of the collected edges lead out
+    Snapshot<QxDEdge> m_insideEdges;  ///< those with both ends among the collected nodes
     std::unique_ptr<Hiding> m_unhiding;
     bool m_tellsShown = false;
 };
