@@ -21,10 +21,12 @@ class QxDisconnectedPathIter;
 class QxPNode;
 
 namespace qx::internal {
+class Collection;
 class Coverage;
 struct IndexSlot;
 class IndexUpkeep;
 class LabelPresence;
+class MovingEdge;
 template <class T>
 class Ref;
 struct ConnectorUse;
@@ -74,6 +76,8 @@ public:
     /// Exchanges the ends and the order of the bends, which stay in place. 0 without two ends.
     int reverse() override;
     void nullEndNodes() override;
+    /// An edge that was disconnected when it was hidden comes back so.
+    int canConnect(const QxNode* node) const override;
     /// Removes what the edge contains: its bends and labels.
     void emptyTopology() override;
     /// Gives the edge copies of the bends of `source` in place of its own, copies of its labels,
@@ -378,11 +382,13 @@ private:
     friend class QxPEdge;
     friend class QxPNode;
     friend class QxLabelOwnerOf<QxDEdge, QxEdgeLabel>;
+    friend class qx::internal::Collection;
     friend class qx::internal::Coverage;
     friend struct qx::internal::IndexSlot;
     friend class qx::internal::IndexUpkeep;
     friend class QxQTree;
     friend class qx::internal::LabelPresence;
+    friend class qx::internal::MovingEdge;
 
     /// The farthest corner stands for a point that is not known; one that really lies there is
     /// computed every time.

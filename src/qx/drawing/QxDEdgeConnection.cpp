@@ -112,6 +112,14 @@ void QxDEdge::nullEndNodes() {
     MetaEdgeUpkeep::changed(*this);
 }
 
+int QxDEdge::canConnect(const QxNode* node) const {
+    const std::uint32_t comesBackDisconnected =
+        qx::flags::EdgeBeingInserted | qx::flags::EdgeReturnsDisconnected;
+    return (flagWord() & comesBackDisconnected) == comesBackDisconnected
+               ? 0
+               : QxGEdge::canConnect(node);
+}
+
 void QxDEdge::emptyTopology() {
     Change::run(*this, [&] {
         discardAllBends();

@@ -34,6 +34,7 @@ QxDGraph::QxDGraph(const QxDGraph& source, QxDeepFlagEnum depth)
 }
 
 QxDGraph::~QxDGraph() {
+    partFromHideLink();
     discardQuadTree();
     needsUpdateGraphBounds(0);
     QxDGraph::emptyTopology();
@@ -251,5 +252,6 @@ void QxDGraph::actOnDiscard() {
     discardQuadTree();
     initDiagramming();
     emptyTopology();
+    partFromHideLink();
     QxGraph::actOnDiscard();
 }

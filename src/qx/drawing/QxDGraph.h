@@ -25,6 +25,7 @@ class QxQTree;
 namespace qx::internal {
 class BoundsHold;
 class Coverage;
+class EdgeHome;
 class ExtentTree;
 class Folding;
 class Hiding;
@@ -32,6 +33,7 @@ class LabelPresence;
 class NestedGraphs;
 class MetaEdgeUpkeep;
 class NestingMove;
+class Unfolding;
 template <class T>
 class Ref;
 enum class Moment : unsigned char;
@@ -586,7 +588,9 @@ protected:
     QxEdge* vNewEdge(int type) override;
     QxNode* vInsertNode(QxNode* node) override;
     QxNode* vRemoveNode(QxNode* node) override;
+    /// The last hidden object that is discarded takes its hide graph along.
     int vDiscardNode(QxNode* node) override;
+    int vDiscardEdge(QxEdge* edge) override;
     QxEdge* vInsertEdge(QxEdge* edge, QxNode* source, QxNode* target) override;
     QxEdge* vRemoveEdge(QxEdge* edge) override;
     /// The steps behind the operations for labels of the graph.
@@ -613,11 +617,13 @@ private:
     friend class QxLabelOwnerOf<QxDGraph, QxGraphLabel>;
     friend class qx::internal::Coverage;
     friend class qx::internal::LabelPresence;
+    friend class qx::internal::EdgeHome;
     friend class qx::internal::Folding;
     friend class qx::internal::Hiding;
     friend class qx::internal::NestedGraphs;
     friend class qx::internal::MetaEdgeUpkeep;
     friend class qx::internal::NestingMove;
+    friend class qx::internal::Unfolding;
 
     /// @name Nesting
     /// @{
@@ -633,7 +639,11 @@ private:
     QxDGraph* pNewHideGraph();
     /// Forgets the link to the hide graph (of a hide graph: to what it hides from), both ways.
     void endHideLink();
-    void discardIncidentHiddenEdges(QxDNode* node);
+    /// Discards this graph, without a word to listeners, when it is a hide graph that holds nothing
+    /// any more.
+    void discardEmptyHideGraph();
+    /// The graph goes: its hide graph goes with it, or the graph that it hides from forgets it.
+    void partFromHideLink();
     /// @}
     /// For update records: clears the index's needsUpdate, returns whether it was set; sets it
     /// again.

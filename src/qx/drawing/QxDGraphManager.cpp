@@ -111,18 +111,30 @@ QxGraph* QxDGraphManager::vInsertGraph(QxGraph* graph) {
         return nullptr;
     }
     const qx::internal::Ref alive(*graph);
+    QxDGraph* const shown = static_cast<QxDGraph*>(graph)->pHideFromGraph();
+    if (shown != nullptr && shown->pOwnerGraphManager() == nullptr) {
+        insertGraph(shown);  // which takes this one along
+        return graph->pOwnerGraphManager() == this ? graph : nullptr;
+    }
     const MetaEdgeHold held(this, MetaEdgeHold::KeepsArrivals);
     auto* inserted = static_cast<QxDGraph*>(QxGraphManager::vInsertGraph(graph));
-    if (inserted != nullptr && inserted->pOwnerGraphManager() == this) {
+    const auto isHere = [&] {
+        return inserted != nullptr && inserted->pOwnerGraphManager() == this &&
+               inserted->isHideGraph() == 0;
+    };
+    if (isHere()) {
         MetaEdgeUpkeep::came(*inserted);
-        if (numberOfGraphs() == 1) {
-            showAnchor(inserted);
-        }
-        if (inserted->pOwnerGraphManager() == this) {
-            // Outside a manager raw moves may have left the bounds behind.
-            inserted->disableGraphBounds(1, 0);
-            inserted->disableGraphBounds(0, 0);
-        }
+    }
+    if (isHere() && numberOfGraphs() == 1) {
+        showAnchor(inserted);
+    }
+    if (isHere()) {
+        // Outside a manager raw moves may have left the bounds behind.
+        inserted->disableGraphBounds(1, 0);
+        inserted->disableGraphBounds(0, 0);
+    }
+    if (isHere()) {
+        insertHideGraphOf(*inserted);
     }
     return inserted;
 }
@@ -131,13 +143,23 @@ QxGraph* QxDGraphManager::vRemoveGraph(QxGraph* graph) {
     if (graph == nullptr || graph == pQueryIntergraph() || graph->pOwnerGraphManager() != this) {
         return nullptr;
     }
-    const qx::internal::Ref alive(*graph);
+    auto& drawn = static_cast<QxDGraph&>(*graph);
+    const qx::internal::Ref alive(drawn);
     const MetaEdgeHold held(this);
+    if (QxDGraph* const shown = partnerHere(drawn)) {
+        removeGraph(shown);  // which takes this one along
+        return drawn.ownerValid() == 0 ? &drawn : nullptr;
+    }
+    bringHiddenEdgesHome(drawn);
     if (graph == m_anchor) {
         showAnchor(pFindNewAnchorGraph());
     }
     MetaEdgeUpkeep::leaves(*static_cast<QxDGraph*>(graph));
     QxGraph* const removed = QxGraphManager::vRemoveGraph(graph);
+    if (removed != nullptr) {
+        forgetFormerAnchor(drawn);
+        removeHideGraphOf(drawn);
+    }
     if (removed != nullptr && removed == m_anchor) {
         showAnchor(pFirstGraph());  // a listener had made it the anchor graph again
     }
@@ -148,6 +170,16 @@ QxGraph* QxDGraphManager::vRemoveGraph(QxGraph* graph) {
 }
 
 int QxDGraphManager::vDiscardGraph(QxGraph* graph) {
+    if (graph == nullptr || graph == pQueryIntergraph() || graph->pOwnerGraphManager() != this) {
+        return 0;
+    }
+    const auto& drawn = static_cast<const QxDGraph&>(*graph);
+    const qx::internal::Ref alive(drawn);
+    if (QxDGraph* const shown = partnerHere(drawn)) {
+        discardGraph(shown);
+        return drawn.pOwnerGraphManager() != this ? 1 : 0;
+    }
+    discardHideGraphOf(drawn);
     return QxGraphManager::vDiscardGraph(graph);
 }
 

@@ -45,8 +45,10 @@ QxNode* QxDGraph::vRemoveNode(QxNode* node) {
 }
 
 int QxDGraph::vDiscardNode(QxNode* node) {
+    const qx::internal::Ref alive(*this);
     int discarded = 0;
     Change::inGraph(*this, [&] { discarded = QxGraph::vDiscardNode(node); });
+    discardEmptyHideGraph();
     return discarded;
 }
 
@@ -71,7 +73,15 @@ QxEdge* QxDGraph::vRemoveEdge(QxEdge* edge) {
         removed = QxGraph::vRemoveEdge(edge);
         static_cast<QxDEdge*>(edge)->updatePathOwnership();
     });
+    edge->setFlag(qx::flags::EdgeReturnsDisconnected | qx::flags::EdgeReturnsDeactivated, 0);
     return removed;
+}
+
+int QxDGraph::vDiscardEdge(QxEdge* edge) {
+    const qx::internal::Ref alive(*this);
+    const int discarded = QxGraph::vDiscardEdge(edge);
+    discardEmptyHideGraph();
+    return discarded;
 }
 
 // Segments tell the graph what happens to them as edges do; what they cover, the bends tell.

@@ -18,6 +18,7 @@ class QxShape;
 class QxShapeResource;
 
 namespace qx::internal {
+class Collection;
 class Coverage;
 struct IndexSlot;
 template <class T>
@@ -329,7 +330,8 @@ public:
     QxDNode* pNearestCollapsedNode(const QxDGraph* graph);
     /// @}
 
-    /// @name Neighbourhoods (nesting/QxDNodeNeighbours.cpp)
+    /// @name Neighbourhoods (nesting/QxDNodeNeighbours.cpp; those that hide and fold them:
+    /// nesting/QxDNodeHiding.cpp)
     /// Successors (children), predecessors (parents), or both, up to `depth` steps away; -2: all
     /// that can be reached. Edges between graphs are not followed; the node itself is never among
     /// the results. Result lists may be null; the given ones are emptied first.
@@ -461,6 +463,7 @@ private:
     friend class QxDGraph;
     friend class QxDGraphManager;
     friend class QxLabelOwnerOf<QxDNode, QxNodeLabel>;
+    friend class qx::internal::Collection;
     friend class qx::internal::Coverage;
     friend struct qx::internal::IndexSlot;
 

@@ -47,8 +47,9 @@ inline constexpr std::uint32_t EdgeIsTracked = 0x100000;   ///< extents or index
 inline constexpr std::uint32_t EdgePathImplied = 0x80000;  ///< straight, its segment not made yet
 inline constexpr std::uint32_t EdgeHasLabels = 0x10000000;
 inline constexpr std::uint32_t EdgeCollected = 0x01000000;  ///< while a list of edges is collected
-/// Disconnected by hiding or folding, not by a client; connected again when its ends are there.
-inline constexpr std::uint32_t EdgeWaitsForEnds = 0x02000000;
+/// What a hidden edge is when it shows again; connected with neither.
+inline constexpr std::uint32_t EdgeReturnsDisconnected = 0x02000000;
+inline constexpr std::uint32_t EdgeReturnsDeactivated = 0x40;
 
 // Connectors, which are never left out while something is rearranged.
 inline constexpr std::uint32_t ConnectorRescaled = 0x8;  ///< calculated, a resize scaled its offset
@@ -127,7 +128,8 @@ static_assert(areDisjoint({EveryObject,
                            EdgeIsTracked,
                            EdgeHasLabels,
                            EdgeCollected,
-                           EdgeWaitsForEnds,
+                           EdgeReturnsDisconnected,
+                           EdgeReturnsDeactivated,
                            Status}));
 // Segments.
 static_assert(areDisjoint({EveryObject, TemporarilyInvisible, PathObject, EdgeConnected,
