@@ -14,8 +14,11 @@
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/util/QxDebugStream.h"
 #include "qx/foundation/util/internal/Ref.h"
+#include "qx/nesting/internal/MetaEdgeUpkeep.h"
 
 using qx::internal::each;
+using qx::internal::MetaEdgeHold;
+using qx::internal::MetaEdgeUpkeep;
 using qx::internal::Snapshot;
 
 QxDGraphManager::QxDGraphManager(QxOwnedObject* owner, int, QxFactory*) : QxGraphManager(owner) {
@@ -34,6 +37,7 @@ QxDGraphManager::QxDGraphManager(const QxDGraphManager& source, QxDeepFlagEnum d
 
 QxDGraphManager::~QxDGraphManager() {
     m_anchor = nullptr;
+    updatesMetaEdges(0);
     QxDGraphManager::emptyTopology();
     qx::internal::endEventSource(*this);
 }
@@ -112,11 +116,15 @@ QxGraph* QxDGraphManager::vInsertGraph(QxGraph* graph) {
         insertGraph(shown);  // which takes this one along
         return graph->pOwnerGraphManager() == this ? graph : nullptr;
     }
+    const MetaEdgeHold held(this, MetaEdgeHold::KeepsArrivals);
     auto* inserted = static_cast<QxDGraph*>(QxGraphManager::vInsertGraph(graph));
     const auto isHere = [&] {
         return inserted != nullptr && inserted->pOwnerGraphManager() == this &&
                inserted->isHideGraph() == 0;
     };
+    if (isHere()) {
+        MetaEdgeUpkeep::came(*inserted);
+    }
     if (isHere() && numberOfGraphs() == 1) {
         showAnchor(inserted);
     }
@@ -137,6 +145,7 @@ QxGraph* QxDGraphManager::vRemoveGraph(QxGraph* graph) {
     }
     auto& drawn = static_cast<QxDGraph&>(*graph);
     const qx::internal::Ref alive(drawn);
+    const MetaEdgeHold held(this);
     if (QxDGraph* const shown = partnerHere(drawn)) {
         removeGraph(shown);  // which takes this one along
         return drawn.ownerValid() == 0 ? &drawn : nullptr;
@@ -145,12 +154,17 @@ QxGraph* QxDGraphManager::vRemoveGraph(QxGraph* graph) {
     if (graph == m_anchor) {
         showAnchor(pFindNewAnchorGraph());
     }
+    MetaEdgeUpkeep::leaves(*static_cast<QxDGraph*>(graph));
     QxGraph* const removed = QxGraphManager::vRemoveGraph(graph);
     if (removed != nullptr) {
+        forgetFormerAnchor(drawn);
         removeHideGraphOf(drawn);
     }
     if (removed != nullptr && removed == m_anchor) {
         showAnchor(pFirstGraph());  // a listener had made it the anchor graph again
+    }
+    if (removed == nullptr && graph->pOwnerGraphManager() == this) {
+        MetaEdgeUpkeep::came(*static_cast<QxDGraph*>(graph));  // it stays
     }
     return removed;
 }
@@ -176,6 +190,10 @@ int QxDGraphManager::vTransferTopology(QxGraphManager* manager) {
         return 0;
     }
     const qx::internal::Ref<QxDGraph> anchor(other->m_anchor);
+    const MetaEdgeHold othersHeld(other);
+    const MetaEdgeHold held(this);
+    MetaEdgeUpkeep::everythingChanged(*other);
+    MetaEdgeUpkeep::everythingChanged(*this);
     if (QxGraphManager::vTransferTopology(other) == 0) {
         return 0;
     }
@@ -190,6 +208,8 @@ void QxDGraphManager::copyGraphManager(const QxGraphManager* source, int deep) {
         return;
     }
     const auto* other = static_cast<const QxDGraphManager*>(source);
+    const MetaEdgeHold held(this);
+    MetaEdgeUpkeep::everythingChanged(*this);
     compressMetaEdges(other->compressMetaEdges());
     reflexiveMetaEdgeReplacement(other->reflexiveMetaEdgeReplacement());
     ignoreConnectorsForMetaEdges(other->ignoreConnectorsForMetaEdges());
@@ -205,6 +225,7 @@ void QxDGraphManager::copyGraphManager(const QxGraphManager* source, int deep) {
         }
     }
     showAnchor(anchor != nullptr ? anchor : pFirstGraph());
+    updatesMetaEdges(other->updatesMetaEdges());
 }
 
 void QxDGraphManager::duplicateNesting(const QxGraphManager* source) {
@@ -228,6 +249,8 @@ void QxDGraphManager::duplicateNesting(const QxGraphManager* source) {
 }
 
 void QxDGraphManager::emptyTopology() {
+    const MetaEdgeHold held(this);
+    MetaEdgeUpkeep::everythingChanged(*this);
     QxGraphManager::emptyTopology();
     m_anchor = nullptr;
 }

@@ -242,6 +242,9 @@ private:
     /// The same with the connectors that it is to be attached to.
     QxDEdge* addMetaEdge(const qx::internal::MetaEnds& ends, int type);
     void translateIntergraphCoordinates(QxDGraph* newAnchor);
+    void forgetFormerAnchor(const QxDGraph& graph);
+    /// Brings the bounds of the visible graphs that keep them up to date, inner graphs first.
+    void refreshShownBounds();
     /// @name A graph and its hide graph come and go together (nesting/HideGraphs.cpp)
     /// @{
     /// What a hide graph of this manager hides from, when that is listed here; else null.

@@ -86,7 +86,7 @@ QxExpandedNodeExtension* QxDChildGraphForestEdge::allocateExpandedNodeExtension(
         manager != nullptr ? static_cast<QxFactory*>(manager->pUnverifiedFactory()) : nullptr;
     if (factory != nullptr) {
         m_extension = factory->qxNewExpandedNodeExtension(pNode(), manager);
-        forest->nestingChanged();
+        forest->nestingChanged(*this);
     }
     return m_extension;
 }
@@ -96,14 +96,14 @@ void QxDChildGraphForestEdge::discardExpandedNodeExtension() {
         m_extension->vRelease();
         m_extension = nullptr;
         if (const QxDChildGraphForest* forest = pOwnerGraph()) {
-            forest->nestingChanged();
+            forest->nestingChanged(*this);
         }
     }
 }
 
 void QxDChildGraphForestEdge::vFollowState() {
     if (const QxDChildGraphForest* forest = pOwnerGraph()) {
-        forest->nestingChanged();
+        forest->nestingChanged(*this);
     }
 }
 
@@ -129,8 +129,9 @@ QxDGraphManager* QxDChildGraphForest::pGraphManager() const {
     return static_cast<QxDGraphManager*>(QxChildGraphForest::pGraphManager());
 }
 
-void QxDChildGraphForest::nestingChanged() const {
+void QxDChildGraphForest::nestingChanged(const QxDChildGraphForestEdge& relation) const {
     pGraphManager()->nestingChanged();
+    qx::internal::MetaEdgeUpkeep::nestingChanged(relation.pChildGraph());
 }
 
 namespace {

@@ -5,6 +5,7 @@
 
 #include "qx/foundation/graph/QxChildGraphForest.h"
 
+class QxDChildGraphForestEdge;
 class QxDChildGraphForestNode;
 class QxDGraph;
 class QxDGraphManager;
@@ -39,5 +40,5 @@ protected:
 private:
     friend class QxDChildGraphForestEdge;
 
-    void nestingChanged() const;
+    void nestingChanged(const QxDChildGraphForestEdge& relation) const;
 };

@@ -103,6 +103,7 @@ int QxDGraphManager::containsFoldGraphs() const {
 // --- Expanding and collapsing everything
 
 void QxDGraphManager::expandAll() {
+    const qx::internal::MetaEdgeHold held(this);
     for (const auto* relation :
          Snapshot<QxDChildGraphForestEdge>(pChildGraphForest()->pEdgeList())) {
         QxDNode* node = relation->pNode();
@@ -113,6 +114,7 @@ void QxDGraphManager::expandAll() {
 }
 
 void QxDGraphManager::collapseAll() {
+    const qx::internal::MetaEdgeHold held(this);
     for (const auto* relation :
          Snapshot<QxDChildGraphForestEdge>(pChildGraphForest()->pEdgeList())) {
         QxDNode* node = relation->pNode();
@@ -139,6 +141,7 @@ Snapshot<QxDGraph> withAllChildGraphs(QxDGraph* graph) {
 }  // namespace
 
 void QxDGraphManager::expandAll(QxDGraph* startGraph) {
+    const qx::internal::MetaEdgeHold held(this);
     if (startGraph != nullptr && startGraph->pOwnerGraphManager() == this) {
         for (QxDGraph* graph : withAllChildGraphs(startGraph)) {
             graph->expandAll();
@@ -147,6 +150,7 @@ void QxDGraphManager::expandAll(QxDGraph* startGraph) {
 }
 
 void QxDGraphManager::collapseAll(QxDGraph* startGraph) {
+    const qx::internal::MetaEdgeHold held(this);
     if (startGraph != nullptr && startGraph->pOwnerGraphManager() == this) {
         for (QxDGraph* graph : withAllChildGraphs(startGraph)) {
             graph->collapseAll();
@@ -154,23 +158,40 @@ void QxDGraphManager::collapseAll(QxDGraph* startGraph) {
     }
 }
 
-void QxDGraphManager::calculateGraphBounds() {
+namespace {
+
+/// The edges between graphs last, the anchor graph before them, inner graphs before outer ones.
+Snapshot<QxDGraph> shownInnerFirst(const QxDGraphManager& manager) {
     QxDGraphDList outerFirst;
-    if (QxDGraph* between = pQueryIntergraph()) {
+    if (QxDGraph* between = manager.pQueryIntergraph()) {
         outerFirst.appendGraph(between);
     }
-    if (m_anchor != nullptr) {
-        outerFirst.appendGraph(m_anchor);
-        m_anchor->buildAllNestedGraphList(outerFirst);
+    if (QxDGraph* anchor = manager.pAnchorGraph()) {
+        outerFirst.appendGraph(anchor);
+        anchor->buildAllNestedGraphList(outerFirst);
     }
     QxDGraphDList innerFirst;
     for (QxDListCell* cell = outerFirst.pLastCell(); cell != nullptr;
          cell = cell->pPreviousCell()) {
         innerFirst.appendObject(cell->pObject());
     }
-    for (QxDGraph* graph : Snapshot<QxDGraph>(&innerFirst)) {
+    return Snapshot<QxDGraph>(&innerFirst);
+}
+
+}  // namespace
+
+void QxDGraphManager::calculateGraphBounds() {
+    for (QxDGraph* graph : shownInnerFirst(*this)) {
         if (graph->pOwnerGraphManager() == this) {
             graph->calculateGraphBounds(0);
+        }
+    }
+}
+
+void QxDGraphManager::refreshShownBounds() {
+    for (QxDGraph* graph : shownInnerFirst(*this)) {
+        if (graph->pOwnerGraphManager() == this) {
+            graph->refreshGraphBounds();
         }
     }
 }
@@ -209,7 +230,9 @@ void QxDGraphManager::showAnchor(QxDGraph* graph) {
     if (old != nullptr && old != graph && old->pOwnerGraphManager() == this) {
         old->disableNestingGraphBoundsAndQuadTree(1, 0);
     }
-    if (graph != nullptr && m_anchor == graph) {
+    if (old == nullptr && graph != nullptr && graph->hasFlag(qx::flags::GraphResting) == 0) {
+        refreshShownBounds();  // a first graph, or a copy of a drawing: nothing was out of sight
+    } else if (graph != nullptr && m_anchor == graph) {
         graph->disableNestingGraphBoundsAndQuadTree(0, 0);
     }
     if (between) {
@@ -251,6 +274,12 @@ void QxDGraphManager::translateIntergraphCoordinates(QxDGraph* newAnchor) {
             bend->ntMoveTo(qx::floorHalfUp(p.x() * scaleX + offsetX),
                            qx::floorHalfUp(p.y() * scaleY + offsetY));
         }
+    }
+}
+
+void QxDGraphManager::forgetFormerAnchor(const QxDGraph& graph) {
+    if (pQueryExtras() != nullptr && managerExtras().formerAnchor == &graph) {
+        managerExtras().formerAnchor = nullptr;
     }
 }
 

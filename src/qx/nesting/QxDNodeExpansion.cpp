@@ -12,8 +12,10 @@
 #include "qx/nesting/QxDChildGraphForestEdge.h"
 #include "qx/nesting/QxExpandedNodeExtension.h"
 #include "qx/nesting/internal/Complexity.h"
+#include "qx/nesting/internal/MetaEdgeUpkeep.h"
 
 using qx::internal::Change;
+using qx::internal::MetaEdgeHold;
 using qx::internal::Ref;
 using qx::internal::Silence;
 
@@ -45,6 +47,8 @@ QxDGraph* QxDNode::pChildGraph() const {
 }
 
 QxDGraph* QxDNode::pChildGraph(QxDGraph* graph) {
+    const QxDGraph* const around = pOwnerGraph();
+    const MetaEdgeHold held(around != nullptr ? around->pOwnerGraphManager() : nullptr);
     return static_cast<QxDGraph*>(QxGraphMember::pChildGraph(graph));
 }
 
@@ -62,6 +66,7 @@ int QxDNode::expand() {
         return 0;
     }
     const Ref alive(*this);
+    const MetaEdgeHold held(*pOwnerGraph());
     const Ref child(*pChildGraph());
     bool isDone = false;
     {
@@ -104,6 +109,7 @@ int QxDNode::collapse() {
     }
     const Ref alive(*this);
     const Ref child(*pNestedGraph());
+    const MetaEdgeHold held(*child);
     bool isDone = false;
     {
         const Silence silent(*this);
