@@ -53,8 +53,18 @@ int QxDGraph::vDiscardNode(QxNode* node) {
 }
 
 QxEdge* QxDGraph::vInsertEdge(QxEdge* edge, QxNode* source, QxNode* target) {
+    using qx::internal::Ref;
+    const Ref<QxDEdge> alive(static_cast<QxDEdge*>(edge));
+    const Ref<QxDGraph> former(
+        alive ? static_cast<QxDGraph*>(edge->pUnverifiedOwnerGraph()) : nullptr);
     QxEdge* inserted = nullptr;
-    Change::inGraph(*this, [&] { inserted = QxGraph::vInsertEdge(edge, source, target); });
+    Change::inGraph(*this, [&] {
+        inserted = QxGraph::vInsertEdge(edge, source, target);
+        QxDGraphManager* const manager = inserted != nullptr ? pOwnerGraphManager() : nullptr;
+        if (manager != nullptr && former && former.get() != this) {
+            manager->convertEdgeFromOldOwnerGraph(alive.get(), former.get());
+        }
+    });
     return inserted;
 }
 
@@ -68,12 +78,13 @@ QxEdge* QxDGraph::vRemoveEdge(QxEdge* edge) {
         return nullptr;
     }
     QxEdge* removed = nullptr;
-    const qx::internal::Ref alive(*edge);
+    auto& drawn = static_cast<QxDEdge&>(*edge);
+    const qx::internal::Ref alive(drawn);
     Change::inGraph(*this, [&] {
         removed = QxGraph::vRemoveEdge(edge);
-        static_cast<QxDEdge*>(edge)->updatePathOwnership();
+        drawn.updatePathOwnership();
     });
-    edge->setFlag(qx::flags::EdgeReturnsDisconnected | qx::flags::EdgeReturnsDeactivated, 0);
+    drawn.setFlag(qx::flags::EdgeReturnsDisconnected | qx::flags::EdgeReturnsDeactivated, 0);
     return removed;
 }
 
