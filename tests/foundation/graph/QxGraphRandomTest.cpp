@@ -17,42 +17,32 @@ namespace {
 
 using namespace qxtest;
 
-class RandomWorld {
+class RandomWorld : public TopologyDriver {
 public:
-    explicit RandomWorld(std::uint32_t seed) : m_random(seed) {
+    explicit RandomWorld(std::uint32_t seed) : TopologyDriver(seed) {
         m_home.pEventManager()->addGraphChangeListener(&m_home, &m_follower);
         for (GraphFactory* factory : {&m_home, &m_home, &m_home, &m_foreign}) {
-            m_managers.emplace_back(factory->newManager());
-            m_driver.populate(m_model.addManager(m_managers.back().get(), factory));
+            addManager(factory->newManager(), factory);
         }
     }
-
-    /// The objects go in random order, each owner before or after what it owned.
-    ~RandomWorld() {
-        std::vector<QxObject*> owned = m_driver.detachedObjects();
-        for (auto& manager : m_managers) {
-            owned.push_back(manager.release());
-        }
-        while (!owned.empty()) {
-            const auto at = owned.begin() + m_random.below(static_cast<int>(owned.size()));
-            (*at)->vRelease();
-            owned.erase(at);
-        }
-    }
+    ~RandomWorld() override { releaseAll(); }
 
     /// Runs one operation; answers what went wrong, or nothing.
     std::string step() {
-        std::string wrong = m_driver.step();
-        wrong = wrong.empty() ? m_model.difference() : wrong;
+        const int kind = m_random.below(100);
+        kind < 30   ? stepNode()
+        : kind < 62 ? stepEdge()
+        : kind < 88 ? stepState()
+        : kind < 94 ? stepNesting()
+                    : stepGraph();
+        std::string wrong = m_complaint.empty() ? m_model.difference() : m_complaint;
         wrong = wrong.empty() ? m_follower.difference(m_model, m_home) : wrong;
         return wrong.empty() && m_random.chance(2) ? copyDifference() : wrong;
     }
 
-    const std::deque<std::string>& lastSteps() const { return m_driver.lastSteps(); }
-
 private:
     std::string copyDifference() {
-        QxGraphManager& source = *m_managers[0];
+        QxGraphManager& source = *m_model.managers().front()->object;
         const std::string wanted = describe(source);
         const Ref<QxGraphManager> copy(m_home.newManager());
         copy->addGraph(0)->addNode(0);
@@ -68,11 +58,7 @@ private:
 
     GraphFactory m_home;
     GraphFactory m_foreign;
-    TestRandom m_random;
-    GraphModel m_model;
-    TopologyDriver m_driver{m_model, m_random, m_home};
     GraphFollower m_follower;
-    std::vector<Ref<QxGraphManager>> m_managers;
 };
 
 /// Lets somebody in at every hook.
