@@ -104,8 +104,8 @@ void TopologyDriver::insertEdge(ModelEdge& edge) {
                node.graph->manager == source.graph->manager;
     };
     const bool close = source.graph != nullptr && m_random.chance(40);
-    ModelNode& target = close ? *m_random.pick(source.graph->nodes)
-                              : mostly(m_model.nodes(), canConnect);
+    ModelNode& target =
+        close ? *m_random.pick(source.graph->nodes) : mostly(m_model.nodes(), canConnect);
     ModelManager& manager = source.graph != nullptr && source.graph->manager != nullptr
                                 ? *source.graph->manager
                                 : anyManager();

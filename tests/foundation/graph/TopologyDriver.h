@@ -10,8 +10,8 @@
 
 namespace qxtest {
 
-/// Random operations on the topology, legal and illegal, done to real objects and then to a model of
-/// them. Worlds of any layer drive theirs by it, for it calls what all layers have.
+/// Random operations on the topology, legal and illegal, done to real objects and then to a model
+/// of them. Worlds of any layer drive theirs by it, for it calls what all layers have.
 class TopologyDriver {
 public:
     explicit TopologyDriver(std::uint32_t seed) : m_random(seed) {}
