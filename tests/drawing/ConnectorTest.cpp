@@ -23,18 +23,6 @@ protected:
     QxDEdge* edge = drawing.edge;
 };
 
-TEST_F(Connector, BeyondASideItKeepsItsDistanceAndWithinItsProportion) {
-    QxConnector* connector = node->addConnector(0, 0, 0, 0, 1, 0);
-    EXPECT_EQ(connector->moveTo(20, 5, 1), 1);
-    EXPECT_EQ(connector->perMilX(), 1000);
-    EXPECT_EQ(connector->ntOffset(), QxSize(10, 0));
-    node->resize(100, 40, 1);
-    EXPECT_EQ(connector->ntCenter(), QxPoint(60, 10));
-    drawing.events.take();
-    EXPECT_EQ(connector->moveTo(60, 10, 1), 1);
-    EXPECT_EQ(drawing.events.takeTypes(), Types{}) << "it is there already";
-}
-
 TEST_F(Connector, TheEdgeIsCutOffAtItsOutlineWhateverWasAsked) {
     QxConnector* connector = node->addConnector(0, 1000, 0, 0, 1, 0);
     connector->resize(20, 20, 1);

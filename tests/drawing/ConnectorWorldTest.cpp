@@ -168,7 +168,7 @@ private:
             for (const int axis : {0, 1}) {
                 const int offset = pin.offset[axis];
                 const double half = halfOf(before[axis], offset);
-                if (pin.node == node && !pin.specified && half > 0 && isUsedInGraph(pin)) {
+                if (pin.node == node && !pin.specified && half > 0 && isUsedInGraph(*pin.real)) {
                     const double scaled = offset * halfOf(size[axis], offset) / half;
                     const int rounded = static_cast<int>(std::floor(scaled + 0.5));
                     pin.offset[axis] = rounded != 0 ? rounded : offset;
@@ -274,21 +274,10 @@ private:
                          static_cast<Pin*>(nullptr));
         }
     }
-    bool isUsedInGraph(const Pin& pin) {
-        return std::any_of(lines.begin(), lines.end(), [&](const Line& line) {
-            return line.uses(pin) && line.real->connected() != 0 &&
-                   line.real->intergraphEdge() == 0;
-        });
-    }
     std::string coverDifference() {
         for (QxDGraph* graph : {drawing.graph, second}) {
             QxRect all;
-            bool any = walkBounds(*graph, all);
-            for (const Pin& pin : pins) {
-                if (pin.node->pOwnerGraph() == graph && (pin.specified || isUsedInGraph(pin))) {
-                    all |= QxRect(placeOf(pin), pin.specified ? pin.real->ntSize() : QxSize());
-                }
-            }
+            const bool any = walkBounds(*graph, all);
             QxRect kept;
             if (graph->calculateGraphBounds(kept) != (any ? 1 : 0) ||
                 (any && boxOf(kept) != boxOf(all)) ||

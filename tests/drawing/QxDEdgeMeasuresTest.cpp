@@ -136,21 +136,4 @@ TEST_F(QxDEdgeExtremes, APathAcrossTheWholeRange) {
     EXPECT_EQ(boundsOf(drawing.graph), (Box{Min, Min, Max, Max}));
 }
 
-TEST_F(QxDEdgeExtremes, ManySegmentsAcrossTheWholeRange) {
-    // Four segments of 2^32 - 1.
-    reroute(edge, {{Max, Min}, {Min, Min}, {Max, Min}});
-    EXPECT_EQ(edge->ntEdgeLength(), Max);
-    EXPECT_EQ(along(250), (Place{Max, Min}));
-    const Place middle = along(500);
-    EXPECT_EQ(middle, (Place{Min, Min}));
-    EXPECT_NEAR(along(125)[0], 0, Thousandth);
-    EXPECT_NEAR(along(875)[1], 0, Thousandth);
-    EXPECT_EQ(along(1000), (Place{Max, Max}));
-    const auto [nearest, distance] = project(Max, 1000);
-    EXPECT_EQ(nearest, (Place{Max, 1000}));
-    EXPECT_EQ(distance, Max);
-    edge->discardAllBends();
-    EXPECT_EQ(edge->checkInvariants(), 1);
-}
-
 }  // namespace

@@ -48,27 +48,6 @@ TEST_F(QxDGraphBounds, BeginWithTheFirstNodeAndEndWithTheLast) {
     EXPECT_EQ(events.takeTypes(), std::vector<std::int32_t>{GraphBoundsChanged});
 }
 
-TEST_F(QxDGraphBounds, AreLeftAloneWhileTheyAreOff) {
-    QxDNode* node = drawing.addNode(0, 0);
-    events.take();
-    EXPECT_EQ(graph->disableGraphBounds(1, 0), 1);
-    node->moveTo(50, 0, 1);
-    node->resize(2, 2, 1);
-    EXPECT_EQ(events.takeTypes(), (std::vector<std::int32_t>{NodeMoved, NodeResized}));
-    EXPECT_EQ(graph->disableGraphBounds(0, 0), 0);
-    EXPECT_THAT(events.take(), ElementsAre(HeardChange{
-                                   GraphBoundsChanged, graph, {-5, -5, 5, 5}, {49, -1, 51, 1}}));
-    graph->disableGraphBounds(0, 0);
-    EXPECT_THAT(events.take(), IsEmpty());
-
-    graph->fileReadRunning(1);
-    EXPECT_EQ(graph->needsUpdateGraphBounds(), 0);
-    node->moveTo(0, 0, 1);
-    EXPECT_EQ(boundsOf(graph), (Box{49, -1, 51, 1}));
-    graph->fileReadRunning(0);
-    EXPECT_EQ(graph->needsUpdateGraphBounds(), 1);
-}
-
 TEST_F(QxDGraphBounds, AnswerWhatAMoveWouldMakeOfThem) {
     QxDNode* node = drawing.addNode(0, 0);
     drawing.addNode(100, 0);

@@ -98,21 +98,6 @@ TEST_F(DrawingEvents, ARawMoveFiresOneNodeMoved) {
     EXPECT_THAT(recorder.take(), IsEmpty()) << "the full move compares first";
 }
 
-TEST_F(DrawingEvents, EachListenerHearsItsTypesAndParts) {
-    Recorder resizes;
-    Recorder ofOther;
-    events().addDrawingChangeListener(graph, &resizes, NodeResized);
-    events().addDrawingChangeListener(other, &ofOther);
-    node->moveTo(10, 10, 1);
-    EXPECT_THAT(resizes.take(), IsEmpty());
-    node->resize(60, 20, 1);
-    ASSERT_EQ(resizes.heard.size(), 1U);
-    EXPECT_EQ(resizes.heard[0]->oldSize(), QxSize(40, 40));
-    EXPECT_EQ(resizes.heard[0]->newSize(), QxSize(60, 20));
-    EXPECT_EQ(resizes.heard[0]->newCenter(), QxPoint());
-    EXPECT_THAT(ofOther.take(), IsEmpty());
-}
-
 TEST_F(DrawingEvents, BendsTellOfThemselvesThroughTheirEdge) {
     listen(*graph, BendAdded | PathNodeMoved | PathNodeRemoved | PathNodeDiscarded);
     QxPNode* bend = edge->addBendAfter(nullptr, QxPoint(100, 50), 1);
@@ -154,17 +139,6 @@ TEST_F(DrawingEvents, ABatchOutlivesTheObjectsItIsAbout) {
     EXPECT_THAT(told, Contains(PathNodeDiscarded));
     EXPECT_THAT(told, Contains(NodeMoved));
     EXPECT_THAT(told, Not(Contains(NodeResized)));
-}
-
-TEST_F(DrawingEvents, NothingIsToldWhileFiringIsOff) {
-    listen(factory);
-    EXPECT_EQ(events().fireEvents(), 1);
-    events().fireEvents(0);
-    node->moveTo(70, 0, 1);
-    events().fireEvents(1);
-    EXPECT_THAT(recorder.take(), IsEmpty());
-    node->moveTo(80, 0, 1);
-    EXPECT_THAT(recorder.take(), Contains(NodeMoved));
 }
 
 }  // namespace

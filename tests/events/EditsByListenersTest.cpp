@@ -46,6 +46,8 @@ private:
     void editTopology(QxDGraph& graph, QxDNode& node, QxDEdge& edge);
     void editEdge(QxDNode& node, QxDEdge& edge);
     void editBends(QxDEdge& edge);
+    void editConnectors(QxDNode& node, QxDEdge& edge);
+    void editLabels(QxDNode& node, QxDEdge& edge);
     void editPlace(QxDGraph& graph, QxDNode& node);
     void moveAll(QxDGraph& graph);
     void editBounds(QxDGraph& graph);
@@ -196,6 +198,7 @@ void SabotagedWorld::edit() {
     }
     QxObject& heard = m_random.chance(50) ? static_cast<QxObject&>(*node) : *graph;
     run({[&] { editTopology(*graph, *node, *edge); }, [&] { editEdge(*node, *edge); },
+         [&] { editConnectors(*node, *edge); }, [&] { editLabels(*node, *edge); },
          [&] { editBends(*edge); }, [&] { editPlace(*graph, *node); },
          [&] { editPlace(*graph, *node); }, [&] { editBounds(*graph); },
          [&] { m_random.chance(50) ? editGraphs(*graph) : editListeners(heard); }});
@@ -283,6 +286,46 @@ void SabotagedWorld::editBends(QxDEdge& edge) {
          [&] { edge.discardAllBends(); }, [&] { edge.discardBends(2, m_random.below(2)); },
          [&] { edge.discardOverlappedBendsForClipping(1, 1); },
          [&] { bend != nullptr ? bend->moveTo(anyPlace(), 1) : 0; }});
+}
+
+void SabotagedWorld::editConnectors(QxDNode& node, QxDEdge& edge) {
+    QxDNode& end =
+        m_random.chance(70) && edge.pSourceNode() != nullptr ? *edge.pSourceNode() : node;
+    QxConnector* connector = nullptr;
+    if (const QxDList* connectors = end.pQueryConnectorManager()) {
+        connector = any(objectsOf<QxConnector>(*connectors));
+    }
+    if (connector == nullptr || m_random.chance(20)) {
+        m_random.chance(30) ? end.ntAddConnector(0, 900, 0, 0)
+                            : end.addConnector(500, 0, 0, 0, 1, 0);
+        return;
+    }
+    run({[&] { end.discardConnector(connector); },
+         [&] { Ref<QxConnector>(end.removeConnector(connector)); },
+         [&] { connector->moveTo(anyPlace(), 1); },
+         [&] { connector->specified(1 - connector->specified()); },
+         [&] { end.discardAllConnectors(); }, [&] { edge.pSourceConnector(connector); },
+         [&] { edge.pTargetConnector(connector); }, [&] { connector->addLabel(L"c", 0); }});
+}
+
+void SabotagedWorld::editLabels(QxDNode& node, QxDEdge& edge) {
+    auto* label = static_cast<QxNodeLabel*>(QxNodeLabelIter(&node).pObject());
+    auto* other = static_cast<QxEdgeLabel*>(QxEdgeLabelIter(&edge).pObject());
+    if (label == nullptr || other == nullptr || m_random.chance(20)) {
+        label == nullptr ? void(node.addLabel(L"n", 0)) : void(edge.addLabel(L"e", 0));
+        return;
+    }
+    const auto carryOver = [&] {
+        const Ref<QxDEdge> held = hold(&edge);
+        Ref<QxNodeLabel> own(node.removeLabel(label));
+        QxDNode* target = edge.pTargetNode();
+        if (own != nullptr && target != nullptr && target->insertLabel(own.get()) != nullptr) {
+            own.release();
+        }
+    };
+    run({[&] { label->moveTo(anyPlace(), 1); }, [&] { other->moveTo(anyPlace(), 1); },
+         [&] { other->resize(anySize(), 1); }, [&] { other->adjustOnOwnerOverlap(); },
+         [&] { node.discardAllLabels(); }, [&] { edge.discardAllLabels(); }, carryOver});
 }
 
 void SabotagedWorld::editPlace(QxDGraph& graph, QxDNode& node) {
