@@ -25,7 +25,8 @@ void EditWorld::stepClipping() {
     if (m_model.edges().empty()) {
         return;
     }
-    QxDEdge& edge = *drawn(anyEdge());
+    ModelEdge& model = anyEdge();
+    QxDEdge& edge = *drawn(model);
     note("clip");
     switch (m_random.below(4)) {
         case 0:
@@ -33,7 +34,12 @@ void EditWorld::stepClipping() {
             edge.clipTargetSide(m_random.below(2));
             break;
         case 1:
-            drawn(anyNode())->forceClipping(m_random.below(2));
+            edge.clipSourceSide(m_random.below(2));
+            edge.ntFromPoint(1);  // found, and to be found anew
+            if (model.source != nullptr) {
+                drawn(*model.source)->forceClipping(m_random.below(2));
+                m_complaint = visibleDifference(model);
+            }
             break;
         case 2:
             edge.pTargetOrPathEdge();

@@ -46,6 +46,14 @@ TEST_F(QxDGraphBounds, BeginWithTheFirstNodeAndEndWithTheLast) {
     graph->ntUpdatedBoundingRect(rect);
     EXPECT_EQ(boxOf(rect), Box{});
     EXPECT_EQ(events.takeTypes(), std::vector<std::int32_t>{GraphBoundsChanged});
+
+    QxDEdge* edge = drawing.addEdge(drawing.addNode(0, 0), drawing.addNode(50, 0));
+    drawing.addBend(edge, 25, 300);
+    events.take();
+    graph->discardNode(edge->pSourceNode());
+    const auto types = events.takeTypes();
+    EXPECT_EQ(std::count(types.begin(), types.end(), GraphBoundsChanged), 1) << "told once";
+    EXPECT_EQ(boundsOf(graph), (Box{45, -5, 55, 5}));
 }
 
 TEST_F(QxDGraphBounds, AnswerWhatAMoveWouldMakeOfThem) {

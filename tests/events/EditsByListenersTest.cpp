@@ -43,6 +43,7 @@ private:
     void run(Edits edits) { edits.begin()[m_random.below(static_cast<int>(edits.size()))](); }
     void edit();
     void grow();
+    void insertLoose(QxDGraph* graph, QxDNode* loose);
     void editTopology(QxDGraph& graph, QxDNode& node, QxDEdge& edge);
     void editEdge(QxDNode& node, QxDEdge& edge);
     void editBends(QxDEdge& edge);
@@ -91,6 +92,7 @@ private:
     std::set<const QxObject*> m_off;     ///< keep no bounds
     std::set<const QxObject*> m_behind;  ///< with bounds that raw moves have left behind
     std::set<const QxObject*> m_stale;   ///< switched on again without a look at the contents
+    QxDNode* m_focus = nullptr;          ///< being changed while the listener edits
     int m_sabotagesLeft = 0;
     int m_edits = 0;
     std::string m_complaint;
@@ -155,6 +157,7 @@ void SabotagedWorld::drawingChanged(QxDrawingChangeEventData* data) {
     }
     if (m_sabotagesLeft > 0 && m_random.chance(30)) {
         --m_sabotagesLeft;
+        m_focus = dynamic_cast<QxDNode*>(data->pSourceNode());
         edit();
     }
 }
@@ -193,7 +196,13 @@ void SabotagedWorld::edit() {
     QxDNode* node = place != nullptr ? any(objectsOf<QxDNode>(*place->pNodeList())) : nullptr;
     place = any(graphs());
     QxDEdge* edge = place != nullptr ? any(edgesIn(*place)) : nullptr;
-    if (node == nullptr || edge == nullptr || m_random.chance(20)) {
+    // Often it concerns the node that is being changed, and its graph.
+    QxDNode* focus = std::exchange(m_focus, nullptr);
+    if (focus != nullptr && focus->pOwnerGraph() != nullptr && m_random.chance(50)) {
+        node = focus;
+        graph = m_random.chance(50) ? focus->pOwnerGraph() : graph;
+    }
+    if (node == nullptr || edge == nullptr || graph == nullptr || m_random.chance(20)) {
         return grow();
     }
     QxObject& heard = m_random.chance(50) ? static_cast<QxObject&>(*node) : *graph;
@@ -204,17 +213,20 @@ void SabotagedWorld::edit() {
          [&] { m_random.chance(50) ? editGraphs(*graph) : editListeners(heard); }});
 }
 
+void SabotagedWorld::insertLoose(QxDGraph* graph, QxDNode* loose) {
+    m_story.forget(loose);  // the rest of a change may have come when nobody heard of it
+    if (graph == nullptr || graph->insertNode(loose) == nullptr) {
+        m_looseNodes.push_back(loose);
+    }
+}
+
 void SabotagedWorld::grow() {
     if (graphs().size() < 6) {
         anyManager().addGraph(m_random.below(2));
     }
     QxDGraph* graph = any(graphs());
-    QxDNode* loose = take(m_looseNodes);
-    if (loose != nullptr) {
-        m_story.forget(loose);  // the rest of a change may have come when nobody heard of it
-        if (graph->insertNode(loose) == nullptr) {
-            m_looseNodes.push_back(loose);
-        }
+    if (QxDNode* loose = take(m_looseNodes)) {
+        insertLoose(graph, loose);
     } else if (graph->isIntergraph() == 0 && graph->numberOfNodes() < 6) {
         willBeSettled(*graph);
         graph->addNodeWithCoordinates(anyPlace(), anySize(), 1, 0);
@@ -261,7 +273,14 @@ void SabotagedWorld::editTopology(QxDGraph& graph, QxDNode& node, QxDEdge& edge)
              }
          },
          [&] { edge.pOwnerGraph()->discardEdge(&edge); },
-         [&] { graph.transferTopology(any(graphs())); }});
+         [&] { graph.transferTopology(m_random.chance(50) ? any(graphs()) : &home); },
+         [&] {
+             willBeSettled(home);
+             if (home.removeNode(&node) != nullptr && node.pOwnerGraph() == nullptr) {
+                 m_looseNodes.push_back(&node);
+                 insertLoose(any(graphs()), take(m_looseNodes));
+             }
+         }});
 }
 
 void SabotagedWorld::editEdge(QxDNode& node, QxDEdge& edge) {
