@@ -80,20 +80,6 @@ TEST_F(Connector, LeavesItsEdgesForGoodWhateverAListenerAssigns) {
     EXPECT_EQ(edge->pInternalSourceConnector(), nullptr);
 }
 
-TEST_F(Connector, AResizeScalesCalculatedOffsetsOnceEach) {
-    QxConnector* shared = node->ntAddConnector(0, 0, 10, 1);
-    QxConnector* unused = node->ntAddConnector(0, 0, 10, 0);
-    QxDEdge* loop = drawing.addEdge(node, node);
-    loop->pSourceConnector(shared);
-    loop->pTargetConnector(shared);
-    node->resize(40, 8, 1);
-    EXPECT_EQ(shared->ntOffset(), QxSize(20, 1)) << "1 scaled by 0.4 stays 1";
-    EXPECT_EQ(shared->isRescaled(), 1);
-    EXPECT_EQ(unused->ntOffset(), QxSize(10, 0));
-    shared->specified(1);
-    EXPECT_EQ(shared->flagWord() & qx::flags::TemporarilyInvisible, 0U);
-}
-
 TEST_F(Connector, ListsNameASelfLoopOnceInTheOrderOfTheNode) {
     QxConnector* connector = node->addConnector(0, 0, 0, 0, 1, 0);
     QxDEdge* loop = drawing.addEdge(node, node);
