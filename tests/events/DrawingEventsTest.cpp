@@ -54,6 +54,8 @@ TEST_F(DrawingEvents, TellWhatChangedOnceWhoeverListensAround) {
     EXPECT_THAT(recorder.takeTypes(), ElementsAre(NodeMoved));
     node->moveTo(30, -7, 1);
     EXPECT_THAT(recorder.takeTypes(), IsEmpty()) << "the full move compares first";
+    graph->refreshGraphBounds();
+    recorder.take();
     QxPNode* bend = edge->addBendAfter(nullptr, QxPoint(100, 5), 1);
     EXPECT_THAT(recorder.takeTypes(), ElementsAre(BendAdded));
     EXPECT_EQ(recorder.last->pSourceNode(), bend);
