@@ -25,6 +25,21 @@ CLI::App* addInfoCommand(CLI::App& app, qxdraw::InfoOptions& options) {
     return command;
 }
 
+void addArrangingOptions(CLI::App& command, qxdraw::ArrangingOptions& options) {
+    command
+        .add_option("--layout", options.layout,
+                    "none: nodes stay where the file has them; spring: a spring embedder "
+                    "places them (default: spring when the file has no positions)")
+        ->check(CLI::IsMember({"none", "spring"}));
+    command
+        .add_option("--edge-length", options.edgeLength,
+                    "Length in pixels that the spring embedder aims at (default: one that suits "
+                    "the nodes)")
+        ->check(CLI::Range(1.0, 10000.0));
+    command.add_flag("--keep-overlaps", options.keepOverlaps,
+                     "Leave nodes that overlap after the spring embedder where they are");
+}
+
 CLI::App* addDrawCommand(CLI::App& app, qxdraw::DrawOptions& options) {
     CLI::App* command = app.add_subcommand("draw", "Draw a graph file as SVG or PNG");
     command->add_option("FILE", options.input, "DOT, GraphML or GML")->required();
@@ -34,18 +49,7 @@ CLI::App* addDrawCommand(CLI::App& app, qxdraw::DrawOptions& options) {
             return qxdraw::isPictureName(path) ? std::string()
                                                : "the picture's name must end in .svg or .png";
         });
-    command
-        ->add_option("--layout", options.layout,
-                     "none: nodes stay where the file has them; spring: a spring embedder "
-                     "places them (default: spring when the file has no positions)")
-        ->check(CLI::IsMember({"none", "spring"}));
-    command
-        ->add_option("--edge-length", options.edgeLength,
-                     "Length in pixels that the spring embedder aims at (default: one that suits "
-                     "the nodes)")
-        ->check(CLI::Range(1.0, 10000.0));
-    command->add_flag("--keep-overlaps", options.keepOverlaps,
-                      "Leave nodes that overlap after the spring embedder where they are");
+    addArrangingOptions(*command, options.arranging);
     command->add_flag("--bends", options.showBends,
                       "Show how edges run: bends as dots, hollow where the edge is hidden, and "
                       "hidden parts as dashed lines up to the centers of the nodes");

@@ -46,6 +46,32 @@ QxPoint toPoint(const DocumentPoint& point) {
     return {toUnits(point.x), toUnits(point.y)};
 }
 
+DocumentPoint toPlace(const QxPoint& point) {
+    return {static_cast<double>(point.x()), static_cast<double>(point.y())};
+}
+
+void Drawing::LabelFactory::sizeLabels(const TextBlock& text) {
+    m_labelSize = QxSize(toUnits(std::ceil(text.width())), toUnits(std::ceil(text.height())));
+}
+
+QxNodeLabel* Drawing::LabelFactory::vNewNodeLabel(QxOwnedObject* owner, int type) {
+    QxNodeLabel* label = QxFactory::vNewNodeLabel(owner, type);
+    label->ntResize(m_labelSize);
+    return label;
+}
+
+QxConnectorLabel* Drawing::LabelFactory::vNewConnectorLabel(QxOwnedObject* owner, int type) {
+    QxConnectorLabel* label = QxFactory::vNewConnectorLabel(owner, type);
+    label->ntResize(m_labelSize);
+    return label;
+}
+
+QxEdgeLabel* Drawing::LabelFactory::vNewEdgeLabel(QxOwnedObject* owner, int type) {
+    QxEdgeLabel* label = QxFactory::vNewEdgeLabel(owner, type);
+    label->ntResize(m_labelSize);
+    return label;
+}
+
 Drawing::Drawing(const GraphDocument& document)
     : m_manager(m_factory.newDGraphManager()), m_graph(m_manager->addGraph(0)) {
     m_graph->leftMarginConstantSpacing(Margin);
@@ -89,6 +115,17 @@ void Drawing::addEdge(const DocumentEdge& source) {
     }
     setName(*edge, source.label);
     m_edges.push_back(edge);
+}
+
+QxConnector& Drawing::addPort(std::size_t node, std::size_t port, const DocumentPoint& center,
+                              const QxSize& size, bool isInside) {
+    QxConnector* connector = m_nodes[node]->addConnector(0, 0, 0, 0, 1, 0);
+    const QxShape rectangle(QxShapeTypeRectangle);
+    connector->pShape(&rectangle);
+    connector->resize(size, 1);
+    connector->moveTo(toPoint(center), 1);
+    m_ports.push_back({connector, node, port, isInside});
+    return *connector;
 }
 
 }  // namespace qxdraw
