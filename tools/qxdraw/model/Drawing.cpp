@@ -50,8 +50,10 @@ DocumentPoint toPlace(const QxPoint& point) {
     return {static_cast<double>(point.x()), static_cast<double>(point.y())};
 }
 
-void Drawing::LabelFactory::sizeLabels(const TextBlock& text) {
-    m_labelSize = QxSize(toUnits(std::ceil(text.width())), toUnits(std::ceil(text.height())));
+void Drawing::LabelFactory::sizeLabels(const TextBlock& text, bool isInside) {
+    constexpr double Aside = 6;
+    m_labelSize = QxSize(toUnits(std::ceil(text.width() + (isInside ? 0 : Aside))),
+                         toUnits(std::ceil(text.height())));
 }
 
 QxNodeLabel* Drawing::LabelFactory::vNewNodeLabel(QxOwnedObject* owner, int type) {

@@ -61,7 +61,7 @@ public:
     template <class Owner>
     auto* addLabel(Owner& owner, const std::string& text, TextBlock painted,
                    bool isInside = false) {
-        m_factory.sizeLabels(painted);
+        m_factory.sizeLabels(painted, isInside);
         auto* label = owner.addLabel(QxText::decodeUtf8(text).c_str(), 0);
         m_labels.push_back({label, std::move(painted), isInside});
         return label;
@@ -74,7 +74,8 @@ private:
     /// Labels of a factory have their size before their owner places them.
     class LabelFactory : public QxFactory {
     public:
-        void sizeLabels(const TextBlock& text);
+        /// A label that stands beside something keeps a little distance from it.
+        void sizeLabels(const TextBlock& text, bool isInside);
 
     protected:
         QxNodeLabel* vNewNodeLabel(QxOwnedObject* owner, int type) override;

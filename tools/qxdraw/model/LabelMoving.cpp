@@ -24,7 +24,13 @@ namespace qxdraw {
 
 namespace {
 
-constexpr double Gap = 2;  // between a label and what it belongs to
+constexpr double Gap = 1;  // between a label and what it belongs to
+
+/// A center for a label. Places come by rising penalty: what it costs to be there anyhow.
+struct Place {
+    DocumentPoint center;
+    double penalty;
+};
 
 struct Extent {
     double width;
@@ -51,9 +57,10 @@ public:
 
     double length() const { return m_length; }
 
-    /// Centers for a label of that size on both sides of the point so far along the path, not
-    /// touching the line there.
-    void addBeside(double along, const Extent& size, std::vector<DocumentPoint>& places) const {
+    /// Centers for a label of that size on both sides of the point so far along the path, `out`
+    /// away from touching the line there.
+    void addBeside(double along, double out, const Extent& size, double penalty,
+                   std::vector<Place>& places) const {
         for (std::size_t i = 1; i < m_points.size(); ++i) {
             const double length = lengthOf(i);
             if (length <= 0 || (along > length && i + 1 < m_points.size())) {
@@ -63,10 +70,11 @@ public:
             const DocumentPoint& from = m_points[i - 1];
             const double ux = (m_points[i].x - from.x) / length;
             const double uy = (m_points[i].y - from.y) / length;
-            const double aside = Gap + (std::abs(uy) * size.width + std::abs(ux) * size.height) / 2;
+            const double aside = out + (std::abs(uy) * size.width + std::abs(ux) * size.height) / 2;
             for (const double side : {1.0, -1.0}) {
-                places.push_back({from.x + ux * along + uy * aside * side,
-                                  from.y + uy * along - ux * aside * side});
+                places.push_back({{from.x + ux * along + uy * aside * side,
+                                   from.y + uy * along - ux * aside * side},
+                                  penalty});
             }
             return;
         }
@@ -90,69 +98,86 @@ private:
     double m_length = 0;
 };
 
-std::vector<DocumentPoint> placesOf(QxEdgeLabel& label) {
+std::vector<Place> placesOf(QxEdgeLabel& label) {
     constexpr std::array<double, 9> Middle = {0.5, 0.42, 0.58, 0.34, 0.66, 0.26, 0.74, 0.18, 0.82};
-    constexpr int StepsFromEnd = 6;
-    constexpr double Step = 8;
+    constexpr int StepsFromEnd = 12;
+    constexpr double Step = 10;
     const PathPlaces path(*label.pOwnerEdge());
     const Extent size = extentOf(label);
-    std::vector<DocumentPoint> places;
+    std::vector<Place> places;
     if (path.length() <= 0) {
         return places;
     }
     const std::int16_t perMil = label.perMilDistanceFromSource();
     if (perMil != 0 && perMil != 1000) {
-        places.push_back(toPlace(label.ntCenter()));
-        for (const double part : Middle) {
-            path.addBeside(part * path.length(), size, places);
+        places.push_back({toPlace(label.ntCenter()), 0});
+        for (const double out : {0.0, 10.0, 22.0}) {
+            for (const double part : Middle) {
+                // Far from its edge a label would seem to belong to another one.
+                path.addBeside(part * path.length(), Gap + out, size, 2 * out, places);
+            }
         }
         return places;
     }
     for (int i = 0; i < StepsFromEnd; ++i) {
         const double along =
             std::min(path.clearance(perMil == 0, size) + i * Step, path.length() / 2);
-        path.addBeside(perMil == 0 ? along : path.length() - along, size, places);
+        path.addBeside(perMil == 0 ? along : path.length() - along, Gap, size, i, places);
     }
     return places;
 }
 
 /// Around the node, in the model's order: sides, then corners; then farther out.
-std::vector<DocumentPoint> placesOf(const QxNodeLabel& label) {
+std::vector<Place> placesOf(const QxNodeLabel& label) {
     constexpr std::array<DocumentPoint, 8> Around = {
         {{-1, 0}, {1, 0}, {0, 1}, {0, -1}, {-1, -1}, {1, 1}, {-1, 1}, {1, -1}}};
     constexpr int Rings = 3;
     constexpr double RingWidth = 12;
     const QxRect& node = *label.pOwnerNode()->pIRect();
     const Extent size = extentOf(label);
-    std::vector<DocumentPoint> places;
+    std::vector<Place> places;
     for (int ring = 0; ring < Rings; ++ring) {
         const double out = Gap + ring * RingWidth;
         for (const DocumentPoint& side : Around) {
-            places.push_back({node.x() + side.x * ((node.width() + size.width) / 2 + out),
-                              node.y() + side.y * ((node.height() + size.height) / 2 + out)});
+            places.push_back({{node.x() + side.x * ((node.width() + size.width) / 2 + out),
+                               node.y() + side.y * ((node.height() + size.height) / 2 + out)},
+                              ring * RingWidth});
         }
     }
     return places;
 }
 
 /// Inside the node next to the port, then outside beside the edges that leave there.
-std::vector<DocumentPoint> placesOf(const QxConnectorLabel& label) {
+std::vector<Place> placesOf(const QxConnectorLabel& label) {
     const QxConnector& port = *label.pOwnerConnector();
     const QxSideEnum side = port.pOwnerNode()->closestSide(&port);
     const bool isUpright = side == QxSideLeft || side == QxSideRight;
     const double out = side == QxSideLeft || side == QxSideBottom ? -1 : 1;
     const Extent size = extentOf(label);
     const DocumentPoint at = toPlace(port.ntCenter());
-    const auto place = [&](double away, double along) {
+    std::vector<Place> places;
+    const auto add = [&](double away, double along) {
         const double across =
             away * ((isUpright ? size.width : size.height) / 2 + port.ntWidth() / 2.0 + Gap);
         const double aside =
             along * ((isUpright ? size.height : size.width) / 2 + port.ntWidth() / 2.0 + Gap);
-        return isUpright ? DocumentPoint{at.x + out * across, at.y + aside}
-                         : DocumentPoint{at.x + aside, at.y + out * across};
+        places.push_back({isUpright ? DocumentPoint{at.x + out * across, at.y + aside}
+                                    : DocumentPoint{at.x + aside, at.y + out * across},
+                          static_cast<double>(places.size())});
     };
-    return {place(-1, 0),  place(1, 1), place(1, -1), place(-1, 1),
-            place(-1, -1), place(1, 0), place(2, 1),  place(2, -1)};
+    for (const auto& [away, along] : {std::pair(-1.0, 0.0),
+                                      {-1, 1},
+                                      {-1, -1},
+                                      {1, 1},
+                                      {1, -1},
+                                      {1, 1.8},
+                                      {1, -1.8},
+                                      {1, 0},
+                                      {2, 1},
+                                      {2, -1}}) {
+        add(away, along);
+    }
+    return places;
 }
 
 /// Answers what is in the way of a label at a place, as a number.
@@ -247,14 +272,15 @@ private:
     QxConnectorLabelDList m_portLabels;
 };
 
-void settle(QxLabel& label, const std::vector<DocumentPoint>& places, Obstacles& obstacles) {
+void settle(QxLabel& label, const std::vector<Place>& places, Obstacles& obstacles) {
     QxPoint best = label.ntCenter();
     double bestCost = std::numeric_limits<double>::infinity();
-    for (std::size_t i = 0; i < places.size() && bestCost > 0; ++i) {
-        const QxPoint place = toPoint(places[i]);
-        const double cost = obstacles.costAt(label, QxRect(place, label.ntSize()));
+    for (std::size_t i = 0; i < places.size() && bestCost > places[i].penalty; ++i) {
+        const QxPoint center = toPoint(places[i].center);
+        const double cost =
+            places[i].penalty + obstacles.costAt(label, QxRect(center, label.ntSize()));
         if (cost < bestCost) {
-            best = place;
+            best = center;
             bestCost = cost;
         }
     }

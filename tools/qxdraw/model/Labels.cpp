@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "model/FieldLayout.h"
+#include "model/NodeSizing.h"
 
 namespace qxdraw {
 
@@ -37,8 +38,32 @@ void addFields(Drawing& drawing, QxDNode& node, const DocumentNode& source) {
     }
 }
 
+/// The name as it fits into the outline of the node, as large as possible.
+TextBlock fitName(const DocumentNode& node) {
+    constexpr double Widest = 1.0;
+    constexpr double Narrowest = 0.25;
+    constexpr double Step = 0.1;
+    if (node.shape.kind == ShapeKind::Rectangle) {
+        return fitText(node.label, node.width - Padding, node.height - Padding);
+    }
+    TextBlock best;
+    for (double part = Widest - Step / 2; part > Narrowest; part -= Step) {
+        const double width = part * node.width;
+        const double height = innerHeight(node.shape, part) * node.height;
+        TextBlock block = fitText(node.label, width, height);
+        const bool fits = block.width() <= width && block.height() <= height;
+        if (fits && block.fontSize > best.fontSize) {
+            best = std::move(block);
+        }
+        if (best.fontSize >= NameFontSize) {
+            break;
+        }
+    }
+    return best.fontSize > 0 ? best : fitText(node.label, node.width / 2, node.height / 3);
+}
+
 void addName(Drawing& drawing, QxDNode& node, const DocumentNode& source, bool isContainer) {
-    TextBlock block = fitText(source.label, source.width - Padding, source.height - Padding);
+    TextBlock block = fitName(source);
     if (isBlank(block)) {
         return;
     }
@@ -89,6 +114,9 @@ void addEdgeLabels(Drawing& drawing, const GraphDocument& document) {
     using Place = DocumentEdgeLabel::Place;
     for (std::size_t i = 0; i < document.edges.size(); ++i) {
         const DocumentEdge& source = document.edges[i];
+        if (drawing.edge(i).hasVisiblePart() == 0) {
+            continue;
+        }
         if (TextBlock text = smallText(source.label); !isBlank(text)) {
             drawing.addLabel(drawing.edge(i), source.label, std::move(text));
         }
