@@ -6,6 +6,7 @@
 #include <iostream>
 
 #include "commands/DrawCommand.h"
+#include "commands/FindCommand.h"
 #include "commands/InfoCommand.h"
 #include "commands/Messages.h"
 #include "import/ImportError.h"
@@ -60,6 +61,37 @@ CLI::App* addDrawCommand(CLI::App& app, qxdraw::DrawOptions& options) {
     return command;
 }
 
+CLI::App* addFindCommand(CLI::App& app, qxdraw::FindOptions& options) {
+    CLI::App* command = app.add_subcommand(
+        "find", "Tell what lies in a region or at a point of a drawing, the frontmost first");
+    command->add_option("FILE", options.input, "DOT, GraphML or GML")->required();
+    CLI::Option_group* where = command->add_option_group(
+        "Where",
+        "Coordinates are those of the drawing, as `draw` with the same layout options tells them "
+        "of "
+        "its page and `info` of a file with positions: pixels, y upward.");
+    where
+        ->add_option(
+            "--region", options.region,
+            "What has a point in common with this rectangle; nodes count by their bounding "
+            "rectangles")
+        ->type_name("LEFT,BOTTOM,RIGHT,TOP")
+        ->check([](const std::string& text) { return qxdraw::regionFault(text); });
+    where
+        ->add_option("--at", options.at,
+                     "What holds this point; edges count when they pass within 3 pixels")
+        ->type_name("X,Y")
+        ->check([](const std::string& text) { return qxdraw::pointFault(text); });
+    where->require_option(1);
+    addArrangingOptions(*command, options.arranging);
+    command->add_flag("--json", options.json, "Write JSON");
+    command->add_flag("-q,--quiet", options.quiet, "No warnings, notes and progress");
+    command->footer(
+        "Examples:\n  qxdraw find samples/mixed.gml --region -50,-50,150,50\n"
+        "  qxdraw find samples/mixed.gml --at 0,0 --json");
+    return command;
+}
+
 /// Runs the work of a command; what it throws becomes a message and an exit code.
 template <class Work>
 int finish(const std::string& input, const std::string& output, Work work) {
@@ -83,7 +115,7 @@ int finish(const std::string& input, const std::string& output, Work work) {
 }  // namespace
 
 int main(int argc, char** argv) {
-    CLI::App app("Draws graphs and tells what is in graph files.", "qxdraw");
+    CLI::App app("Draws graphs and tells what is in graph files and drawings.", "qxdraw");
     app.require_subcommand(1);
     app.failure_message([](const CLI::App*, const CLI::Error& error) {
         return std::string("qxdraw: ") + error.what() + "\nRun with --help for more information.\n";
@@ -91,8 +123,10 @@ int main(int argc, char** argv) {
     app.footer("Example:\n  qxdraw draw samples/graphviz-epl/unix.gv -o unix.svg");
     qxdraw::InfoOptions info;
     qxdraw::DrawOptions draw;
+    qxdraw::FindOptions find;
     const CLI::App* infoCommand = addInfoCommand(app, info);
     addDrawCommand(app, draw);
+    const CLI::App* findCommand = addFindCommand(app, find);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
@@ -100,6 +134,9 @@ int main(int argc, char** argv) {
     }
     if (infoCommand->parsed()) {
         return finish(info.input, "standard output", [&] { qxdraw::runInfo(info); });
+    }
+    if (findCommand->parsed()) {
+        return finish(find.input, "standard output", [&] { qxdraw::runFind(find); });
     }
     return finish(draw.input, draw.output, [&] { qxdraw::runDraw(draw); });
 }

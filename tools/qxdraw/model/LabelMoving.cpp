@@ -111,7 +111,7 @@ std::vector<Place> placesOf(QxEdgeLabel& label) {
     const std::int16_t perMil = label.perMilDistanceFromSource();
     if (perMil != 0 && perMil != 1000) {
         places.push_back({toPlace(label.ntCenter()), 0});
-        for (const double out : {0.0, 10.0, 22.0}) {
+        for (const double out : {0.0, 10.0, 22.0, 40.0, 64.0}) {
             for (const double part : Middle) {
                 // Far from its edge a label would seem to belong to another one.
                 path.addBeside(part * path.length(), Gap + out, size, 2 * out, places);
