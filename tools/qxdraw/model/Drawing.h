@@ -71,13 +71,15 @@ public:
                          const QxSize& size, bool isInside);
 
 private:
-    /// Labels of a factory have their size before their owner places them.
-    class LabelFactory : public QxFactory {
+    /// Its labels have their size before their owner places them, its graphs keep connectors in
+    /// their index.
+    class DrawingFactory : public QxFactory {
     public:
         /// A label that stands beside something keeps a little distance from it.
         void sizeLabels(const TextBlock& text, bool isInside);
 
     protected:
+        QxDGraph* vNewDGraph(QxOwnedObject* owner, int type) override;
         QxNodeLabel* vNewNodeLabel(QxOwnedObject* owner, int type) override;
         QxConnectorLabel* vNewConnectorLabel(QxOwnedObject* owner, int type) override;
         QxEdgeLabel* vNewEdgeLabel(QxOwnedObject* owner, int type) override;
@@ -89,7 +91,7 @@ private:
     void addNode(const DocumentNode& source);
     void addEdge(const DocumentEdge& source);
 
-    LabelFactory m_factory;
+    DrawingFactory m_factory;
     QxDGraphManager* m_manager;
     QxDGraph* m_graph;
     std::vector<QxDNode*> m_nodes;
