@@ -203,6 +203,7 @@ public:
     double costAt(const QxLabel& label, const QxRect& rect) {
         constexpr double OwnLine = 40;
         constexpr double OtherLine = 12;
+        constexpr double ManyLines = 48;  // no more than that: elsewhere it would not be better
         // What touches the border is not in the way.
         QxRect inner(rect.left() + 1, rect.bottom() + 1, rect.right() - 1, rect.top() - 1);
         m_drawing.graph().pQuadTree()->buildLists(&inner, &m_nodes, &m_nodeLabels, nullptr,
@@ -219,9 +220,12 @@ public:
             it.pConnector()->ntBoundingRect(port);
             cost += port.width() > 0 ? inTheWay(rect, port) : 0;
         }
+        double others = 0;
         for (QxPEdgeDListIter it(&m_lines); it; ++it) {
-            cost += it.pEdge()->pOwnerEdge() == label.pOwnerEdge() ? OwnLine : OtherLine;
+            const bool isOwn = it.pEdge()->pOwnerEdge() == label.pOwnerEdge();
+            (isOwn ? cost : others) += isOwn ? OwnLine : OtherLine;
         }
+        cost += std::min(others, ManyLines);
         return cost;
     }
 
