@@ -4,7 +4,9 @@
 // Labels are settled one after the other: ports first, whose labels have few places, then those
 // beside nodes, then those of edges. Each tries its places in order of preference and asks the
 // index what lies there; labels that are not settled yet do not count. A label costs as many
-// questions as it has places, whatever the size of the drawing.
+// questions as it has places, whatever the size of the drawing. Where everything lies on one heap
+// there is no good place, and the answers are long: a label, and all of them together, give up
+// after so many hits.
 
 #include "model/LabelMoving.h"
 
@@ -199,6 +201,9 @@ public:
 
     void settle(const QxLabel& label) { m_settled.insert(&label); }
 
+    /// How many objects have been looked at.
+    std::int64_t hits() const { return m_hits; }
+
     /// Text or a node in the way makes a place a bad one, a line a worse one than another.
     double costAt(const QxLabel& label, const QxRect& rect) {
         constexpr double OwnLine = 40;
@@ -209,6 +214,8 @@ public:
         m_drawing.graph().pQuadTree()->buildLists(&inner, &m_nodes, &m_nodeLabels, nullptr,
                                                   &m_lines, &m_edgeLabels, nullptr, &m_ports,
                                                   &m_portLabels, 0);
+        m_hits += m_nodes.count() + m_nodeLabels.count() + m_lines.count() + m_edgeLabels.count() +
+                  m_ports.count() + m_portLabels.count();
         double cost = labelCost<QxNodeLabelDListIter>(m_nodeLabels, label, rect) +
                       labelCost<QxEdgeLabelDListIter>(m_edgeLabels, label, rect) +
                       labelCost<QxConnectorLabelDListIter>(m_portLabels, label, rect);
@@ -266,6 +273,7 @@ private:
     }
 
     const Drawing& m_drawing;
+    std::int64_t m_hits = 0;
     std::unordered_set<const QxDNode*> m_containers;
     std::unordered_set<const QxLabel*> m_settled;
     QxDNodeDList m_nodes;
@@ -277,9 +285,13 @@ private:
 };
 
 void settle(QxLabel& label, const std::vector<Place>& places, Obstacles& obstacles) {
+    constexpr std::int64_t MostHitsOfALabel = 5000;
+    constexpr std::int64_t MostHits = 10'000'000;
+    const std::int64_t limit = std::min(obstacles.hits() + MostHitsOfALabel, MostHits);
     QxPoint best = label.ntCenter();
     double bestCost = std::numeric_limits<double>::infinity();
-    for (std::size_t i = 0; i < places.size() && bestCost > places[i].penalty; ++i) {
+    for (std::size_t i = 0;
+         i < places.size() && bestCost > places[i].penalty && obstacles.hits() < limit; ++i) {
         const QxPoint center = toPoint(places[i].center);
         const double cost =
             places[i].penalty + obstacles.costAt(label, QxRect(center, label.ntSize()));
