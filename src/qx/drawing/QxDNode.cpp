@@ -159,10 +159,14 @@ void QxDNode::actOnDiscard() {
 void QxDNode::actOnChangeOwner(QxOwnedObject* owner, int valid) {
     if (valid == 0 || owner != pOwner()) {
         Coverage::ended(*this);
-        LabelPresence::ended(*this);
+        if (pQueryExtras() != nullptr) {
+            LabelPresence::ended(*this);
+        }
     }
     QxGNode::actOnChangeOwner(owner, valid);
-    LabelPresence::changed(*this);
+    if (pQueryExtras() != nullptr) {
+        LabelPresence::changed(*this);
+    }
     Coverage::changed(*this);
     Coverage::ownerChanged(*this);
 }
@@ -313,6 +317,9 @@ int QxDNode::getBoundingRectWithConnectors(QxRect& rect, int inOwnGraph) const {
 }
 
 void QxDNode::invalidateIncidentEdgeEndPoints() {
+    if (isPlainlyBare()) {
+        return;
+    }
     for (const QxEdgeDList* list :
          {pInEdgeList(), pOutEdgeList(), pDisconnectedEdgeList(), pDeactivatedEdgeList()}) {
         for (QxDEdge* edge : each<QxDEdge>(*list)) {

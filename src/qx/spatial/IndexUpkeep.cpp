@@ -139,11 +139,17 @@ void IndexUpkeep::labelsChanged(QxDGraph& graph) {
 }
 
 void IndexUpkeep::ended(QxDNode& node) {
+    if (treeOf(node.pOwnerGraph()) == nullptr) {
+        return;
+    }
     tellEnded(node, IndexKind::Node);
     tellLabelsEnded(node);
 }
 
 void IndexUpkeep::ended(QxConnector& connector) {
+    if (treeOf(connector.pGraph()) == nullptr) {
+        return;
+    }
     tellEnded(connector, IndexKind::Connector);
     tellLabelsEnded(connector);
 }
@@ -161,6 +167,9 @@ void IndexUpkeep::ended(QxPEdge& segment) {
 }
 
 void IndexUpkeep::ended(QxDEdge& edge) {
+    if (treeOf(edge.pOwnerGraph()) == nullptr) {
+        return;
+    }
     tellEnded(edge, IndexKind::PathEdge);
     tellLabelsEnded(edge);
 }

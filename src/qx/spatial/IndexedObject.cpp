@@ -3,6 +3,8 @@
 
 #include "qx/spatial/internal/IndexedObject.h"
 
+#include <typeinfo>
+
 #include "qx/drawing/QxConnector.h"
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
@@ -111,8 +113,57 @@ QuadShape indexShapeOf(const QxGraphObject& object, IndexKind kind) {
     }
 }
 
+namespace {
+
+/// What a mark sets aside.
+constexpr std::uint32_t SetAside = flags::TemporarilyInvisible | flags::Processing;
+
+const char* addressOf(const QxGraphObject& object) {
+    return reinterpret_cast<const char*>(&object);
+}
+
+/// The distance of two fetches, which together reach the ends of an edge.
+constexpr std::size_t Farther = 128;
+
+}  // namespace
+
+void fetchForShowing(const QxGraphObject& object, IndexKind kind) {
+    __builtin_prefetch(addressOf(object));
+    if (kind == IndexKind::PathEdge) {
+        __builtin_prefetch(addressOf(object) + Farther);
+    }
+}
+
+void fetchMoreForShowing(const QxGraphObject& object, IndexKind kind) {
+    const bool isMade = kind == IndexKind::PathEdge && (object.flagWord() & flags::PathObject) != 0;
+    if (const QxDEdge* edge = isMade ? wholeEdge(object) : nullptr) {
+        __builtin_prefetch(addressOf(*edge));
+        __builtin_prefetch(addressOf(*edge) + Farther);
+    }
+}
+
+std::optional<bool> IndexSlot::showsAsKnown(const QxGraphObject& segment, const QxRect& rect) {
+    const bool isMade = (segment.flagWord() & flags::PathObject) != 0;
+    // A subclass may see things differently.
+    if (typeid(segment) != (isMade ? typeid(QxPEdge) : typeid(QxDEdge))) {
+        return std::nullopt;
+    }
+    const QxDEdge* edge = wholeEdge(segment);
+    if (edge == nullptr || !edge->isDrawnLineKnown() || edge->pOwnerGraph()->isIntergraph() != 0 ||
+        (isMade && (edge->m_sourcePathEdge != &segment ||
+                    (segment.flagWord() & flags::SegmentVisible) == 0))) {
+        return std::nullopt;
+    }
+    const auto isInside = [&](const auto& point) {
+        return rect.left() <= point.x && point.x <= rect.right() && rect.bottom() <= point.y &&
+               point.y <= rect.top();
+    };
+    return isInside(edge->m_fromClip) || isInside(edge->m_toClip) ||
+           rect.overlapsSegment(edge->m_fromClip.x, edge->m_fromClip.y, edge->m_toClip.x,
+                                edge->m_toClip.y) != 0;
+}
+
 bool showsIn(const QxGraphObject& object, IndexKind kind, const QxRect& rect) {
-    constexpr std::uint32_t SetAside = flags::TemporarilyInvisible | flags::Processing;
     // Of an edge that stands for its segment the marks are its own.
     const bool isItself =
         kind != IndexKind::PathEdge || (object.flagWord() & flags::PathObject) != 0;
@@ -128,6 +179,9 @@ bool showsIn(const QxGraphObject& object, IndexKind kind, const QxRect& rect) {
         return isSeen(bend.pOwnerEdge()) && bend.isUsable() != 0;
     }
     if (kind == IndexKind::PathEdge) {
+        if (const std::optional<bool> known = IndexSlot::showsAsKnown(object, rect)) {
+            return *known;
+        }
         const QxDEdge* edge = wholeEdge(object);
         const bool isMade = (object.flagWord() & flags::PathObject) != 0;
         return isSeen(edge) && (!isMade || static_cast<const QxPEdge&>(object).isUsable() != 0) &&

@@ -114,8 +114,10 @@ QxDEdge::Path QxDEdge::collectPath(QxIterDirectionEnum direction) const {
 }
 
 void QxDEdge::connectPath() {
-    for (auto it = madeParts(); it; ++it) {
-        it.pEdge()->connect();
+    if (m_sourcePathEdge != nullptr) {
+        for (auto it = madeParts(); it; ++it) {
+            it.pEdge()->connect();
+        }
     }
     actOnEndObjectChange();
     Coverage::countChanged(*this);
@@ -123,8 +125,10 @@ void QxDEdge::connectPath() {
 }
 
 void QxDEdge::disconnectPath() {
-    for (auto it = madeParts(); it; ++it) {
-        it.pEdge()->disconnect();
+    if (m_sourcePathEdge != nullptr) {
+        for (auto it = madeParts(); it; ++it) {
+            it.pEdge()->disconnect();
+        }
     }
     actOnEndObjectChange();
     Coverage::countChanged(*this);
@@ -325,11 +329,17 @@ bool QxDEdge::followsEdge(const QxGraphMember& part) const {
 }
 
 void QxDEdge::actOnChangeOwner(QxOwnedObject* owner, int valid) {
+    const bool isPlain = pQueryExtras() == nullptr;
     Coverage::ended(*this);
-    LabelPresence::ended(*this);
+    if (!isPlain) {
+        LabelPresence::ended(*this);
+    }
     QxGEdge::actOnChangeOwner(owner, valid);
-    LabelPresence::changed(*this);
     Coverage::changed(*this);
+    if (isPlain) {
+        return;
+    }
+    LabelPresence::changed(*this);
     Coverage::labelsChanged(*this);
     for (QxGraphMember* part : Snapshot<QxGraphMember>(pParts())) {
         giveOwner(*part);

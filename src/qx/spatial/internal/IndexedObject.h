@@ -47,6 +47,10 @@ QuadShape indexShapeOf(const QxGraphObject& object, IndexKind kind);
 /// visible if it lies between graphs, and is not just a part that is cut off.
 bool showsIn(const QxGraphObject& object, IndexKind kind, const QxRect& rect);
 
+/// Asks the memory for what showsIn looks at: first the objects, then what they refer to.
+void fetchForShowing(const QxGraphObject& object, IndexKind kind);
+void fetchMoreForShowing(const QxGraphObject& object, IndexKind kind);
+
 /// The object to report: the segment of a straight edge that stands for it.
 QxGraphObject* reportedObject(QxGraphObject* object, IndexKind kind);
 
@@ -64,6 +68,9 @@ struct IndexSlot {
     }
     /// Lets the edge of a segment tell the index from now on when its ends move.
     static void trackEdgeOf(QxGraphObject& segment);
+    /// Whether a straight edge shows in the rectangle, if what is known already tells; `segment` is
+    /// its segment, or the edge that stands for it.
+    static std::optional<bool> showsAsKnown(const QxGraphObject& segment, const QxRect& rect);
 };
 inline constexpr std::int32_t NoIndexSlot = -1;
 
