@@ -86,10 +86,56 @@ bool countsInIndex(const QxGraphObject& object, IndexKind kind) {
     }
 }
 
+namespace {
+
+const char* addressOf(const void* object) {
+    return static_cast<const char*>(object);
+}
+
+/// The distance of two fetches, which together reach the ends of an edge.
+constexpr std::size_t Farther = 128;
+
+}  // namespace
+
+std::optional<QuadShape> IndexSlot::shapeOfPlainEdge(const QxGraphObject& segment) {
+    const bool isMade = (segment.flagWord() & flags::PathObject) != 0;
+    // A subclass may see things differently.
+    if (typeid(segment) != (isMade ? typeid(QxPEdge) : typeid(QxDEdge))) {
+        return std::nullopt;
+    }
+    const QxDEdge* edge = wholeEdge(segment);
+    if (edge == nullptr || edge->hasConnectors() || typeid(*edge) != typeid(QxDEdge) ||
+        edge->m_sourcePathEdge != edge->m_targetPathEdge) {
+        return std::nullopt;
+    }
+    const QxDGraph* graph = edge->pOwnerGraph();
+    const QxDNode* source = edge->pSourceNode();
+    const QxDNode* target = edge->pTargetNode();
+    if (graph == nullptr || graph->isIntergraph() != 0 || source == nullptr || target == nullptr) {
+        return std::nullopt;
+    }
+    const QxRect& from = *source->pIRect();
+    const QxRect& to = *target->pIRect();
+    return QuadShape::segment(from.x(), from.y(), to.x(), to.y());
+}
+
+void fetchForShape(const QxGraphObject& object, IndexKind kind) {
+    if (kind == IndexKind::PathEdge) {
+        const auto& edge = static_cast<const QxEdge&>(object);
+        for (const QxNode* end : {edge.pSourceNode(), edge.pTargetNode()}) {
+            __builtin_prefetch(addressOf(end));
+            __builtin_prefetch(addressOf(end) + Farther);
+        }
+    }
+}
+
 QuadShape indexShapeOf(const QxGraphObject& object, IndexKind kind) {
     QxRect rect;
     switch (kind) {
         case IndexKind::PathEdge: {
+            if (const std::optional<QuadShape> plain = IndexSlot::shapeOfPlainEdge(object)) {
+                return *plain;
+            }
             const auto& segment = static_cast<const QxGEdge&>(object);
             const QxDEdge* whole = wholeEdge(object);
             if (whole != nullptr && whole->isCurvedEdge() != 0) {
@@ -118,27 +164,20 @@ namespace {
 /// What a mark sets aside.
 constexpr std::uint32_t SetAside = flags::TemporarilyInvisible | flags::Processing;
 
-const char* addressOf(const QxGraphObject& object) {
-    return reinterpret_cast<const char*>(&object);
-}
-
-/// The distance of two fetches, which together reach the ends of an edge.
-constexpr std::size_t Farther = 128;
-
 }  // namespace
 
 void fetchForShowing(const QxGraphObject& object, IndexKind kind) {
-    __builtin_prefetch(addressOf(object));
+    __builtin_prefetch(&object);
     if (kind == IndexKind::PathEdge) {
-        __builtin_prefetch(addressOf(object) + Farther);
+        __builtin_prefetch(addressOf(&object) + Farther);
     }
 }
 
 void fetchMoreForShowing(const QxGraphObject& object, IndexKind kind) {
     const bool isMade = kind == IndexKind::PathEdge && (object.flagWord() & flags::PathObject) != 0;
     if (const QxDEdge* edge = isMade ? wholeEdge(object) : nullptr) {
-        __builtin_prefetch(addressOf(*edge));
-        __builtin_prefetch(addressOf(*edge) + Farther);
+        __builtin_prefetch(addressOf(edge));
+        __builtin_prefetch(addressOf(edge) + Farther);
     }
 }
 

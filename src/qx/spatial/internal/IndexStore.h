@@ -89,6 +89,9 @@ private:
     void countChange();
     void build();
     void placeMoved();
+    void fetchMoved(std::size_t from) const;
+
+    static constexpr std::size_t FetchedAtOnce = 32;
 
     const QxQTree& m_tree;
     QxDGraph& m_graph;

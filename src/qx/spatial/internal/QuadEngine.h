@@ -76,6 +76,9 @@ public:
     std::uint64_t payload(std::uint32_t slot) const { return anyRecord(slot).payload; }
     unsigned kind(std::uint32_t slot) const { return anyRecord(slot).bits & QuadBits::Kind; }
     QuadShape shape(std::uint32_t slot) const { return anyRecord(slot).shape(); }
+    /// Ask the memory for what changes of the object touch, one before the other.
+    void fetchSlot(std::uint32_t slot) const { m_store.fetchSlot(slot); }
+    void fetchRecord(std::uint32_t slot) const { m_store.fetchRecord(slot); }
     QuadBox boxAt(QuadStore::Place place) const {
         return m_store.block(QuadStore::blockOf(place)).box(QuadStore::positionOf(place));
     }

@@ -44,6 +44,15 @@ public:
         return entry != None && (entry & ChainFlag) != 0 ? m_cells[entry & ~ChainFlag].place
                                                          : entry;
     }
+    /// Ask the memory for what a change of the slot's record touches: first for where it is, then
+    /// for itself.
+    void fetchSlot(std::uint32_t slot) const { __builtin_prefetch(&m_slots[slot]); }
+    void fetchRecord(std::uint32_t slot) const {
+        const Place place = firstPlace(slot);
+        if (place != None) {
+            block(blockOf(place)).fetchAhead(positionOf(place));
+        }
+    }
     /// The first of its records for which `test(place)` holds, None when it holds for none.
     template <class Test>
     Place findPlace(std::uint32_t slot, const Test& test) const;
