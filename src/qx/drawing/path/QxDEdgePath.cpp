@@ -119,7 +119,7 @@ void QxDEdge::connectPath() {
             it.pEdge()->connect();
         }
     }
-    actOnEndObjectChange();
+    isUpdatedVisiblePart(0);
     Coverage::countChanged(*this);
     LabelPresence::changed(*this);
 }
@@ -130,7 +130,7 @@ void QxDEdge::disconnectPath() {
             it.pEdge()->disconnect();
         }
     }
-    actOnEndObjectChange();
+    isUpdatedVisiblePart(0);
     Coverage::countChanged(*this);
     LabelPresence::changed(*this);
 }
@@ -165,7 +165,7 @@ void QxDEdge::attachPath(QxNode* source, QxNode* target) {
     QxPEdge* last = m_targetPathEdge;
     if (first == nullptr && last == nullptr) {
         setFlag(qx::flags::EdgePathImplied, 1);
-        Coverage::changed(*this);
+        tellCoverage();
         if (vNeedsPathAtOnce() != 0) {
             makePath();
         }
