@@ -146,8 +146,12 @@ QuadShape indexShapeOf(const QxGraphObject& object, IndexKind kind) {
             const QxPoint to = segment.ntToPoint(0);
             return QuadShape::segment(from.x(), from.y(), to.x(), to.y());
         }
-        case IndexKind::PathNode:
         case IndexKind::Node:
+            if (typeid(object) == typeid(QxDNode)) {
+                return boxOf(*static_cast<const QxDNode&>(object).pIRect());
+            }
+            [[fallthrough]];
+        case IndexKind::PathNode:
             static_cast<const QxGNode&>(object).getUserBoundingRect(rect, 1);
             return boxOf(rect);
         case IndexKind::Connector:
@@ -165,21 +169,6 @@ namespace {
 constexpr std::uint32_t SetAside = flags::TemporarilyInvisible | flags::Processing;
 
 }  // namespace
-
-void fetchForShowing(const QxGraphObject& object, IndexKind kind) {
-    __builtin_prefetch(&object);
-    if (kind == IndexKind::PathEdge) {
-        __builtin_prefetch(addressOf(&object) + Farther);
-    }
-}
-
-void fetchMoreForShowing(const QxGraphObject& object, IndexKind kind) {
-    const bool isMade = kind == IndexKind::PathEdge && (object.flagWord() & flags::PathObject) != 0;
-    if (const QxDEdge* edge = isMade ? wholeEdge(object) : nullptr) {
-        __builtin_prefetch(addressOf(edge));
-        __builtin_prefetch(addressOf(edge) + Farther);
-    }
-}
 
 std::optional<bool> IndexSlot::showsAsKnown(const QxGraphObject& segment, const QxRect& rect) {
     const bool isMade = (segment.flagWord() & flags::PathObject) != 0;

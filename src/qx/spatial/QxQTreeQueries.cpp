@@ -14,6 +14,7 @@
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDNode.h"
+#include "qx/drawing/QxPEdge.h"
 #include "qx/drawing/QxPathIter.h"
 #include "qx/spatial/QxQTree.h"
 #include "qx/spatial/internal/DrawingOrder.h"
@@ -50,6 +51,26 @@ bool isNear(const qx::internal::QuadEngine& engine, const QuadHit& hit, const Qx
            engine.boxAt(hit.place).meets({rect.left(), rect.bottom(), rect.right(), rect.top()});
 }
 
+/// Asks the memory for what showsIn looks at: for the objects, then for the edges of segments.
+void fetchObjects(const std::vector<QuadHit>& hits, std::size_t from, std::size_t end) {
+    // An object's flags stand at its start, the ends of an edge and the owner of a segment here.
+    constexpr std::size_t Farther = 128;
+    const auto fetch = [](const void* object) {
+        __builtin_prefetch(object);
+        __builtin_prefetch(static_cast<const char*>(object) + Farther);
+    };
+    for (std::size_t i = from; i < end; ++i) {
+        fetch(objectOf(hits[i]));
+    }
+    for (std::size_t i = from; i < end; ++i) {
+        const QxGraphObject* object = objectOf(hits[i]);
+        if (kindOf(hits[i]) == IndexKind::PathEdge &&
+            (object->flagWord() & qx::flags::PathObject) != 0) {
+            fetch(static_cast<const QxPEdge*>(object)->pUnverifiedOwnerEdge());
+        }
+    }
+}
+
 /// Finds the objects to report among the hits.
 void keepShown(const QxRect& rect, Answer& answer) {
     // In a large drawing the objects are far away: the memory is asked for many at once.
@@ -57,12 +78,7 @@ void keepShown(const QxRect& rect, Answer& answer) {
     const std::vector<QuadHit>& hits = answer.hits;
     for (std::size_t from = 0; from < hits.size(); from += AtOnce) {
         const std::size_t end = std::min(hits.size(), from + AtOnce);
-        for (std::size_t i = from; i < end; ++i) {
-            qx::internal::fetchForShowing(*objectOf(hits[i]), kindOf(hits[i]));
-        }
-        for (std::size_t i = from; i < end; ++i) {
-            qx::internal::fetchMoreForShowing(*objectOf(hits[i]), kindOf(hits[i]));
-        }
+        fetchObjects(hits, from, end);
         for (std::size_t i = from; i < end; ++i) {
             const IndexKind kind = kindOf(hits[i]);
             if (!qx::internal::showsIn(*objectOf(hits[i]), kind, rect)) {

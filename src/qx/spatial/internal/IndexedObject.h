@@ -50,10 +50,6 @@ void fetchForShape(const QxGraphObject& object, IndexKind kind);
 /// visible if it lies between graphs, and is not just a part that is cut off.
 bool showsIn(const QxGraphObject& object, IndexKind kind, const QxRect& rect);
 
-/// Asks the memory for what showsIn looks at: first the objects, then what they refer to.
-void fetchForShowing(const QxGraphObject& object, IndexKind kind);
-void fetchMoreForShowing(const QxGraphObject& object, IndexKind kind);
-
 /// The object to report: the segment of a straight edge that stands for it.
 QxGraphObject* reportedObject(QxGraphObject* object, IndexKind kind);
 

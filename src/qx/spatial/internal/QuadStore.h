@@ -72,6 +72,11 @@ public:
 
     /// Adds a record to a block that is not full. The bit Shared is set as due.
     void append(std::uint32_t index, const QuadRecord& record);
+    /// The same to that position, which must be free.
+    void putAt(std::uint32_t index, std::uint32_t position, const QuadRecord& record) {
+        block(index).put(position, record);
+        link(record.slot, placeOf(index, position));
+    }
     void remove(std::uint32_t slot, Place place);
     /// Moves the record to another block that is not full, or to a free position of its own.
     void move(Place place, std::uint32_t toBlock);
