@@ -505,6 +505,15 @@ private:
     /// @{
     bool isClippedAt(bool atSource) const;
     QxPEdge* pEndOfVisiblePart(QxIterDirectionEnum direction) const;
+    /// Whether it is known already, and up to date, where the drawn part of a path of one segment
+    /// starts and ends; false says nothing.
+    bool isDrawnLineKnown() const {
+        constexpr std::uint32_t Shown = qx::flags::EdgeConnected |
+                                        qx::flags::EdgeVisiblePartUpdated |
+                                        qx::flags::EdgeHasVisiblePart;
+        return (flagWord() & (Shown | qx::flags::EdgeDeactivated)) == Shown &&
+               m_fromClip.isKnown() && m_toClip.isKnown() && m_sourcePathEdge == m_targetPathEdge;
+    }
     /// Where the line, the end segment or the straight edge that stands for it, is cut off.
     void readClipPoint(QxPoint& point, const QxGEdge& line, bool atSource) const;
     void readEnd(QxPoint& point, int clipped, bool atSource) const;

@@ -97,7 +97,11 @@ void QxDEdge::vFollowReversal() {
 }
 
 void QxDEdge::nullEndNodes() {
-    disconnectPath();
+    if (isActive()) {
+        disconnectPath();
+    } else {
+        actOnEndObjectChange();
+    }
     loseConnectors();
     if (m_sourcePathEdge != nullptr) {
         attachPath(nullptr, nullptr);

@@ -17,6 +17,7 @@
 #include "qx/drawing/bounds/internal/Moment.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/util/internal/Ref.h"
+#include "qx/spatial/internal/IndexUpkeep.h"
 
 using qx::internal::Change;
 using qx::internal::each;
@@ -45,6 +46,9 @@ QxNode* QxDGraph::vRemoveNode(QxNode* node) {
 }
 
 int QxDGraph::vDiscardNode(QxNode* node) {
+    if (node != nullptr && m_quadTree != nullptr && node->isPathNode() == 0) {
+        qx::internal::IndexUpkeep::fetchAt(*static_cast<QxDNode*>(node));
+    }
     int discarded = 0;
     Change::inGraph(*this, [&] { discarded = QxGraph::vDiscardNode(node); });
     return discarded;

@@ -18,6 +18,7 @@ class QxShapeResource;
 
 namespace qx::internal {
 class Coverage;
+class IndexUpkeep;
 struct IndexSlot;
 template <class T>
 class Ref;
@@ -326,6 +327,7 @@ public:
                                  int labels, int connectorLabels, int connectors, int edges);
     /// Forgets the clip points of the incident edges, and that their visible parts are current.
     void invalidateIncidentEdgeEndPoints();
+    void fetchEdges() const;
     /// @}
 
 protected:
@@ -361,6 +363,7 @@ private:
     friend class QxLabelOwnerOf<QxDNode, QxNodeLabel>;
     friend class qx::internal::Coverage;
     friend struct qx::internal::IndexSlot;
+    friend class qx::internal::IndexUpkeep;
 
     const qx::internal::Ref<QxLabelManager>* pQueryLabelSlot() const;
     qx::internal::Ref<QxLabelManager>& labelSlot();

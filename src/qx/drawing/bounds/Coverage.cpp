@@ -75,6 +75,11 @@ void Coverage::changed(QxDEdge& edge) {
 
 void Coverage::placeEnds(QxDEdge& edge) {
     const QxDGraph* graph = edge.pOwnerGraph();
+    if (edge.m_extentSlot == ExtentTree::NoSlot && graph != nullptr && graph->isIntergraph() == 0 &&
+        !edge.hasConnectors()) {
+        edge.setFlag(flags::EdgeIsTracked, graph->pQuadTree() != nullptr ? 1 : 0);
+        return;  // a plain edge
+    }
     const bool isBetween = edge.intergraphEdge() != 0;
     const bool hasEnds = isBetween || edge.hasCalculatedConnector();
     const bool shows = hasEnds && counts(edge);
@@ -94,6 +99,10 @@ void Coverage::placeEnds(QxDEdge& edge) {
 
 void Coverage::countChanged(QxDEdge& edge) {
     placeEnds(edge);
+    if (edge.pQueryExtras() == nullptr) {
+        IndexUpkeep::countChanged(edge);
+        return;  // it has neither parts nor labels
+    }
     for (auto part = edge.madeParts(); part && part.pNode() != nullptr; ++part) {
         changed(*part.pNode());
     }
@@ -237,8 +246,10 @@ void Coverage::endsEnded(QxDEdge& edge) {
 
 void Coverage::ended(QxDEdge& edge) {
     endsEnded(edge);
-    labelsEnded(edge);
-    IndexUpkeep::ended(edge);
+    if (edge.pQueryExtras() != nullptr || (edge.flagWord() & flags::InQuadTree) != 0) {
+        labelsEnded(edge);
+        IndexUpkeep::ended(edge);
+    }
 }
 
 bool Coverage::counts(const QxDEdge& edge) {

@@ -121,6 +121,9 @@ void QxDEdge::tellConnectorChange(QxConnector* old, QxConnector* connector) {
 }
 
 void QxDEdge::loseConnectors() {
+    if (!hasConnectors()) {
+        return;
+    }
     for (const bool atSource : {true, false}) {
         if (QxConnector* const connector = pConnectorAt(atSource)) {
             const Ref alive(*connector);

@@ -43,6 +43,10 @@ void LabelPresence::changed(const QxDNode& node) {
 }
 
 void LabelPresence::changed(QxDEdge& edge) {
+    if (edge.pQueryExtras() == nullptr) {
+        edge.setFlag(qx::flags::EdgeHasLabels, 0);
+        return;
+    }
     edge.setFlag(qx::flags::EdgeHasLabels, edge.hasLabels());
     const bool counts = edge.connected() != 0 && edge.deactivated() == 0;
     settle(edge.pOwnerGraph(), Kind::Edge, edge.pQueryLabelManager(),

@@ -43,6 +43,9 @@ public:
     static void ended(QxPNode& bend);
     static void ended(QxPEdge& segment);
     static void ended(QxDEdge& edge);
+    /// Asks the memory for what the index has of a node and the straight edges at it, which are
+    /// about to go.
+    static void fetchAt(const QxDNode& node);
     /// A segment takes the place of the straight edge that stood for it.
     static void segmentMade(QxDEdge& edge, QxPEdge& segment);
     /// The segment that a straight edge stood for.
