@@ -70,11 +70,20 @@ private:
             [&] { connector->moveTo(random.below(300), random.below(300), 1); },
             [&] { connector->specified(1 - connector->specified()); },
             [&] { edge->reverse(); },
+            [&] { takeOutAndIn(edge); },
             [&] { node->discardAllConnectors(); },
             [&] { edge->pSourceConnector(connector); },
             [&] { edge->pTargetConnector(connector); },
         };
         random.pick(std::vector(std::begin(edits), std::end(edits)))();
+    }
+    void takeOutAndIn(QxDEdge* edge) {
+        const auto source = hold(edge->pSourceNode());
+        const auto target = hold(edge->pTargetNode());
+        const auto alive = hold(edge);
+        if (drawing.graph->removeEdge(edge) != nullptr && edge->pOwnerGraph() == nullptr) {
+            drawing.graph->insertEdge(edge, source.get(), target.get());
+        }
     }
     TestRandom random;
     int depth = 0;

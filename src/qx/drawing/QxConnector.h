@@ -362,5 +362,3 @@ private:
     std::int16_t m_perMilY = 0;
     QxGraphObjectStatusEnum m_status = QxStatusUnchanged;
 };
-
-static_assert(sizeof(void*) != 8 || sizeof(QxConnector) <= 160, "drawings have many connectors");

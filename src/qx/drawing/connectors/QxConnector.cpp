@@ -19,6 +19,7 @@
 #include "qx/drawing/bounds/internal/Coverage.h"
 #include "qx/drawing/internal/AskedCoordinates.h"
 #include "qx/drawing/internal/Extras.h"
+#include "qx/drawing/internal/FreeOwner.h"
 #include "qx/drawing/labels/internal/LabelPresence.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/geometry/QxShape.h"
@@ -34,7 +35,7 @@ using qx::internal::Ref;
 static_assert(sizeof(void*) != 8 || sizeof(QxConnector) <= 128, "drawings have many connectors");
 
 QxConnector::QxConnector(QxOwnedObject* owner, int, QxFactory*)
-    : QxExtendableGraphObject(owner), m_ownerCell(this) {
+    : QxExtendableGraphObject(qx::internal::ownerWhileFree(owner)), m_ownerCell(this) {
     setFlag(qx::flags::ConnectorSpecified, 1);
     initDiagrammingConnector();
 }

@@ -22,8 +22,8 @@
 #include "qx/drawing/internal/AskedCoordinates.h"
 #include "qx/drawing/internal/CloneLinks.h"
 #include "qx/drawing/internal/Extras.h"
+#include "qx/drawing/internal/FreeOwner.h"
 #include "qx/drawing/labels/internal/LabelChange.h"
-#include "qx/drawing/path/internal/PathOwner.h"
 #include "qx/foundation/geometry/QxPerMil.h"
 #include "qx/foundation/util/QxDebugStream.h"
 
@@ -40,7 +40,7 @@ QxSize usableSize(const QxSize& size) {
 }  // namespace
 
 QxLabel::QxLabel(QxOwnedObject* owner) : QxExtendableGraphObject(nullptr), m_ownerCell(this) {
-    pOwner(qx::internal::ownerOfFreePathObject(owner));
+    pOwner(qx::internal::ownerWhileFree(owner));
     setFlag(qx::flags::LabelMovesWithOwner, 1);
 }
 

@@ -204,12 +204,12 @@ Label* QxLabelOwnerOf<Owner, Label>::unlinkLabel(Label* label) {
         tellPresence(owner);
         Coverage::labelsChanged(owner);
     });
-    if (label->hasFlag(qx::flags::LabelGoing) == 0) {
+    if (label->hasFlag(qx::flags::LabelGoing) == 0 && label->ownerValid() == 0) {
         qx::internal::fireDrawingChange(owner, LabelRemoved, [&] {
             return new QxDrawingChangeEventData(label, &owner, nullptr);
         });
     }
-    return label;
+    return label->ownerValid() == 0 ? label : nullptr;
 }
 
 template <class Owner, class Label>
@@ -221,7 +221,7 @@ int QxLabelOwnerOf<Owner, Label>::destroyLabel(Label* label) {
     const Ref ownerAlive(owner);
     const Ref alive(*label);
     label->setFlag(qx::flags::LabelGoing, 1);
-    const bool removed = owner.vRemoveLabel(label) != nullptr && label->ownerValid() == 0;
+    const bool removed = owner.vRemoveLabel(label) != nullptr;
     label->setFlag(qx::flags::LabelGoing, 0);
     if (!removed) {
         return 0;

@@ -14,8 +14,8 @@
 #include "qx/drawing/bounds/internal/Coverage.h"
 #include "qx/drawing/bounds/internal/Moment.h"
 #include "qx/drawing/clipping/internal/EdgeEnd.h"
+#include "qx/drawing/internal/FreeOwner.h"
 #include "qx/drawing/path/internal/Bend.h"
-#include "qx/drawing/path/internal/PathOwner.h"
 #include "qx/foundation/util/QxDebugStream.h"
 
 using qx::internal::Change;
@@ -64,7 +64,7 @@ private:
 
 QxPEdge::QxPEdge(QxOwnedObject* owner) : QxGEdge(nullptr) {
     // The owner is set only now: the graph would list the segment among its own members.
-    pOwner(qx::internal::ownerOfFreePathObject(owner));
+    pOwner(qx::internal::ownerWhileFree(owner));
     setFlag(qx::flags::PathObject, 1);
 }
 
