@@ -253,7 +253,7 @@ protected:
     /// Kept here, where there is room: the proportional place of a rectangular object's label; of
     /// an edge's label its thousandths along the edge.
     Proportion m_proportion;
-    /// Where an edge's label stands in the extents of its graph.
+    /// Where the label stands in the extents and in the index of its graph.
     std::int32_t m_extentSlot = -1;
     std::int32_t m_indexSlot = -1;
 };

@@ -48,15 +48,6 @@ void IndexUpkeep::tellLabels(Owner& owner) {
     }
 }
 
-template <class Owner>
-void IndexUpkeep::tellLabelsEnded(Owner& owner) {
-    if (const auto* labels = owner.pLabelList()) {
-        for (QxLabel* label : each<QxLabel>(*labels)) {
-            ended(*label);
-        }
-    }
-}
-
 void IndexUpkeep::changed(QxDNode& node) {
     if (treeOf(node.pOwnerGraph()) != nullptr) {
         tell(node, IndexKind::Node);
@@ -140,12 +131,10 @@ void IndexUpkeep::labelsChanged(QxDGraph& graph) {
 
 void IndexUpkeep::ended(QxDNode& node) {
     tellEnded(node, IndexKind::Node);
-    tellLabelsEnded(node);
 }
 
 void IndexUpkeep::ended(QxConnector& connector) {
     tellEnded(connector, IndexKind::Connector);
-    tellLabelsEnded(connector);
 }
 
 void IndexUpkeep::ended(QxLabel& label) {
@@ -162,7 +151,6 @@ void IndexUpkeep::ended(QxPEdge& segment) {
 
 void IndexUpkeep::ended(QxDEdge& edge) {
     tellEnded(edge, IndexKind::PathEdge);
-    tellLabelsEnded(edge);
 }
 
 void IndexUpkeep::segmentMade(QxDEdge& edge, QxPEdge& segment) {

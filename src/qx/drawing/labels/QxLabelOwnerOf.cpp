@@ -50,7 +50,7 @@ void changeIn(QxDGraph& graph, const Act& act) {
 // The labels of an owner have become more or less.
 
 void tellPresence(QxDNode& node) {
-    LabelPresence::changed(node);
+    LabelPresence::ownChanged(node);
 }
 void tellPresence(QxDEdge& edge) {
     LabelPresence::changed(edge);
@@ -179,7 +179,7 @@ Label* QxLabelOwnerOf<Owner, Label>::linkLabel(Label* label) {
         pLabelManager()->m_labels.appendCell(&label->m_ownerCell);
         label->actOnChangeOwner(&owner, 1);
         tellPresence(owner);
-        Coverage::labelsChanged(owner);
+        Coverage::changed(*label);
     });
     if (owns(*label)) {
         qx::internal::fireDrawingChange(*label, LabelInserted, [&] {
@@ -202,7 +202,6 @@ Label* QxLabelOwnerOf<Owner, Label>::unlinkLabel(Label* label) {
         pLabelManager()->m_labels.removeCell(&label->m_ownerCell);
         label->actOnChangeOwner(owner.pUnverifiedFactory(), 0);
         tellPresence(owner);
-        Coverage::labelsChanged(owner);
     });
     if (label->hasFlag(qx::flags::LabelGoing) == 0 && label->ownerValid() == 0) {
         qx::internal::fireDrawingChange(owner, LabelRemoved, [&] {
