@@ -273,8 +273,9 @@ public:
     /// Compute the visible part, take it over and report what shows and what has ceased to.
     void updateVisiblePartAfterGeometryChanges(QxGeometricUpdateInfo* info);
     void updateVisiblePartAfterInsert(QxGeometricUpdateInfo* info);
-    /// Whether anything shows. Setting this or one of the next two flags returns the argument and
-    /// forgets the clipped end points.
+    /// Whether anything shows; 0 for an edge that is not connected and active, unless its visible
+    /// part has been computed since. Setting this or one of the next two flags returns the argument
+    /// and forgets the clipped end points.
     int hasVisiblePart() const;
     int hasVisiblePart(int value);
     /// Whether the visible part as computed last still holds.

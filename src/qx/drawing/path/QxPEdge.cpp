@@ -209,12 +209,17 @@ void QxPEdge::actOnChangeOwner(QxOwnedObject* owner, int valid) {
 }
 
 void QxPEdge::readEnd(QxPoint& point, int clipped, bool atSource) const {
-    const QxDEdge* edge = pOwnerEdge();
+    const QxDEdge* edge = pUnverifiedOwnerEdge();
     const QxNode* node = atSource ? QxEdge::pSourceNode() : QxEdge::pTargetNode();
     if (edge == nullptr || node == nullptr) {
+        // Of a removed edge the bends are left.
+        const QxNode* other = atSource ? QxEdge::pTargetNode() : QxEdge::pSourceNode();
+        if (edge != nullptr && isBend(other)) {
+            static_cast<const QxPNode*>(other)->iCenter(point);
+        }
         return;
     }
-    const bool isClipped = clipped != 0 && inVisiblePart() != 0 &&
+    const bool isClipped = clipped != 0 && edge->ownerValid() != 0 && inVisiblePart() != 0 &&
                            edge->isUpdatedVisiblePart() != 0 && edge->isClippedAt(atSource);
     if (isBend(node)) {
         const auto* bend = static_cast<const QxPNode*>(node);
@@ -225,8 +230,8 @@ void QxPEdge::readEnd(QxPoint& point, int clipped, bool atSource) const {
     }
     if (isClipped) {
         edge->readClipPoint(point, *this, atSource);
-    } else {
-        point = qx::internal::EdgeEnd(*edge, atSource).center();
+    } else if (const qx::internal::EdgeEnd end(*edge, atSource); end) {
+        point = end.center();
     }
 }
 
