@@ -156,6 +156,9 @@ void IndexUpkeep::ended(QxDEdge& edge) {
 void IndexUpkeep::segmentMade(QxDEdge& edge, QxPEdge& segment) {
     if (QxQTree* tree = treeOf(edge.pOwnerGraph())) {
         tree->m_store->replace(edge, segment, IndexKind::PathEdge);
+        if (edge.isCurvedEdge() != 0) {
+            tell(segment, IndexKind::PathEdge);
+        }
     }
 }
 

@@ -184,15 +184,14 @@ void Coverage::ended(QxLabel& label) {
 }
 
 void Coverage::labelsEnded(QxDEdge& edge) {
-    if (edge.pQueryExtras() == nullptr) {
-        return;
-    }
     QxLabelManager* labels = edge.pQueryLabelManager();
     if (labels == nullptr) {
         return;
     }
     forgetOutdated(edge, *labels);
-    eachLabelOf(edge, [](QxLabel& label) { ended(label); });
+    if (const QxDGraph* graph = edge.pOwnerGraph()) {
+        eachLabelOf(edge, [&](QxLabel& label) { graph->extents().clear(label.m_extentSlot); });
+    }
 }
 
 void Coverage::forgetOutdated(const QxDEdge& edge, QxLabelManager& labels) {
@@ -262,7 +261,10 @@ void Coverage::endsEnded(QxDEdge& edge) {
 
 void Coverage::ended(QxDEdge& edge) {
     endsEnded(edge);
-    labelsEnded(edge);
+    if (edge.pQueryExtras() != nullptr) {
+        labelsEnded(edge);
+        eachLabelOf(edge, [](QxLabel& label) { IndexUpkeep::ended(label); });
+    }
     IndexUpkeep::ended(edge);
 }
 
