@@ -226,11 +226,8 @@ void QxConnector::ntBoundingRect(QxRect& rect) const {
 }
 
 int QxConnector::getCenter(QxPoint& center, int inOwnGraph) const {
-    if (pOwnerNode() == nullptr || qx::internal::hasAsked(*this, inOwnGraph) == 0) {
-        return 0;
-    }
-    ntCenter(center);
-    return qx::internal::toAsked(*this, center, inOwnGraph);
+    return pOwnerNode() != nullptr ? qx::internal::giveAsked(*this, center, ntCenter(), inOwnGraph)
+                                   : 0;
 }
 
 int QxConnector::getBoundingRect(QxRect& rect, int inOwnGraph) const {
@@ -261,17 +258,11 @@ int QxConnector::getUserBoundingRect(QxRect& rect, int inOwnGraph) const {
 }
 
 int QxConnector::getSize(QxSize& size, int inOwnGraph) const {
-    QxSize asked = ntSize();
-    const int has = qx::internal::toAsked(*this, asked, inOwnGraph);
-    size = has != 0 ? asked : size;
-    return has;
+    return qx::internal::giveAsked(*this, size, ntSize(), inOwnGraph);
 }
 
 int QxConnector::getOffset(QxSize& offset, int inOwnGraph) const {
-    QxSize asked = ntOffset();
-    const int has = qx::internal::toAsked(*this, asked, inOwnGraph);
-    offset = has != 0 ? asked : offset;
-    return has;
+    return qx::internal::giveAsked(*this, offset, ntOffset(), inOwnGraph);
 }
 
 int QxConnector::vGetAttachmentPoint(QxPoint& point, int inOwnGraph) const {
