@@ -57,6 +57,11 @@ TEST_F(Connector, EventsTellOfSpecifiedOnesOnly) {
     node->discardConnector(connector);
     EXPECT_EQ(drawing.events.takeTypes(), (Types{EdgeConnectorChanged, ConnectorDiscarded}));
     EXPECT_EQ(edge->ntFromPoint(0), QxPoint(0, 0));
+    edge->pSourceConnector(node->addConnector(0, 0, 0, 0, 1, 0));
+    QxDNode* other = drawing.addNode(50, 50);
+    drawing.events.take();
+    EXPECT_EQ(edge->changeSourceNode(other), 1);
+    EXPECT_EQ(drawing.events.takeTypes(), Types{EdgeConnectorChanged}) << "it has lost it";
 }
 
 /// Assigns an end again from inside the event that it is free.

@@ -88,6 +88,8 @@ public:
             [&] { std::swap(line.pins[0], line.pins[line.real->reverse()]); },
             [&] { changeEnd(line, end, node); },
             [&] { reset(line, end); },
+            [&] { carryLine(line, end, node); },
+            [&] { carryLine(line, end, line.node(end)); },
             [&] { assign(line, end, node); },
             [&] { assign(line, end, node); },
             [&] { assign(line, end, node); },
@@ -222,6 +224,23 @@ private:
         unassign(line, 0);
         unassign(line, 1);
         erase(lines, line);
+    }
+    /// Out of its graph and in again; while it is out, a connector of it may go.
+    void carryLine(Line& line, int end, QxDNode* node) {
+        QxDNode* ends[] = {line.node(0), line.node(1)};
+        line.real->pOwnerGraph()->removeEdge(line.real);
+        EXPECT_EQ(line.real->pInternalSourceConnector(), nullptr);
+        EXPECT_EQ(drawing.manager->checkInvariants(), 1);
+        if (line.pins[1] != nullptr && random.chance(20)) {
+            random.chance(50) ? discardPin(*line.pins[1]) : reset(line, 1);
+        }
+        const bool stays = std::exchange(ends[end], node) == node;
+        const bool isBetween = ends[0]->pOwnerGraph() != ends[1]->pOwnerGraph();
+        QxDGraph* to = isBetween ? drawing.manager->pIntergraph() : ends[0]->pOwnerGraph();
+        EXPECT_EQ(to->insertEdge(line.real, ends[0], ends[1]), line.real);
+        if (!stays) {
+            unassign(line, end);
+        }
     }
     void assign(Line& line, int end, QxDNode* stranger) {
         std::vector<Pin*> choice{nullptr};

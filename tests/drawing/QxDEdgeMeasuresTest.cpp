@@ -68,6 +68,16 @@ TEST_F(QxDEdgeMeasures, APathWithoutLengthHasOnePoint) {
     EXPECT_EQ(project(3, 4), (Projection{{0, 0}, 0}));
 }
 
+TEST_F(QxDEdgeMeasures, OfARemovedEdgeTheBendsAreLeft) {
+    reroute(edge, {{100, 50}, {100, 150}});
+    EXPECT_EQ(edge->hasVisiblePart(), 1);
+    const Ref<QxDEdge> removed(drawing.graph->removeEdge(edge));
+    EXPECT_EQ(edge->hasVisiblePart(), 0);
+    EXPECT_EQ(edge->ntEdgeLength(), 100);
+    EXPECT_EQ(along(500), (Place{100, 100}));
+    EXPECT_EQ(project(0, 0), Projection({100, 50}, 0));
+}
+
 TEST_F(QxDEdgeMeasures, ProjectsOntoTheNearestSegment) {
     reroute(edge, {{0, 110}, {200, 110}});
     EXPECT_EQ(project(-5, 60), (Projection{{0, 60}, 50}));

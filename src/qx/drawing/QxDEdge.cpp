@@ -102,9 +102,9 @@ int QxDEdge::checkInvariants() const {
         return 0;
     }
     for (const bool atSource : {true, false}) {
-        const QxConnector* connector = pConnectorAt(atSource);
-        if (connector != nullptr &&
-            connector->pOwnerNode() != (atSource ? pSourceNode() : pTargetNode())) {
+        const QxConnector* connector = pNotedConnector(atSource);
+        const QxDNode* node = pConnectorAt(atSource) != nullptr ? connector->pOwnerNode() : nullptr;
+        if (connector != nullptr && node != (atSource ? pSourceNode() : pTargetNode())) {
             qxDebugStream() << "drawing edge: an end is assigned to a connector elsewhere\n";
             return 0;
         }

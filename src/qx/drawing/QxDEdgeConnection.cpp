@@ -56,7 +56,7 @@ int QxDEdge::changeEnd(QxNode* node, bool atSource) {
         changed = atSource ? QxGEdge::changeSourceNodeWithoutConnect(node)
                            : QxGEdge::changeTargetNodeWithoutConnect(node);
         if (changed != 0) {
-            loseForeignConnector(atSource);
+            settleConnector(atSource);
         }
     });
     return changed;
@@ -102,7 +102,11 @@ void QxDEdge::nullEndNodes() {
     } else {
         actOnEndObjectChange();
     }
-    loseConnectors();
+    if (hasFlag(qx::flags::Discarding) != 0) {
+        loseConnectors();
+    } else {
+        setConnectorsAside();
+    }
     if (m_sourcePathEdge != nullptr) {
         attachPath(nullptr, nullptr);
     }

@@ -62,7 +62,10 @@ QxEdge* QxDGraph::vInsertEdge(QxEdge* edge, QxNode* source, QxNode* target) {
 
 void QxDGraph::actAfterInsertEdgeBeforeConnect(QxEdge* edge) {
     QxGraph::actAfterInsertEdgeBeforeConnect(edge);
-    static_cast<QxDEdge*>(edge)->updatePathOwnership();
+    auto& inserted = static_cast<QxDEdge&>(*edge);
+    inserted.updatePathOwnership();
+    inserted.settleConnector(true);
+    inserted.settleConnector(false);
 }
 
 QxEdge* QxDGraph::vRemoveEdge(QxEdge* edge) {

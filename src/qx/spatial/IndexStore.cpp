@@ -244,10 +244,10 @@ void IndexStore::changed(QxGraphObject& object, IndexKind kind, bool follows) {
     }
     const std::int32_t slot = IndexSlot::of(object, kind);
     const bool counts = countsInIndex(object, kind);
-    if (slot != NoIndexSlot && !counts) {
+    if (!follows) {
+        m_hasMissed = true;  // questions pass over what has ceased to count
+    } else if (slot != NoIndexSlot && !counts) {
         ended(object, kind);
-    } else if (!follows) {
-        m_hasMissed = true;
     } else if (slot != NoIndexSlot) {
         markMoved(slot);
     } else if (counts) {

@@ -50,15 +50,6 @@ void IndexUpkeep::tellLabels(Owner& owner) {
     }
 }
 
-template <class Owner>
-void IndexUpkeep::tellLabelsEnded(Owner& owner) {
-    if (const auto* labels = owner.pLabelList()) {
-        for (QxLabel* label : each<QxLabel>(*labels)) {
-            ended(*label);
-        }
-    }
-}
-
 void IndexUpkeep::changed(QxDNode& node) {
     if (treeOf(node.pOwnerGraph()) != nullptr) {
         tell(node, IndexKind::Node);
@@ -145,7 +136,6 @@ void IndexUpkeep::ended(QxDNode& node) {
         return;
     }
     tellEnded(node, IndexKind::Node);
-    tellLabelsEnded(node);
 }
 
 void IndexUpkeep::ended(QxConnector& connector) {
@@ -153,7 +143,6 @@ void IndexUpkeep::ended(QxConnector& connector) {
         return;
     }
     tellEnded(connector, IndexKind::Connector);
-    tellLabelsEnded(connector);
 }
 
 void IndexUpkeep::ended(QxLabel& label) {
@@ -173,7 +162,6 @@ void IndexUpkeep::ended(QxDEdge& edge) {
         return;
     }
     tellEnded(edge, IndexKind::PathEdge);
-    tellLabelsEnded(edge);
 }
 
 void IndexUpkeep::fetchAt(const QxDNode& node) {
@@ -206,6 +194,9 @@ void IndexUpkeep::fetchAt(const QxDNode& node) {
 void IndexUpkeep::segmentMade(QxDEdge& edge, QxPEdge& segment) {
     if (QxQTree* tree = treeOf(edge.pOwnerGraph())) {
         tree->m_store->replace(edge, segment, IndexKind::PathEdge);
+        if (edge.isCurvedEdge() != 0) {
+            tell(segment, IndexKind::PathEdge);
+        }
     }
 }
 

@@ -25,6 +25,19 @@ bool isActive(const QxDEdge* edge) {
     return edge != nullptr && edge->connected() != 0 && edge->deactivated() == 0;
 }
 
+/// Whether the edge of a segment draws it as a curve, within that rectangle.
+bool isCurved(const QxGEdge& segment, const QxDEdge* whole, QxRect& rect) {
+    if (whole == nullptr || whole->isCurvedEdge() == 0) {
+        return false;
+    }
+    if ((segment.flagWord() & flags::PathObject) != 0) {
+        segment.getUserBoundingRect(rect, 1);
+    } else {
+        segment.ntBoundingRect(rect, 0);  // of the edge that would be with its labels
+    }
+    return true;
+}
+
 /// The edge that a segment, or an edge that stands for its segment, belongs to.
 const QxDEdge* wholeEdge(const QxGraphObject& segment) {
     return (segment.flagWord() & flags::PathObject) != 0
@@ -137,9 +150,7 @@ QuadShape indexShapeOf(const QxGraphObject& object, IndexKind kind) {
                 return *plain;
             }
             const auto& segment = static_cast<const QxGEdge&>(object);
-            const QxDEdge* whole = wholeEdge(object);
-            if (whole != nullptr && whole->isCurvedEdge() != 0) {
-                segment.getUserBoundingRect(rect, 1);
+            if (isCurved(segment, wholeEdge(object), rect)) {
                 return boxOf(rect);
             }
             const QxPoint from = segment.ntFromPoint(0);
@@ -199,7 +210,7 @@ bool showsIn(const QxGraphObject& object, IndexKind kind, const QxRect& rect) {
         return false;
     }
     const auto isSeen = [](const QxDEdge* edge) {
-        return edge != nullptr && (edge->intergraphEdge() == 0 || edge->isVisible() != 0) &&
+        return isActive(edge) && (edge->intergraphEdge() == 0 || edge->isVisible() != 0) &&
                edge->hasVisiblePart() != 0;
     };
     if (kind == IndexKind::PathNode) {
@@ -212,14 +223,17 @@ bool showsIn(const QxGraphObject& object, IndexKind kind, const QxRect& rect) {
         }
         const QxDEdge* edge = wholeEdge(object);
         const bool isMade = (object.flagWord() & flags::PathObject) != 0;
-        return isSeen(edge) && (!isMade || static_cast<const QxPEdge&>(object).isUsable() != 0) &&
-               static_cast<const QxGEdge&>(object).ntIntersectsRect(&rect, 1) != 0;
+        const auto& segment = static_cast<const QxGEdge&>(object);
+        if (!isSeen(edge) || (isMade && static_cast<const QxPEdge&>(object).isUsable() == 0)) {
+            return false;
+        }
+        QxRect curve;
+        return isCurved(segment, edge, curve) ? curve.intersectsRect(rect) != 0
+                                              : segment.ntIntersectsRect(&rect, 1) != 0;
     }
     if (kind == IndexKind::EdgeLabel) {
         const QxDEdge* edge = static_cast<const QxLabel&>(object).pOwnerEdge();
-        if (edge == nullptr || (edge->intergraphEdge() != 0 && edge->isVisible() == 0)) {
-            return false;
-        }
+        return isActive(edge) && (edge->intergraphEdge() == 0 || edge->isVisible() != 0);
     }
     return true;
 }

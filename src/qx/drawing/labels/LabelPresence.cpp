@@ -35,8 +35,12 @@ void LabelPresence::settle(QxDGraph* graph, Kind kind, QxLabelManager* labels, s
     labels->m_counted = count;
 }
 
-void LabelPresence::changed(const QxDNode& node) {
+void LabelPresence::ownChanged(const QxDNode& node) {
     settle(node.pOwnerGraph(), Kind::Node, node.pQueryLabelManager(), node.numberOfLabels());
+}
+
+void LabelPresence::changed(const QxDNode& node) {
+    ownChanged(node);
     for (QxInternalConnectorIter it(&node); it; ++it) {
         changed(*it.pConnector());
     }

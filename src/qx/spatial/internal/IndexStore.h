@@ -33,6 +33,8 @@ public:
     /// @name Contents
     /// @{
     bool isPending() const { return m_isPending; }
+    /// Whether objects have come or changed that it has not taken in, for it does not follow.
+    bool isBehind() const { return m_hasMissed; }
     /// Whether it is the tree of the graph.
     bool isOwn() const;
     /// Takes in everything that lies in the graph, now or at the first question.

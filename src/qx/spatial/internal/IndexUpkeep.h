@@ -35,8 +35,7 @@ public:
     /// The labels of an edge, or of a graph itself, may have moved.
     static void labelsChanged(QxDEdge& edge);
     static void labelsChanged(QxDGraph& graph);
-    /// The object leaves its graph, its owner or its path; nodes, connectors and edges with their
-    /// labels.
+    /// The object leaves its graph, its owner or its path.
     static void ended(QxDNode& node);
     static void ended(QxConnector& connector);
     static void ended(QxLabel& label);
@@ -58,8 +57,6 @@ private:
     static void tellEnded(Object& object, IndexKind kind);
     template <class Owner>
     static void tellLabels(Owner& owner);
-    template <class Owner>
-    static void tellLabelsEnded(Owner& owner);
 };
 
 }  // namespace qx::internal
