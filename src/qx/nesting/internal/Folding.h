@@ -33,6 +33,7 @@ public:
 
 private:
     bool becomeFolder();
+    void placeFolder();
     void moveEverything();
     void moveHiddenEdge(QxDEdge& edge) const;
     void discardStranded();
@@ -46,6 +47,9 @@ private:
     std::size_t m_shownEdges = 0;  ///< how many of the collected edges were not hidden
     std::vector<Ref<QxDEdge>> m_stranded;
 };
+
+/// A sum over the places of the nodes and bends in a fold graph, hidden or not, in any order.
+std::uint64_t sumOfPlaces(const QxDGraph& foldGraph);
 
 /// Moves what lies in the fold graph of a folder node back into the graph of the folder.
 class Unfolding {
