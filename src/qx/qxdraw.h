@@ -36,6 +36,7 @@
 #include "qx/drawing/QxPNode.h"
 #include "qx/drawing/QxPathIter.h"
 #include "qx/drawing/QxPathObjectIters.h"
+#include "qx/drawing/QxPlacedRectOf.h"
 #include "qx/drawing/QxRectangularObjectLabel.h"
 #include "qx/drawing/QxTriStateEnum.h"
 #include "qx/events/QxComplexityChangeEvent.h"

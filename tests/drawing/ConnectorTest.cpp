@@ -23,18 +23,6 @@ protected:
     QxDEdge* edge = drawing.edge;
 };
 
-TEST_F(Connector, BeyondASideItKeepsItsDistanceAndWithinItsProportion) {
-    QxConnector* connector = node->addConnector(0, 0, 0, 0, 1, 0);
-    EXPECT_EQ(connector->moveTo(20, 5, 1), 1);
-    EXPECT_EQ(connector->perMilX(), 1000);
-    EXPECT_EQ(connector->ntOffset(), QxSize(10, 0));
-    node->resize(100, 40, 1);
-    EXPECT_EQ(connector->ntCenter(), QxPoint(60, 10));
-    drawing.events.take();
-    EXPECT_EQ(connector->moveTo(60, 10, 1), 1);
-    EXPECT_EQ(drawing.events.takeTypes(), Types{}) << "it is there already";
-}
-
 TEST_F(Connector, TheEdgeIsCutOffAtItsOutlineWhateverWasAsked) {
     QxConnector* connector = node->addConnector(0, 1000, 0, 0, 1, 0);
     connector->resize(20, 20, 1);
@@ -69,6 +57,11 @@ TEST_F(Connector, EventsTellOfSpecifiedOnesOnly) {
     node->discardConnector(connector);
     EXPECT_EQ(drawing.events.takeTypes(), (Types{EdgeConnectorChanged, ConnectorDiscarded}));
     EXPECT_EQ(edge->ntFromPoint(0), QxPoint(0, 0));
+    edge->pSourceConnector(node->addConnector(0, 0, 0, 0, 1, 0));
+    QxDNode* other = drawing.addNode(50, 50);
+    drawing.events.take();
+    EXPECT_EQ(edge->changeSourceNode(other), 1);
+    EXPECT_EQ(drawing.events.takeTypes(), Types{EdgeConnectorChanged}) << "it has lost it";
 }
 
 /// Assigns an end again from inside the event that it is free.
@@ -90,20 +83,6 @@ TEST_F(Connector, LeavesItsEdgesForGoodWhateverAListenerAssigns) {
     const Ref<QxConnector> removed(node->removeConnector(connector));
     EXPECT_EQ(removed.get(), connector);
     EXPECT_EQ(edge->pInternalSourceConnector(), nullptr);
-}
-
-TEST_F(Connector, AResizeScalesCalculatedOffsetsOnceEach) {
-    QxConnector* shared = node->ntAddConnector(0, 0, 10, 1);
-    QxConnector* unused = node->ntAddConnector(0, 0, 10, 0);
-    QxDEdge* loop = drawing.addEdge(node, node);
-    loop->pSourceConnector(shared);
-    loop->pTargetConnector(shared);
-    node->resize(40, 8, 1);
-    EXPECT_EQ(shared->ntOffset(), QxSize(20, 1)) << "1 scaled by 0.4 stays 1";
-    EXPECT_EQ(shared->isRescaled(), 1);
-    EXPECT_EQ(unused->ntOffset(), QxSize(10, 0));
-    shared->specified(1);
-    EXPECT_EQ(shared->flagWord() & qx::flags::TemporarilyInvisible, 0U);
 }
 
 TEST_F(Connector, ListsNameASelfLoopOnceInTheOrderOfTheNode) {

@@ -88,6 +88,8 @@ public:
             [&] { std::swap(line.pins[0], line.pins[line.real->reverse()]); },
             [&] { changeEnd(line, end, node); },
             [&] { reset(line, end); },
+            [&] { carryLine(line, end, node); },
+            [&] { carryLine(line, end, line.node(end)); },
             [&] { assign(line, end, node); },
             [&] { assign(line, end, node); },
             [&] { assign(line, end, node); },
@@ -168,7 +170,7 @@ private:
             for (const int axis : {0, 1}) {
                 const int offset = pin.offset[axis];
                 const double half = halfOf(before[axis], offset);
-                if (pin.node == node && !pin.specified && half > 0 && isUsedInGraph(pin)) {
+                if (pin.node == node && !pin.specified && half > 0 && isUsedInGraph(*pin.real)) {
                     const double scaled = offset * halfOf(size[axis], offset) / half;
                     const int rounded = static_cast<int>(std::floor(scaled + 0.5));
                     pin.offset[axis] = rounded != 0 ? rounded : offset;
@@ -223,6 +225,23 @@ private:
         unassign(line, 1);
         erase(lines, line);
     }
+    /// Out of its graph and in again; while it is out, a connector of it may go.
+    void carryLine(Line& line, int end, QxDNode* node) {
+        QxDNode* ends[] = {line.node(0), line.node(1)};
+        line.real->pOwnerGraph()->removeEdge(line.real);
+        EXPECT_EQ(line.real->pInternalSourceConnector(), nullptr);
+        EXPECT_EQ(drawing.manager->checkInvariants(), 1);
+        if (line.pins[1] != nullptr && random.chance(20)) {
+            random.chance(50) ? discardPin(*line.pins[1]) : reset(line, 1);
+        }
+        const bool stays = std::exchange(ends[end], node) == node;
+        const bool isBetween = ends[0]->pOwnerGraph() != ends[1]->pOwnerGraph();
+        QxDGraph* to = isBetween ? drawing.manager->pIntergraph() : ends[0]->pOwnerGraph();
+        EXPECT_EQ(to->insertEdge(line.real, ends[0], ends[1]), line.real);
+        if (!stays) {
+            unassign(line, end);
+        }
+    }
     void assign(Line& line, int end, QxDNode* stranger) {
         std::vector<Pin*> choice{nullptr};
         for (Pin& pin : pins) {
@@ -274,21 +293,10 @@ private:
                          static_cast<Pin*>(nullptr));
         }
     }
-    bool isUsedInGraph(const Pin& pin) {
-        return std::any_of(lines.begin(), lines.end(), [&](const Line& line) {
-            return line.uses(pin) && line.real->connected() != 0 &&
-                   line.real->intergraphEdge() == 0;
-        });
-    }
     std::string coverDifference() {
         for (QxDGraph* graph : {drawing.graph, second}) {
             QxRect all;
-            bool any = walkBounds(*graph, all);
-            for (const Pin& pin : pins) {
-                if (pin.node->pOwnerGraph() == graph && (pin.specified || isUsedInGraph(pin))) {
-                    all |= QxRect(placeOf(pin), pin.specified ? pin.real->ntSize() : QxSize());
-                }
-            }
+            const bool any = walkBounds(*graph, all);
             QxRect kept;
             if (graph->calculateGraphBounds(kept) != (any ? 1 : 0) ||
                 (any && boxOf(kept) != boxOf(all)) ||

@@ -118,28 +118,6 @@ TEST(Copies, ClonesOfEveryKindStandAlone) {
     EXPECT_EQ(told(*drawing.manager), before);
 }
 
-TEST(Copies, ListsOfGraphsAndPathObjectsCloneWhatTheyHold) {
-    QxFactory factory;
-    BentDrawing drawing(factory);
-    QxDGraphDList graphs;
-    graphs.appendGraph(drawing.graph);
-    QxDGraphDList graphCopies;
-    graphCopies.copyAllCellsAndGraphs(&graphs);
-    ASSERT_EQ(graphCopies.count(), 1);
-    EXPECT_NE(graphCopies.pFirstGraph(), drawing.graph);
-    EXPECT_EQ(bendsOf(graphCopies.pFirstGraph()->pFirstEdge()), Bends);
-    graphCopies.deleteAllCellsAndGraphs();
-
-    QxPNodeDList bends;
-    drawing.edge->buildPathNodeList(bends);
-    QxPNodeDList bendCopies;
-    bendCopies.copyAllCellsAndNodes(&bends);
-    ASSERT_EQ(bendCopies.count(), 2);
-    EXPECT_EQ(placeOf(bendCopies.pLastNode()->iCenter()), Bends[1]);
-    bendCopies.deleteAllCellsAndNodes();
-    EXPECT_EQ(drawing.manager->checkInvariants(), 1);
-}
-
 TEST(Copies, OfNothingAndOfTheObjectItselfChangeNothing) {
     QxFactory factory;
     BentDrawing drawing(factory);

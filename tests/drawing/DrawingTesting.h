@@ -3,14 +3,17 @@
 
 #pragma once
 
+#include <algorithm>
 #include <array>
 #include <ostream>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "qx/drawing/QxConnector.h"
 #include "qx/drawing/QxDrawingIters.h"
 #include "qx/drawing/QxFactory.h"
+#include "qx/drawing/QxLabelIters.h"
 #include "qx/events/QxDEventManager.h"
 #include "qx/events/QxDrawingChangeEventData.h"
 #include "qx/events/QxDrawingChangeListener.h"
@@ -29,6 +32,15 @@ inline Box boundsOf(const QxDGraph* graph) {
     return boxOf(*graph->pBoundingRect());
 }
 
+/// Whether a connected edge within the graph ends at the connector.
+inline bool isUsedInGraph(const QxConnector& connector) {
+    QxDEdgeDList users;
+    connector.buildIncidentEdgeList(&users, QxEdgeDirectionBoth, QxEdgeConnectionConnected);
+    const auto edges = objectsOf<QxDEdge>(users);
+    return std::any_of(edges.begin(), edges.end(),
+                       [](const QxDEdge* edge) { return edge->intergraphEdge() == 0; });
+}
+
 /// The bounds by the long way, over everything that the graph lists; false when there is nothing.
 inline bool walkBounds(const QxDGraph& graph, QxRect& bounds) {
     bool any = false;
@@ -36,8 +48,26 @@ inline bool walkBounds(const QxDGraph& graph, QxRect& bounds) {
         bounds = any ? bounds |= rect : rect;
         any = true;
     };
+    const auto addLabels = [&](auto labels) {
+        for (; labels; ++labels) {
+            QxRect rect;
+            labels.pLabel()->ntBoundingRect(rect);
+            add(rect);
+        }
+    };
     for (const QxDNode* node : QxDNodeIter(&graph)) {
         add(*node->pIRect());
+        addLabels(QxNodeLabelIter(node));
+        for (const QxConnector* connector : QxInternalConnectorIter(node)) {
+            QxRect rect(connector->ntCenter(), QxSize(0, 0));
+            if (connector->specified() != 0) {
+                connector->ntBoundingRect(rect);
+                addLabels(QxConnectorLabelIter(connector));
+            }
+            if (connector->specified() != 0 || isUsedInGraph(*connector)) {
+                add(rect);
+            }
+        }
     }
     for (const QxDEdge* edge : QxDEdgeIter(&graph)) {
         if (graph.isIntergraph() != 0 && edge->isVisible() == 0) {
@@ -48,6 +78,7 @@ inline bool walkBounds(const QxDGraph& graph, QxRect& bounds) {
         for (const QxPNode* bend : QxPNodeDListIter(&bends)) {
             add(QxRect(bend->iCenter(), QxSize(0, 0)));
         }
+        addLabels(QxEdgeLabelIter(edge));
         if (graph.isIntergraph() != 0) {
             add(QxRect(edge->ntFromPoint(0), edge->ntToPoint(0)));
         }

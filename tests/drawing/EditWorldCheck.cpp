@@ -153,7 +153,7 @@ std::string EditWorld::differenceAt(const ModelNode& node) {
 
 std::string EditWorld::differenceAt(const ModelEdge& edge) {
     const QxDEdge& real = *drawn(edge);
-    if (bendsOf(real) != m_bends.at(&real)) {
+    if (bendsOf(real) != m_bends[&real]) {
         return "bends";
     }
     QxPNodeDList bends;
@@ -186,7 +186,7 @@ std::string EditWorld::visibleDifference(const ModelEdge& edge) {
     if (edge.state != EdgeState::Connected || (edge.graph->isBetween && !isVisible(edge))) {
         return "";
     }
-    const Bends& bends = m_bends.at(edge.object);
+    const Bends& bends = m_bends[edge.object];
     const auto ends = {boxOf(*drawn(*edge.source)->pIRect()),
                        boxOf(*drawn(*edge.target)->pIRect())};
     if (!std::all_of(bends.begin(), bends.end(),
@@ -242,7 +242,9 @@ std::string EditWorld::differenceAt(const ModelGraph& graph) {
     if (graph.manager == nullptr) {
         m_story.look(&real, stored);
         attributes.changes = 0;
+        attributes.isLoose = true;
     } else {
+        attributes.rests &= !std::exchange(attributes.isLoose, false);
         if (!m_story.knows(&real)) {
             m_story.look(&real, Box{});
         }

@@ -20,113 +20,13 @@ QxPNode* bendAt(const QxDEdge& edge, int index) {
 
 }  // namespace
 
-void EditWorld::addEdge() {
-    if (m_model.edges().size() < 50) {
-        ModelGraph& maker = anyGraph();
-        QxDEdge* real = static_cast<QxFactory*>(maker.factory)->qxNewDEdge(maker.object, 0);
-        m_bends[real];
-        insertEdge(m_model.addDetachedEdge(real, maker.factory));
-    }
-}
-
-void EditWorld::insertEdge(ModelEdge& edge) {
-    ModelNode& source = anyNode();
-    // Ends in one graph are what makes visible edges, in the intergraph too.
-    const bool close = source.graph != nullptr && m_random.chance(60);
-    ModelNode& target = close ? *m_random.pick(source.graph->nodes) : anyNode();
-    ModelManager& manager = source.graph != nullptr && source.graph->manager != nullptr
-                                ? *source.graph->manager
-                                : anyManager();
-    if (m_random.chance(50)) {
-        QxDEdge* real = drawn(manager)->insertEdge(drawn(edge), drawn(source), drawn(target));
-        agree({"insertEdge through the manager", real != nullptr,
-               m_model.insertEdge(manager, edge, source, target)});
-        if (manager.between != nullptr) {
-            m_attributes[manager.between->object];
-        }
-        return;
-    }
-    ModelGraph& graph =
-        manager.between != nullptr && m_random.chance(40) ? *manager.between : graphOf(source);
-    QxDEdge* real = drawn(graph)->insertEdge(drawn(edge), drawn(source), drawn(target));
-    agree({"insertEdge", real != nullptr, m_model.insertEdge(graph, edge, source, target)});
-}
-
-void EditWorld::stepEdge() {
-    if (m_model.edges().size() < 15 || m_random.chance(20)) {
-        return addEdge();
-    }
-    ModelEdge& edge = anyEdge();
-    ModelGraph& graph = graphOf(edge);
-    const int kind = m_random.below(12);
-    if (kind < 6) {
-        insertEdge(edge);
-    } else if (kind < 9) {
-        agree({"removeEdge", drawn(graph)->removeEdge(drawn(edge)) != nullptr,
-               m_model.removeEdge(graph, edge)});
-    } else if (kind < 11) {
-        agree({"discardEdge", drawn(graph)->discardEdge(drawn(edge)) != 0,
-               m_model.discardEdge(graph, edge)});
-    } else if (edge.graph == nullptr) {
-        note("release a detached edge");
-        edge.object->vRelease();
-        m_model.destroyDetached(edge);
-    }
-}
-
-void EditWorld::stepState() {
+/// What changes no path: where it is cut off, and whether its parts exist as objects.
+void EditWorld::stepClipping() {
     if (m_model.edges().empty()) {
         return;
     }
     ModelEdge& model = anyEdge();
     QxDEdge& edge = *drawn(model);
-    switch (m_random.below(8)) {
-        case 0:
-            return agree({"disconnect", edge.disconnect() != 0, m_model.disconnect(model)});
-        case 1:
-        case 2:
-            return agree({"connect", edge.connect() != 0, m_model.connect(model)});
-        case 3:
-            return agree({"deactivate", edge.deactivate() != 0, m_model.deactivate(model)});
-        case 4:
-            return agree({"activate", edge.activate() != 0, m_model.activate(model)});
-        case 5:
-            return stepClipping(edge);
-        default:
-            return stepEnds(model);
-    }
-}
-
-void EditWorld::stepEnds(ModelEdge& model) {
-    QxDEdge& edge = *drawn(model);
-    ModelNode& node = model.source != nullptr && model.source->graph != nullptr
-                          ? *m_random.pick(model.source->graph->nodes)
-                          : anyNode();
-    Bends& bends = m_bends[&edge];
-    switch (m_random.below(4)) {
-        case 0:
-            if (model.source != nullptr && model.target != nullptr) {
-                std::reverse(bends.begin(), bends.end());
-            }
-            return agree({"reverse", edge.reverse() != 0, m_model.reverse(model)});
-        case 1:
-            return agree({"changeTargetNode", edge.changeTargetNode(drawn(node)) != 0,
-                          m_model.changeEnds(model, model.source, &node)});
-        case 2: {
-            ModelNode& other = model.graph != nullptr && model.graph->isBetween ? anyNode() : node;
-            return agree({"changeSourceNodeWithoutConnect",
-                          edge.changeSourceNodeWithoutConnect(drawn(other)) != 0,
-                          m_model.changeSourceWithoutConnect(model, &other)});
-        }
-        default:
-            return agree({"changeEndNodes",
-                          edge.changeEndNodes(drawn(node), edge.pSourceNode()) != 0,
-                          m_model.changeEnds(model, &node, model.source)});
-    }
-}
-
-/// What changes no path: where it is cut off, and whether its parts exist as objects.
-void EditWorld::stepClipping(QxDEdge& edge) {
     note("clip");
     switch (m_random.below(4)) {
         case 0:
@@ -134,7 +34,12 @@ void EditWorld::stepClipping(QxDEdge& edge) {
             edge.clipTargetSide(m_random.below(2));
             break;
         case 1:
-            drawn(anyNode())->forceClipping(m_random.below(2));
+            edge.clipSourceSide(m_random.below(2));
+            edge.ntFromPoint(1);  // found, and to be found anew
+            if (model.source != nullptr) {
+                drawn(*model.source)->forceClipping(m_random.below(2));
+                m_complaint = visibleDifference(model);
+            }
             break;
         case 2:
             edge.pTargetOrPathEdge();

@@ -141,6 +141,12 @@ void EditWorld::stepReshape() {
     const QxShape* given = shape == 0 ? nullptr : &m_shapes[static_cast<std::size_t>(shape)];
     drawn(node)->pShape(given, quietly);
     look.shape = shape;
+    if (m_random.chance(20)) {
+        drawn(node)->discardShapeResource();
+        look.shape = 0;
+    } else if (m_random.chance(20)) {
+        drawn(node)->pShapeResource();
+    }
     m_complaint = m_story.hear(m_events.take());
     if (m_story.takeCount(node.object, NodeShapeChanged) != (told ? 1 : 0)) {
         m_complaint = "a change of shape was told falsely";

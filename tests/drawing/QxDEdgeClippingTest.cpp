@@ -39,24 +39,6 @@ protected:
     QxDEdge* edge = drawing.edge;
 };
 
-TEST_F(QxDEdgeClipping, FollowsChoicesAndNodesThatForceIt) {
-    source->forceClipping(0);
-    target->forceClipping(0);
-    EXPECT_EQ(edge->clipSourceSide(0), 0);
-    EXPECT_THAT(visiblePointsOf(edge), ElementsAre(Place{0, 0}, Place{190, 0}));
-    EXPECT_EQ(edge->clipTargetSide(0), 0);
-    EXPECT_THAT(visiblePointsOf(edge), ElementsAre(Place{0, 0}, Place{200, 0}));
-    EXPECT_EQ(edge->useFromClipping(), 0);
-    source->forceClipping(1);
-    EXPECT_EQ(edge->useFromClipping(), 1);
-    EXPECT_EQ(edge->clipSourceSide(), 0);
-    EXPECT_THAT(visiblePointsOf(edge), ElementsAre(Place{10, 0}, Place{200, 0}));
-    edge->clipTargetSide(5);
-    EXPECT_EQ(edge->clipTargetSide(), 1);
-    EXPECT_EQ(edge->isUpdatedVisiblePart(), 0) << "found anew when somebody asks";
-    EXPECT_THAT(visiblePointsOf(edge), ElementsAre(Place{10, 0}, Place{190, 0}));
-}
-
 TEST_F(QxDEdgeClipping, BendsWithinAnEndNodeAreHidden) {
     reroute(edge, {{5, 5}, {50, 5}, {150, 5}, {195, 5}, {205, 0}});
     EXPECT_EQ(flags(), "..sbsbs....");
@@ -71,14 +53,6 @@ TEST_F(QxDEdgeClipping, BendsWithinAnEndNodeAreHidden) {
     edge->discardOverlappedBendsForClipping(0, 1);
     EXPECT_EQ(bendsOf(edge), (Places{{50, 5}, {150, 5}}));
     EXPECT_EQ(flags(), "sbsbs");
-}
-
-TEST_F(QxDEdgeClipping, APathThatLeavesOneNodeOnlyWithinTheOtherIsNotSeen) {
-    target->moveTo(22, 0, 1);
-    target->resize(40, 40, 1);
-    // The first bend lies in both nodes, the second in the target alone.
-    reroute(edge, {{5, 0}, {15, 5}});
-    EXPECT_EQ(flags(), ".....");
 }
 
 TEST_F(QxDEdgeClipping, NodesThatTouchShowAPointSideBySideOnly) {
@@ -97,42 +71,6 @@ TEST_F(QxDEdgeClipping, NodesThatTouchShowAPointSideBySideOnly) {
     EXPECT_EQ(edge->hasVisiblePart(), 0);
     target->moveTo(0, 0, 1);
     EXPECT_EQ(edge->hasVisiblePart(), 0);
-}
-
-TEST_F(QxDEdgeClipping, OneVisibleSegmentIsJudgedByTheCentersOfTheNodes) {
-    // The segment from the hidden bend is far longer than the gap between the nodes.
-    target->moveTo(18, 0, 1);
-    reroute(edge, {{0, 9}, {18, -9}});
-    EXPECT_EQ(flags(), ".....");
-    target->moveTo(21, 0, 1);
-    EXPECT_EQ(flags(), "..s..");
-}
-
-TEST_F(QxDEdgeClipping, OvalsAndPolygonsCutAtTheirOutline) {
-    const QxShape oval(QxShapeTypeOval);
-    source->resize(200, 100, 1);
-    source->pShape(&oval, 0);
-    target->moveTo(0, 300, 1);
-    EXPECT_EQ(edge->ntFromPoint(1), QxPoint(0, 50));
-    target->moveTo(300, 300, 1);
-    const QxPoint cut = edge->ntFromPoint(1);
-    EXPECT_EQ(cut.x(), cut.y());
-    EXPECT_NEAR(cut.x(), 44.72, 0.6);
-    // A corner of the bounding rectangle is outside the oval.
-    drawing.addBend(edge, 95, 45);
-    EXPECT_EQ(flags(), "sbs");
-    source->pShape(nullptr, 0);
-    EXPECT_EQ(flags(), "..s");
-
-    QxPointDList diamond;
-    for (const Place& corner : Places{{0, -1}, {1, 0}, {0, 1}, {-1, 0}}) {
-        diamond.appendPoint(pointAt(corner));
-    }
-    const QxShape shape = QxShape::fromOutline(diamond);
-    source->pShape(&shape, 0);
-    edge->discardAllBends();
-    target->moveTo(400, 400, 1);
-    EXPECT_EQ(edge->ntFromPoint(1), QxPoint(33, 33));
 }
 
 TEST_F(QxDEdgeClipping, AClipPointIsComputedOnce) {

@@ -89,41 +89,6 @@ TEST_F(QxDEdgePath, RefusesWhatIsNotItsOwn) {
     expectSound();
 }
 
-TEST_F(QxDEdgePath, DiscardingABendKeepsTheSegmentThatEntersIt) {
-    addBends(3);
-    auto segments = segmentsOf(edge);
-    EXPECT_EQ(edge->discardBend(bendAt(2)), 1);
-    EXPECT_EQ(segmentsOf(edge), (std::vector{segments[0], segments[1], segments[3]}));
-    EXPECT_EQ(edge->discardBend(bendAt(2)), 1);
-    EXPECT_EQ(edge->pTargetOrPathEdge(), segments[1]);
-    EXPECT_EQ(edge->discardBend(bendAt(1)), 1);
-    EXPECT_EQ(edge->pTargetOrPathEdge(), segments[0]);
-    EXPECT_EQ(edge->hasBends(), 0);
-    expectSound();
-}
-
-TEST_F(QxDEdgePath, SurvivesItsNodesAndItsGraph) {
-    addBends(2);
-    drawing.graph->removeNode(drawing.source);
-    EXPECT_EQ(edge->disconnected(), 1);
-    EXPECT_EQ(edge->checkInvariants(), 1);
-    drawing.graph->insertNode(drawing.source);
-    EXPECT_EQ(edge->connect(), 1);
-    expectSound();
-
-    const Ref<QxDEdge> kept = hold(edge);
-    drawing.graph->discardNode(drawing.source);
-    EXPECT_EQ(kept->ownerValid(), 0);
-    drawing.manager->discardGraph(drawing.graph);
-    EXPECT_THAT(xsOf(kept.get()), ElementsAre(20, 40));
-    EXPECT_EQ(kept->checkInvariants(), 1);
-
-    QxDGraph* later = drawing.manager->addGraph(0);
-    QxDNode* a = later->addNodeWithCoordinates(0, 0, 10, 10, 1, 0);
-    EXPECT_EQ(later->insertEdge(hold(kept.get()).release(), a, a), kept.get());
-    EXPECT_EQ(kept->checkPath(), 1);
-}
-
 TEST_F(QxDEdgePath, ABendTakesItsListenersWithIt) {
     Ref<QxPNode> loose(edge->addPNode(QxPoint(1, 1)));
     edge->removePNode(loose.get());

@@ -115,57 +115,25 @@ TEST(QxDGraphManager, SwitchesAreIndependent) {
     }
 }
 
-TEST_F(QxDGraphManagerTest, ComputesBoundsFromTheInsideOut) {
-    QxDNode* a = drawing.addNode(0, 0);
-    QxDGraph* between = manager->pIntergraph();
-    between->addEdge(a, drawing.addNode(50, 0), 0);
-    a->ntMoveTo(0, 300);
-    drawing.events.take();
-    manager->calculateGraphBounds();
-    std::vector<const QxObject*> sources;
-    for (const HeardChange& change : drawing.events.take()) {
-        sources.push_back(change.source);
-    }
-    EXPECT_THAT(sources, ElementsAre(graph, between)) << "the intergraph comes last";
-    EXPECT_EQ(graph->pBoundingRect()->top(), 305);
-    EXPECT_EQ(between->pBoundingRect()->top() > 290, true);
-}
-
 using QxDGraphManagerCopy = QxDGraphManagerTest;
 
 TEST_F(QxDGraphManagerCopy, IsAWholeDrawingOfItsOwn) {
-    QxDGraph* second = manager->addGraph(0);
     QxDNode* a = drawing.addNode(10, 20, 30, 40);
-    QxDNode* b = second->addNodeWithCoordinates(50, 60, 70, 80, 1, 0);
-    QxDEdge* inside = manager->addEdge(a, a, 0);
-    drawing.addBend(inside, 0, 500);
-    QxDEdge* across = manager->addEdge(a, b, 0);
-    drawing.addBend(across, 5, 6);
+    QxDNode* b = manager->addGraph(0)->addNodeWithCoordinates(50, 60, 70, 80, 1, 0);
+    drawing.addBend(manager->addEdge(a, b, 0), 5, 6);
     manager->compressMetaEdges(0);
     manager->nameString(L"drawing");
-
     const Ref<QxDGraphManager> copy(manager->cloneObject());
-    ASSERT_EQ(copy->numberOfGraphs(), 2);
     EXPECT_EQ(copy->pFactory(), &factory);
-    EXPECT_EQ(copy->pAnchorGraph(), copy->pFirstGraph());
     EXPECT_EQ(copy->compressMetaEdges(), 0);
     EXPECT_EQ(copy->reflexiveMetaEdgeReplacement(), 1);
     EXPECT_STREQ(copy->pNameString(), L"drawing");
-    EXPECT_EQ(boundsOf(copy->pFirstGraph()), boundsOf(graph));
-    QxDNode* twin = copy->pFirstGraph()->pFirstNode();
-    EXPECT_EQ(boxOf(*twin->pIRect()), boxOf(*a->pIRect()));
-    QxDEdge* acrossTwin = copy->pQueryIntergraph()->pFirstEdge();
-    ASSERT_NE(acrossTwin, nullptr);
-    EXPECT_EQ(acrossTwin->pSourceNode(), twin);
-    EXPECT_EQ(acrossTwin->pTargetNode(), copy->pLastGraph()->pFirstNode());
-    EXPECT_EQ(acrossTwin->numberOfBends(), 1);
+    const QxDEdge* across = copy->pQueryIntergraph()->pFirstEdge();
+    ASSERT_NE(across, nullptr);
+    EXPECT_EQ(across->pSourceNode(), copy->pFirstGraph()->pFirstNode());
+    EXPECT_EQ(across->pTargetNode(), copy->pLastGraph()->pFirstNode());
+    EXPECT_EQ(across->numberOfBends(), 1);
     EXPECT_EQ(manager->internalUserFieldsInUse(), 0);
-    EXPECT_EQ(copy->checkInvariants(), 1);
-
-    twin->moveTo(-1000, 0, 0);
-    copy->discardGraph(copy->pLastGraph());
-    EXPECT_EQ(a->iCenter(), QxPoint(10, 20));
-    EXPECT_EQ(manager->pQueryIntergraph()->numberOfEdges(), 1);
     manager->emptyTopology();
     EXPECT_EQ(manager->pAnchorGraph(), nullptr);
     EXPECT_EQ(copy->pFirstGraph()->numberOfNodes(), 1);

@@ -46,27 +46,14 @@ TEST_F(QxDGraphBounds, BeginWithTheFirstNodeAndEndWithTheLast) {
     graph->ntUpdatedBoundingRect(rect);
     EXPECT_EQ(boxOf(rect), Box{});
     EXPECT_EQ(events.takeTypes(), std::vector<std::int32_t>{GraphBoundsChanged});
-}
 
-TEST_F(QxDGraphBounds, AreLeftAloneWhileTheyAreOff) {
-    QxDNode* node = drawing.addNode(0, 0);
+    QxDEdge* edge = drawing.addEdge(drawing.addNode(0, 0), drawing.addNode(50, 0));
+    drawing.addBend(edge, 25, 300);
     events.take();
-    EXPECT_EQ(graph->disableGraphBounds(1, 0), 1);
-    node->moveTo(50, 0, 1);
-    node->resize(2, 2, 1);
-    EXPECT_EQ(events.takeTypes(), (std::vector<std::int32_t>{NodeMoved, NodeResized}));
-    EXPECT_EQ(graph->disableGraphBounds(0, 0), 0);
-    EXPECT_THAT(events.take(), ElementsAre(HeardChange{
-                                   GraphBoundsChanged, graph, {-5, -5, 5, 5}, {49, -1, 51, 1}}));
-    graph->disableGraphBounds(0, 0);
-    EXPECT_THAT(events.take(), IsEmpty());
-
-    graph->fileReadRunning(1);
-    EXPECT_EQ(graph->needsUpdateGraphBounds(), 0);
-    node->moveTo(0, 0, 1);
-    EXPECT_EQ(boundsOf(graph), (Box{49, -1, 51, 1}));
-    graph->fileReadRunning(0);
-    EXPECT_EQ(graph->needsUpdateGraphBounds(), 1);
+    graph->discardNode(edge->pSourceNode());
+    const auto types = events.takeTypes();
+    EXPECT_EQ(std::count(types.begin(), types.end(), GraphBoundsChanged), 1) << "told once";
+    EXPECT_EQ(boundsOf(graph), (Box{45, -5, 55, 5}));
 }
 
 TEST_F(QxDGraphBounds, AnswerWhatAMoveWouldMakeOfThem) {
@@ -98,64 +85,52 @@ TEST_F(QxDGraphBounds, EventsOfTheIntergraphComeBeforeThoseOfTheGraph) {
 
 using QxDGraphMargins = QxDGraphTest;
 
-TEST_F(QxDGraphMargins, SettersStoreWhatMakesSense) {
-    struct Case {
-        std::int32_t (QxDGraph::*get)() const;
-        std::int32_t (QxDGraph::*set)(std::int32_t);
-        std::int32_t initial;
+/// Each has a value of its own, which below zero is zero or, of a proportion, no change.
+template <class Value>
+void expectSpacings(QxDGraph& graph, EventRecorder& events, bool clamps,
+                    std::initializer_list<
+                        std::tuple<Value (QxDGraph::*)() const, Value (QxDGraph::*)(Value), Value>>
+                        all) {
+    const auto set = [&](auto setter, int value, int stored, bool told) {
+        EXPECT_EQ((graph.*setter)(static_cast<Value>(value)), stored);
+        EXPECT_EQ(events.takeTypes(), std::vector<std::int32_t>(told ? 1 : 0, MarginsChanged));
     };
-    const Case constants[] = {
-        {&QxDGraph::leftMarginConstantSpacing, &QxDGraph::leftMarginConstantSpacing, 20},
-        {&QxDGraph::rightMarginConstantSpacing, &QxDGraph::rightMarginConstantSpacing, 20},
-        {&QxDGraph::bottomMarginConstantSpacing, &QxDGraph::bottomMarginConstantSpacing, 20},
-        {&QxDGraph::topMarginConstantSpacing, &QxDGraph::topMarginConstantSpacing, 20},
-        {&QxDGraph::nestedViewLeftConstantSpacing, &QxDGraph::nestedViewLeftConstantSpacing, 0},
-        {&QxDGraph::nestedViewRightConstantSpacing, &QxDGraph::nestedViewRightConstantSpacing, 0},
-        {&QxDGraph::nestedViewTopConstantSpacing, &QxDGraph::nestedViewTopConstantSpacing, 0},
-        {&QxDGraph::nestedViewBottomConstantSpacing, &QxDGraph::nestedViewBottomConstantSpacing,
-         0}};
-    std::int32_t value = 30;
-    for (const Case& one : constants) {
-        EXPECT_EQ((graph->*one.get)(), one.initial);
-        EXPECT_EQ((graph->*one.set)(++value), value);
-        EXPECT_EQ(events.takeTypes(), std::vector<std::int32_t>{MarginsChanged});
-        EXPECT_EQ((graph->*one.set)(value), value);
-        EXPECT_THAT(events.take(), IsEmpty());
+    int value = 100;
+    for (const auto& [get, setter, initial] : all) {
+        EXPECT_EQ((graph.*get)(), initial);
+        ++value;
+        set(setter, value, value, true);
+        set(setter, value, value, false);
     }
-    value = 30;
-    for (const Case& one : constants) {
-        EXPECT_EQ((graph->*one.get)(), ++value) << "each has a value of its own";
-        EXPECT_EQ((graph->*one.set)(-5), 0);
-        EXPECT_EQ(events.takeTypes(), std::vector<std::int32_t>{MarginsChanged});
+    value = 100;
+    for (const auto& [get, setter, initial] : all) {
+        EXPECT_EQ((graph.*get)(), ++value);
+        set(setter, -5, clamps ? 0 : value, clamps);
     }
 }
 
-TEST_F(QxDGraphMargins, ProportionsBelowZeroAreIgnored) {
-    using Get = std::int16_t (QxDGraph::*)() const;
-    using Set = std::int16_t (QxDGraph::*)(std::int16_t);
-    const std::pair<Get, Set> proportions[] = {
-        {&QxDGraph::leftMarginProportionalSpacing, &QxDGraph::leftMarginProportionalSpacing},
-        {&QxDGraph::rightMarginProportionalSpacing, &QxDGraph::rightMarginProportionalSpacing},
-        {&QxDGraph::bottomMarginProportionalSpacing, &QxDGraph::bottomMarginProportionalSpacing},
-        {&QxDGraph::topMarginProportionalSpacing, &QxDGraph::topMarginProportionalSpacing},
-        {&QxDGraph::nestedViewLeftProportionalSpacing,
-         &QxDGraph::nestedViewLeftProportionalSpacing},
-        {&QxDGraph::nestedViewRightProportionalSpacing,
-         &QxDGraph::nestedViewRightProportionalSpacing},
-        {&QxDGraph::nestedViewTopProportionalSpacing, &QxDGraph::nestedViewTopProportionalSpacing},
-        {&QxDGraph::nestedViewBottomProportionalSpacing,
-         &QxDGraph::nestedViewBottomProportionalSpacing}};
-    std::int16_t value = 100;
-    for (const auto& [get, set] : proportions) {
-        EXPECT_EQ((graph->*set)(++value), value);
-        EXPECT_EQ(events.takeTypes(), std::vector<std::int32_t>{MarginsChanged});
-        EXPECT_EQ((graph->*set)(-5), value);
-        EXPECT_THAT(events.take(), IsEmpty());
-    }
-    value = 100;
-    for (const auto& [get, set] : proportions) {
-        EXPECT_EQ((graph->*get)(), ++value);
-    }
+TEST_F(QxDGraphMargins, SettersStoreWhatMakesSense) {
+    using G = QxDGraph;
+    expectSpacings<std::int32_t>(
+        *graph, events, true,
+        {{&G::leftMarginConstantSpacing, &G::leftMarginConstantSpacing, 20},
+         {&G::rightMarginConstantSpacing, &G::rightMarginConstantSpacing, 20},
+         {&G::bottomMarginConstantSpacing, &G::bottomMarginConstantSpacing, 20},
+         {&G::topMarginConstantSpacing, &G::topMarginConstantSpacing, 20},
+         {&G::nestedViewLeftConstantSpacing, &G::nestedViewLeftConstantSpacing, 0},
+         {&G::nestedViewRightConstantSpacing, &G::nestedViewRightConstantSpacing, 0},
+         {&G::nestedViewTopConstantSpacing, &G::nestedViewTopConstantSpacing, 0},
+         {&G::nestedViewBottomConstantSpacing, &G::nestedViewBottomConstantSpacing, 0}});
+    expectSpacings<std::int16_t>(
+        *graph, events, false,
+        {{&G::leftMarginProportionalSpacing, &G::leftMarginProportionalSpacing, 0},
+         {&G::rightMarginProportionalSpacing, &G::rightMarginProportionalSpacing, 0},
+         {&G::bottomMarginProportionalSpacing, &G::bottomMarginProportionalSpacing, 0},
+         {&G::topMarginProportionalSpacing, &G::topMarginProportionalSpacing, 0},
+         {&G::nestedViewLeftProportionalSpacing, &G::nestedViewLeftProportionalSpacing, 0},
+         {&G::nestedViewRightProportionalSpacing, &G::nestedViewRightProportionalSpacing, 0},
+         {&G::nestedViewTopProportionalSpacing, &G::nestedViewTopProportionalSpacing, 0},
+         {&G::nestedViewBottomProportionalSpacing, &G::nestedViewBottomProportionalSpacing, 0}});
 }
 
 TEST_F(QxDGraphMargins, AMinimumSizeWidensThemAroundTheirCenter) {
@@ -242,19 +217,6 @@ TEST_F(QxDGraphTest, MapsCoordinatesOnlyWhereThereIsAWay) {
     QxRect view;
     EXPECT_EQ(graph->getViewRect(view, 0), 1);
     EXPECT_EQ(boxOf(view), (Box{-20, -20, 20, 20}));
-}
-
-TEST_F(QxDGraphTest, KnowsItsLabelsByThreeStates) {
-    EXPECT_EQ(graph->hasNodeLabelsState(), QxTriStateNo);
-    graph->hasNodeLabelsState(QxTriStateUnknown);
-    graph->hasEdgeLabelsState(QxTriStateYes);
-    EXPECT_EQ(graph->hasNodeLabelsState(), QxTriStateUnknown);
-    EXPECT_EQ(graph->hasEdgeLabelsState(), QxTriStateYes);
-    EXPECT_EQ(graph->hasConnectorLabelsState(), QxTriStateNo);
-    EXPECT_EQ(graph->hasEdgeLabels(), 1);
-    EXPECT_EQ(graph->hasNodeLabels(), 0);
-    graph->hasEdgeLabelsState(QxTriStateNo);
-    EXPECT_EQ(graph->hasEdgeLabels(), 0);
 }
 
 /// Counts how often the geometry or the visibility of a node is asked for.
@@ -346,31 +308,22 @@ private:
     std::vector<AskedNode*> m_nodes;
 };
 
-TEST(QxDGraphCost, AChangeAtOneNodeAsksNothingOfTheOthers) {
-    AskedChain chain(100);
-    EXPECT_EQ(chain.askedDuring(chain.loner(),
-                                [&](QxDNode* node) {
-                                    node->moveTo(5000, -5000, 0);
-                                    node->moveTo(0, 0, 0);
-                                    node->resize(300, 300, 0);
-                                    const Ref<QxDNode> removed(chain.graph()->removeNode(node));
-                                    chain.graph()->insertNode(node);
-                                    node->vAddRef();
-                                    chain.graph()->discardNode(node);
-                                }),
-              0)
-        << "bounds that shrink are no reason to look at every node";
-}
-
 TEST(QxDGraphCost, DoesNotGrowWithTheGraph) {
     const auto moves = [](QxDNode* node) {
         node->moveTo(9000, 9000, 0);
         node->moveTo(10, 10, 0);
-        node->resize(1, 1, 0);
+        node->resize(300, 300, 0);
     };
     AskedChain small(10);
     AskedChain large(300);
     EXPECT_EQ(small.askedDuring(small.last(), moves), large.askedDuring(large.last(), moves));
+    const auto comesAndGoes = [&](QxDNode* node) {
+        moves(node);
+        large.graph()->removeNode(node);
+        large.graph()->insertNode(node);
+        large.graph()->discardNode(node);
+    };
+    EXPECT_EQ(large.askedDuring(large.loner(), comesAndGoes), 0) << "others are not asked";
 }
 
 /// Notes in which order the steps of a change come, and whether the bounds rest meanwhile.

@@ -92,25 +92,6 @@ TEST_F(QxDrawingIters, WalkTheSegmentsAtDrawingNodesAndBends) {
     EXPECT_THAT(walk(QxInAndOutGNodeIter(bend)), ElementsAre(c, a));
 }
 
-TEST_F(QxDrawingIters, TreatAMissingOwnerLikeAnEmptyOne) {
-    EXPECT_THAT(walk(QxDNodeIter(nullptr)), IsEmpty());
-    EXPECT_THAT(walk(QxInAndOutDEdgeIter(nullptr)), IsEmpty());
-    EXPECT_THAT(walk(QxInAndOutPEdgeIter(nullptr)), IsEmpty());
-    EXPECT_THAT(walk(QxDNodeDListIter()), IsEmpty());
-}
-
-TEST_F(QxDrawingIters, LetARangeForDiscardWhatItVisits) {
-    for (QxDEdge* edge : QxInAndOutDEdgeIter(b)) {
-        drawing.graph->discardEdge(edge);
-    }
-    EXPECT_EQ(b->degree(), 0);
-    for (QxDNode* node : QxDNodeIter(drawing.graph)) {
-        drawing.graph->discardNode(node);
-    }
-    EXPECT_EQ(drawing.graph->numberOfNodes(), 0);
-    EXPECT_EQ(drawing.graph->numberOfAllEdges(), 0);
-}
-
 TEST_F(QxDrawingIters, WalkThePathsOfAllConnectedEdges) {
     QxPNode* second = ba->addBend(ba->pSourceOrPathEdge(), QxPoint(50, 60), 1);
     QxPNode* first = ba->addBend(ba->pSourceOrPathEdge(), QxPoint(60, 50), 1);

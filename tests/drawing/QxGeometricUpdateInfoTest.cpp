@@ -72,4 +72,25 @@ TEST_F(QxGeometricUpdateInfoTest, ADragIgnoresReportsAndKeepsTheBoundsOff) {
     EXPECT_EQ(boundsOf(drawing.graph), (Box{0, 0, 1, 1}));
 }
 
+TEST_F(QxGeometricUpdateInfoTest, WhatAClientSwitchesByHandStands) {
+    {
+        QxGeometricUpdateInfo drag(drawing.graph, 0, 1);
+        drag.isDragging(1);
+        drawing.graph->needsUpdateGraphBounds(1);
+        drawing.addNode(0, 0);
+        EXPECT_EQ(boundsOf(drawing.graph), (Box{-5, -5, 5, 5})) << "at once";
+    }
+    EXPECT_EQ(drawing.graph->needsUpdateGraphBounds(), 1);
+    QxGeometricUpdateInfo record(drawing.graph, 0, 1);
+    record.needsUpdateGraphBounds(0);
+    record.enableAndRestoreState();
+    EXPECT_EQ(drawing.graph->needsUpdateGraphBounds(), 0);
+    record.storeStateAndDisable(1);
+    record.needsUpdateGraphBounds(1);
+    record.enableAndRestoreState();
+    EXPECT_EQ(drawing.graph->needsUpdateGraphBounds(), 1);
+    QxGeometricUpdateInfo(drawing.graph, 0, 1).isDragging(1);
+    EXPECT_EQ(drawing.graph->needsUpdateGraphBounds(), 0) << "left to who ends the drag";
+}
+
 }  // namespace

@@ -5,166 +5,82 @@
 #include <gtest/gtest.h>
 
 #include <functional>
-#include <memory>
-#include <utility>
-#include <vector>
 
-#include "qx/drawing/QxDEdge.h"
-#include "qx/drawing/QxDGraph.h"
-#include "qx/drawing/QxDGraphManager.h"
-#include "qx/drawing/QxDNode.h"
-#include "qx/drawing/QxFactory.h"
-#include "qx/drawing/QxPNode.h"
-#include "qx/events/QxDEventManager.h"
-#include "qx/events/QxDrawingChangeEventData.h"
-#include "qx/events/QxDrawingChangeListener.h"
-#include "qx/foundation/geometry/QxShape.h"
+#include "drawing/DrawingTesting.h"
 
 namespace {
 
+using namespace qxtest;
 using testing::Contains;
 using testing::ElementsAre;
 using testing::IsEmpty;
 using testing::Not;
 
-using Types = std::vector<std::int32_t>;
-
-/// Keeps a copy of all data it hears.
-class Recorder : public QxDrawingChangeListener {
+/// Keeps the types of what it hears, and the last data.
+class Recorder : public EventRecorder {
 public:
-    using QxDrawingChangeListener::drawingChanged;
+    using EventRecorder::drawingChanged;
     void drawingChanged(QxDrawingChangeEventData* data) override {
-        heard.emplace_back(data->cloneObject());
-        if (onEvent) {
-            onEvent(*data);
-        }
+        EventRecorder::drawingChanged(data);
+        last.reset(data->cloneObject());
     }
-    Types take() {
-        Types types;
-        for (const auto& data : std::exchange(heard, {})) {
-            types.push_back(data->type());
-        }
-        return types;
-    }
-
-    std::vector<std::unique_ptr<QxDrawingChangeEventData>> heard;
-    std::function<void(QxDrawingChangeEventData&)> onEvent;
+    Ref<QxDrawingChangeEventData> last;
 };
 
 class DrawingEvents : public testing::Test {
 protected:
-    DrawingEvents()
-        : manager(factory.newDGraphManager()),
-          graph(manager->addGraph(0)),
-          node(graph->addNodeWithCoordinates(0, 0, 40, 40, 1, 0)),
-          other(graph->addNodeWithCoordinates(200, 0, 40, 40, 1, 0)),
-          edge(graph->addEdge(node, other, 0)) {}
-    ~DrawingEvents() override { manager->vRelease(); }
-
-    QxDEventManager& events() { return *factory.pEventManager(); }
-    void listen(const QxObject& source, std::int32_t mask = -1) {
-        events().addDrawingChangeListener(&source, &recorder, mask);
-    }
-
     QxFactory factory;
-    QxDGraphManager* manager;
-    QxDGraph* graph;
-    QxDNode* node;
-    QxDNode* other;
-    QxDEdge* edge;
+    SmallDrawing drawing{factory};
+    QxDGraph* graph = drawing.graph;
+    QxDNode* node = drawing.addNode(0, 0, 40, 40);
+    QxDEdge* edge = drawing.addEdge(node, drawing.addNode(200, 0, 40, 40));
+    QxDEventManager& events = *factory.pEventManager();
     Recorder recorder;
 };
 
-TEST_F(DrawingEvents, ARawMoveFiresOneNodeMoved) {
-    listen(*node);
-    listen(*graph);
-    listen(*manager);
-    listen(factory);
+TEST_F(DrawingEvents, TellWhatChangedOnceWhoeverListensAround) {
+    for (const QxObject* around :
+         std::initializer_list<const QxObject*>{node, graph, drawing.manager.get(), &factory}) {
+        events.addDrawingChangeListener(around, &recorder);
+    }
     node->ntMoveTo(30, -7);
-    ASSERT_EQ(recorder.heard.size(), 1U);
-    const QxDrawingChangeEventData& data = *recorder.heard.front();
-    EXPECT_EQ(data.type(), NodeMoved);
-    EXPECT_EQ(data.pSourceNode(), node);
-    EXPECT_EQ(data.pSourceEdge(), nullptr);
-    EXPECT_EQ(data.pSourceGraph(), nullptr);
-    EXPECT_EQ(data.oldCenter(), QxPoint(0, 0));
-    EXPECT_EQ(data.newCenter(), QxPoint(30, -7));
-    EXPECT_EQ(data.oldSize(), QxSize());
-    EXPECT_EQ(data.pNewShape(), nullptr);
-    recorder.take();
+    EXPECT_THAT(recorder.takeTypes(), ElementsAre(NodeMoved));
+    EXPECT_EQ(recorder.last->pSourceNode(), node);
+    EXPECT_EQ(recorder.last->pSourceEdge(), nullptr);
+    EXPECT_EQ(recorder.last->pSourceGraph(), nullptr);
+    EXPECT_EQ(recorder.last->oldCenter(), QxPoint(0, 0));
+    EXPECT_EQ(recorder.last->newCenter(), QxPoint(30, -7));
     node->ntMoveTo(30, -7);
-    EXPECT_THAT(recorder.take(), ElementsAre(NodeMoved));
+    EXPECT_THAT(recorder.takeTypes(), ElementsAre(NodeMoved));
     node->moveTo(30, -7, 1);
-    EXPECT_THAT(recorder.take(), IsEmpty()) << "the full move compares first";
-}
-
-TEST_F(DrawingEvents, EachListenerHearsItsTypesAndParts) {
-    Recorder resizes;
-    Recorder ofOther;
-    events().addDrawingChangeListener(graph, &resizes, NodeResized);
-    events().addDrawingChangeListener(other, &ofOther);
-    node->moveTo(10, 10, 1);
-    EXPECT_THAT(resizes.take(), IsEmpty());
-    node->resize(60, 20, 1);
-    ASSERT_EQ(resizes.heard.size(), 1U);
-    EXPECT_EQ(resizes.heard[0]->oldSize(), QxSize(40, 40));
-    EXPECT_EQ(resizes.heard[0]->newSize(), QxSize(60, 20));
-    EXPECT_EQ(resizes.heard[0]->newCenter(), QxPoint());
-    EXPECT_THAT(ofOther.take(), IsEmpty());
-}
-
-TEST_F(DrawingEvents, BendsTellOfThemselvesThroughTheirEdge) {
-    listen(*graph, BendAdded | PathNodeMoved | PathNodeRemoved | PathNodeDiscarded);
-    QxPNode* bend = edge->addBendAfter(nullptr, QxPoint(100, 50), 1);
-    ASSERT_NE(bend, nullptr);
-    ASSERT_EQ(recorder.heard.size(), 1U);
-    EXPECT_EQ(recorder.heard[0]->type(), BendAdded);
-    EXPECT_EQ(recorder.heard[0]->pSourceNode(), bend);
-    EXPECT_EQ(recorder.heard[0]->pNewOwnerEdge(), edge);
-    EXPECT_EQ(recorder.heard[0]->pOldOwnerEdge(), nullptr);
+    EXPECT_THAT(recorder.takeTypes(), IsEmpty()) << "the full move compares first";
+    graph->refreshGraphBounds();
     recorder.take();
-    bend->ntMoveTo(120, 60);
-    ASSERT_EQ(recorder.heard.size(), 1U);
-    EXPECT_EQ(recorder.heard[0]->oldCenter(), QxPoint(100, 50));
-    EXPECT_EQ(recorder.heard[0]->newCenter(), QxPoint(120, 60));
-    recorder.take();
-    recorder.onEvent = [&](QxDrawingChangeEventData& data) {
-        EXPECT_EQ(data.pOldOwnerEdge(), edge);
-        EXPECT_EQ(data.pSourceNode(), bend);
-    };
+    QxPNode* bend = edge->addBendAfter(nullptr, QxPoint(100, 5), 1);
+    EXPECT_THAT(recorder.takeTypes(), ElementsAre(BendAdded));
+    EXPECT_EQ(recorder.last->pSourceNode(), bend);
+    EXPECT_EQ(recorder.last->pNewOwnerEdge(), edge);
+    EXPECT_EQ(recorder.last->pOldOwnerEdge(), nullptr);
     edge->discardBend(bend);
-    EXPECT_THAT(recorder.take(), ElementsAre(PathNodeDiscarded, PathNodeRemoved));
+    EXPECT_THAT(recorder.takeTypes(), ElementsAre(PathNodeDiscarded, PathNodeRemoved));
+    EXPECT_EQ(recorder.last->pOldOwnerEdge(), edge);
 }
 
 TEST_F(DrawingEvents, ABatchOutlivesTheObjectsItIsAbout) {
-    listen(*graph);
-    events().coalesce(1);
-    events().openBatch();
+    events.addDrawingChangeListener(graph, &recorder);
+    events.coalesce(1);
+    events.openBatch();
     QxPNode* bend = edge->addBendAfter(nullptr, QxPoint(100, 50), 1);
     bend->ntMoveTo(110, 40);
     edge->discardBend(bend);
     node->ntMoveTo(5, 5);
     graph->discardNode(node);
-    EXPECT_THAT(recorder.take(), IsEmpty());
-    recorder.onEvent = [](QxDrawingChangeEventData& data) {
-        EXPECT_EQ(data.pSourceNode() != nullptr || data.pSourceGraph() != nullptr, true);
-    };
-    events().closeBatch();
-    const Types told = recorder.take();
-    EXPECT_THAT(told, Contains(PathNodeDiscarded));
-    EXPECT_THAT(told, Contains(NodeMoved));
-    EXPECT_THAT(told, Not(Contains(NodeResized)));
-}
-
-TEST_F(DrawingEvents, NothingIsToldWhileFiringIsOff) {
-    listen(factory);
-    EXPECT_EQ(events().fireEvents(), 1);
-    events().fireEvents(0);
-    node->moveTo(70, 0, 1);
-    events().fireEvents(1);
-    EXPECT_THAT(recorder.take(), IsEmpty());
-    node->moveTo(80, 0, 1);
-    EXPECT_THAT(recorder.take(), Contains(NodeMoved));
+    EXPECT_THAT(recorder.takeTypes(), IsEmpty());
+    events.closeBatch();
+    EXPECT_THAT(recorder.takeTypes(),
+                testing::AllOf(Contains(PathNodeDiscarded), Contains(NodeMoved),
+                               Not(Contains(NodeResized))));
+    EXPECT_NE(recorder.last->pSource(), nullptr);
 }
 
 }  // namespace

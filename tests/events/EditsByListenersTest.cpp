@@ -43,9 +43,12 @@ private:
     void run(Edits edits) { edits.begin()[m_random.below(static_cast<int>(edits.size()))](); }
     void edit();
     void grow();
+    void insertLoose(QxDGraph* graph, QxDNode* loose);
     void editTopology(QxDGraph& graph, QxDNode& node, QxDEdge& edge);
     void editEdge(QxDNode& node, QxDEdge& edge);
     void editBends(QxDEdge& edge);
+    void editConnectors(QxDNode& node, QxDEdge& edge);
+    void editLabels(QxDNode& node, QxDEdge& edge);
     void editPlace(QxDGraph& graph, QxDNode& node);
     void moveAll(QxDGraph& graph);
     void editBounds(QxDGraph& graph);
@@ -89,6 +92,7 @@ private:
     std::set<const QxObject*> m_off;     ///< keep no bounds
     std::set<const QxObject*> m_behind;  ///< with bounds that raw moves have left behind
     std::set<const QxObject*> m_stale;   ///< switched on again without a look at the contents
+    QxDNode* m_focus = nullptr;          ///< being changed while the listener edits
     int m_sabotagesLeft = 0;
     int m_edits = 0;
     std::string m_complaint;
@@ -153,6 +157,7 @@ void SabotagedWorld::drawingChanged(QxDrawingChangeEventData* data) {
     }
     if (m_sabotagesLeft > 0 && m_random.chance(30)) {
         --m_sabotagesLeft;
+        m_focus = dynamic_cast<QxDNode*>(data->pSourceNode());
         edit();
     }
 }
@@ -191,14 +196,28 @@ void SabotagedWorld::edit() {
     QxDNode* node = place != nullptr ? any(objectsOf<QxDNode>(*place->pNodeList())) : nullptr;
     place = any(graphs());
     QxDEdge* edge = place != nullptr ? any(edgesIn(*place)) : nullptr;
-    if (node == nullptr || edge == nullptr || m_random.chance(20)) {
+    // Often it concerns the node that is being changed, and its graph.
+    QxDNode* focus = std::exchange(m_focus, nullptr);
+    if (focus != nullptr && focus->pOwnerGraph() != nullptr && m_random.chance(50)) {
+        node = focus;
+        graph = m_random.chance(50) ? focus->pOwnerGraph() : graph;
+    }
+    if (node == nullptr || edge == nullptr || graph == nullptr || m_random.chance(20)) {
         return grow();
     }
     QxObject& heard = m_random.chance(50) ? static_cast<QxObject&>(*node) : *graph;
     run({[&] { editTopology(*graph, *node, *edge); }, [&] { editEdge(*node, *edge); },
+         [&] { editConnectors(*node, *edge); }, [&] { editLabels(*node, *edge); },
          [&] { editBends(*edge); }, [&] { editPlace(*graph, *node); },
          [&] { editPlace(*graph, *node); }, [&] { editBounds(*graph); },
          [&] { m_random.chance(50) ? editGraphs(*graph) : editListeners(heard); }});
+}
+
+void SabotagedWorld::insertLoose(QxDGraph* graph, QxDNode* loose) {
+    m_story.forget(loose);  // the rest of a change may have come when nobody heard of it
+    if (graph == nullptr || graph->insertNode(loose) == nullptr) {
+        m_looseNodes.push_back(loose);
+    }
 }
 
 void SabotagedWorld::grow() {
@@ -206,12 +225,8 @@ void SabotagedWorld::grow() {
         anyManager().addGraph(m_random.below(2));
     }
     QxDGraph* graph = any(graphs());
-    QxDNode* loose = take(m_looseNodes);
-    if (loose != nullptr) {
-        m_story.forget(loose);  // the rest of a change may have come when nobody heard of it
-        if (graph->insertNode(loose) == nullptr) {
-            m_looseNodes.push_back(loose);
-        }
+    if (QxDNode* loose = take(m_looseNodes)) {
+        insertLoose(graph, loose);
     } else if (graph->isIntergraph() == 0 && graph->numberOfNodes() < 6) {
         willBeSettled(*graph);
         graph->addNodeWithCoordinates(anyPlace(), anySize(), 1, 0);
@@ -258,7 +273,14 @@ void SabotagedWorld::editTopology(QxDGraph& graph, QxDNode& node, QxDEdge& edge)
              }
          },
          [&] { edge.pOwnerGraph()->discardEdge(&edge); },
-         [&] { graph.transferTopology(any(graphs())); }});
+         [&] { graph.transferTopology(m_random.chance(50) ? any(graphs()) : &home); },
+         [&] {
+             willBeSettled(home);
+             if (home.removeNode(&node) != nullptr && node.pOwnerGraph() == nullptr) {
+                 m_looseNodes.push_back(&node);
+                 insertLoose(any(graphs()), take(m_looseNodes));
+             }
+         }});
 }
 
 void SabotagedWorld::editEdge(QxDNode& node, QxDEdge& edge) {
@@ -283,6 +305,46 @@ void SabotagedWorld::editBends(QxDEdge& edge) {
          [&] { edge.discardAllBends(); }, [&] { edge.discardBends(2, m_random.below(2)); },
          [&] { edge.discardOverlappedBendsForClipping(1, 1); },
          [&] { bend != nullptr ? bend->moveTo(anyPlace(), 1) : 0; }});
+}
+
+void SabotagedWorld::editConnectors(QxDNode& node, QxDEdge& edge) {
+    QxDNode& end =
+        m_random.chance(70) && edge.pSourceNode() != nullptr ? *edge.pSourceNode() : node;
+    QxConnector* connector = nullptr;
+    if (const QxDList* connectors = end.pQueryConnectorManager()) {
+        connector = any(objectsOf<QxConnector>(*connectors));
+    }
+    if (connector == nullptr || m_random.chance(20)) {
+        m_random.chance(30) ? end.ntAddConnector(0, 900, 0, 0)
+                            : end.addConnector(500, 0, 0, 0, 1, 0);
+        return;
+    }
+    run({[&] { end.discardConnector(connector); },
+         [&] { Ref<QxConnector>(end.removeConnector(connector)); },
+         [&] { connector->moveTo(anyPlace(), 1); },
+         [&] { connector->specified(1 - connector->specified()); },
+         [&] { end.discardAllConnectors(); }, [&] { edge.pSourceConnector(connector); },
+         [&] { edge.pTargetConnector(connector); }, [&] { connector->addLabel(L"c", 0); }});
+}
+
+void SabotagedWorld::editLabels(QxDNode& node, QxDEdge& edge) {
+    auto* label = static_cast<QxNodeLabel*>(QxNodeLabelIter(&node).pObject());
+    auto* other = static_cast<QxEdgeLabel*>(QxEdgeLabelIter(&edge).pObject());
+    if (label == nullptr || other == nullptr || m_random.chance(20)) {
+        label == nullptr ? void(node.addLabel(L"n", 0)) : void(edge.addLabel(L"e", 0));
+        return;
+    }
+    const auto carryOver = [&] {
+        const Ref<QxDEdge> held = hold(&edge);
+        Ref<QxNodeLabel> own(node.removeLabel(label));
+        QxDNode* target = edge.pTargetNode();
+        if (own != nullptr && target != nullptr && target->insertLabel(own.get()) != nullptr) {
+            own.release();
+        }
+    };
+    run({[&] { label->moveTo(anyPlace(), 1); }, [&] { other->moveTo(anyPlace(), 1); },
+         [&] { other->resize(anySize(), 1); }, [&] { other->adjustOnOwnerOverlap(); },
+         [&] { node.discardAllLabels(); }, [&] { edge.discardAllLabels(); }, carryOver});
 }
 
 void SabotagedWorld::editPlace(QxDGraph& graph, QxDNode& node) {

@@ -143,41 +143,6 @@ TEST(QxEadesAlgorithm, FollowsTheFormulas) {
     }
 }
 
-/// A long edge pulls its ends along itself, however long it is.
-TEST(QxEadesAlgorithm, LongEdgesPullInTheirDirection) {
-    for (const std::int32_t length : {0, 1, 60, MaxInt32 / 1'000}) {
-        for (const std::int32_t extent :
-             {4'300, 100'000, 50'000'000, 1'000'000'000, MaxInt32 - 9}) {
-            LayoutTestGraph drawing;
-            drawing.addNode(0, 0);
-            drawing.addNode(extent, -extent / 4);
-            drawing.addEdge(drawing.nodes()[0], drawing.nodes()[1]);
-            QxGNodeDList nodes = listOf(drawing.nodes());
-            QxEadesAlgorithm(drawing.graph(), nullptr, &nodes, length, 0, 0).run();
-            const QxPoint end = drawing.nodes()[0]->iCenter();
-            EXPECT_NEAR(end.y(), -end.x() / 4.0, 31.0 + std::abs(end.x()) / 1e6)
-                << "edge of " << extent << ", desired length " << length;
-        }
-    }
-}
-
-TEST(QxEadesAlgorithm, UnconnectedNodesPartByOneStepARound) {
-    LayoutTestGraph drawing;
-    const QxDNode* const left = drawing.addNode(0, 0);
-    const QxDNode* const right = drawing.addNode(100, 0);
-    drawing.addNode(100, 0);
-    QxGNodeDList nodes = listOf(drawing.nodes());
-    CountedRounds(drawing, nullptr, &nodes, 60, 1).run();
-    EXPECT_EQ(left->iCenter(), QxPoint(-28, 0));
-    EXPECT_EQ(right->iCenter(), QxPoint(128, 0));
-    // From round 28 on the step is 1.41, a whole unit along an axis.
-    CountedRounds last(drawing, nullptr, &nodes, 60, 31);
-    last.numberOfRounds(28);
-    last.run();
-    EXPECT_EQ(left->iCenter(), QxPoint(-31, 0));
-    EXPECT_EQ(right->iCenter(), QxPoint(131, 0));
-}
-
 TEST(QxEadesAlgorithm, EmptyAndMissingListsStillMakeAllRounds) {
     LayoutTestGraph drawing;
     const QxDNode* const node = drawing.addNode(5, 6);

@@ -52,19 +52,6 @@ std::vector<QxRect> rectsAfterScan(const LayoutTestGraph& drawing) {
     return rects;
 }
 
-TEST(QxForceScan, PushesTheLaterNodeTheShorterWay) {
-    LayoutTestGraph drawing;
-    drawing.addNode(20, 20);
-    drawing.addNode(55, 30);    // overlaps by 5 horizontally and 30 vertically
-    drawing.addNode(500, 500);  // clear of all
-    drawing.addNode(545, 500);  // nearer than the gap, but clear
-    QxForceScan(drawing.graph()).run();
-    EXPECT_EQ(rectOf(drawing.nodes()[0]), QxRect(0, 0, 40, 40));
-    EXPECT_EQ(rectOf(drawing.nodes()[1]), QxRect(52, 10, 92, 50));
-    EXPECT_EQ(drawing.nodes()[2]->iCenter(), QxPoint(500, 500));
-    EXPECT_EQ(drawing.nodes()[3]->iCenter(), QxPoint(545, 500));
-}
-
 TEST(QxForceScan, PlacesNodesLikeThePlainScanWhereverTheDrawingLies) {
     for (std::uint32_t seed = qxtest::testSeed(1), last = seed + 30; seed < last; ++seed) {
         SCOPED_TRACE(qxtest::seedTrace(seed));

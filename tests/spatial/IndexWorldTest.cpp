@@ -235,9 +235,10 @@ public:
 
     void check() {
         for (QxDGraph* graph : {m_graphs[0], m_graphs[1], m_manager->pIntergraph()}) {
-            graph->disableQuadTreeUpdates(0);
             QxQTree* tree = graph->pQuadTree();
             ASSERT_NE(tree, nullptr);
+            ASSERT_EQ(tree->isConsistent(), 1) << "suspended or not";
+            graph->disableQuadTreeUpdates(0);
             for (int i = 0; i < 3; ++i) {
                 const QxPoint corner = place();
                 const QxPoint other = i == 0 ? corner : place();
@@ -330,6 +331,54 @@ TEST(IndexWorld, AnswersAsAWalkOverTheListsDoes) {
                 ASSERT_NO_FATAL_FAILURE(world.check()) << "step " << i;
             }
         }
+    }
+}
+
+TEST(SuspendedIndex, FindsAgainWhatHasOnlyBeenAway) {
+    QxFactory factory;
+    SmallDrawing drawing(factory);
+    QxDEdge* edge = drawing.addEdge(drawing.addNode(0, 0), drawing.addNode(100, 0));
+    drawing.addBend(edge, 50, 80);
+    edge->addLabel(L"e", 0);
+    drawing.graph->calculateQuadTree();
+    QxQTree& tree = *drawing.graph->pQuadTree();
+    const QxRect all(-500, -500, 500, 500);
+    const Found before = ask(tree, all, 1);
+    EXPECT_EQ(before, walk(*drawing.graph, all));
+    drawing.graph->disableQuadTreeUpdates(1);
+    edge->disconnect();
+    EXPECT_EQ(ask(tree, all, 1), (Found{before.nodes, {}, {}, {}}));
+    EXPECT_EQ(tree.isConsistent(), 1);
+    edge->connect();
+    EXPECT_EQ(ask(tree, all, 1), before);
+    drawing.graph->discardEdge(edge);
+    EXPECT_EQ(ask(tree, all, 1), (Found{before.nodes, {}, {}, {}}));
+}
+
+TEST(CurvedEdges, AreFoundWithinTheRectanglesOfTheirSegments) {
+    struct Curved : QxDEdge {
+        using QxDEdge::QxDEdge;
+        int isCurvedEdge() const override { return 1; }
+    };
+    struct CurvedFactory : QxFactory {
+        QxDEdge* vNewDEdge(QxOwnedObject* owner, int type) override {
+            return new Curved(owner, type, this);
+        }
+    } factory;
+    SmallDrawing drawing(factory);
+    QxDEdge* edge = drawing.addEdge(drawing.addNode(0, 0), drawing.addNode(100, 100));
+    edge->addLabelWithCoordinates(300, 300, 10, 10, 1, L"far", 0);
+    drawing.graph->calculateQuadTree();
+    for (int round = 0; round < 2; ++round) {
+        QxQTree& tree = *drawing.graph->pQuadTree();
+        const auto isFound = [&](const QxRect& rect) {
+            return tree.overlaps(&rect, 0, 0, 1, 0, 0, 0, 0, 0) != 0;
+        };
+        EXPECT_TRUE(isFound(QxRect(80, 10, 90, 20))) << "beside the chord";
+        EXPECT_FALSE(isFound(QxRect(110, 0, 120, 100)));
+        EXPECT_EQ(tree.isConsistent(), 1);
+        edge->pSourceOrPathEdge();  // which is made only now
+        edge->pTargetNode()->moveTo(101, 101, 1);
     }
 }
 

@@ -214,39 +214,6 @@ INSTANTIATE_TEST_SUITE_P(
                     World{"EndsOfTheRange", 1'000'000'000, 400'000'000, 25, 0, 500}),
     [](const auto& each) { return std::string(each.param.name); });
 
-TEST(QuadEngine, PutsTheFirstRootAroundItsObject) {
-    const auto rootAround = [](const QuadShape& shape) {
-        QuadEngine engine;
-        engine.insert(shape, 0, 0);
-        return printed(engine);
-    };
-    EXPECT_EQ(rootAround(box(-1500, 0, 3000, 100)), "leaf at -2048, -1998 side 4096 count 0: 0\n");
-    EXPECT_EQ(rootAround(box(0, 0, 2048, 10)), "leaf at -1024, -2043 side 4096 count 0: 0\n");
-    EXPECT_EQ(rootAround(box(10, 10, 10, 10)), "leaf at -1009, -1009 side 2048 count 1: 0\n");
-}
-
-TEST(QuadEngine, GrowsTowardWhatLiesOutside) {
-    struct Case {
-        std::int32_t x;
-        std::int32_t y;
-        const char* root;
-    };
-    // The first root is [-1024, 1024); its right and top borders are outside.
-    for (const Case& each : {Case{-1025, 1023, "inner at -3072, -3072 side 4096:"},
-                             Case{-1025, 1024, "inner at -3072, -1024 side 4096:"},
-                             Case{0, 1024, "inner at -1024, -1024 side 4096:"},
-                             Case{0, -1025, "inner at -1024, -3072 side 4096:"},
-                             Case{1024, 0, "inner at -1024, -3072 side 4096:"},
-                             Case{1023, 1023, "leaf at -1024, -1024 side 2048 count 2: 0 1"}}) {
-        QuadEngine engine;
-        engine.insert(box(0, 0, 0, 0), 0, 0);
-        engine.insert(box(each.x, each.y, 0, 0), 0, 1);
-        const std::string text = printed(engine);
-        EXPECT_EQ(text.substr(0, text.find('\n')), each.root) << each.x << ", " << each.y;
-        EXPECT_EQ(found(engine, {each.x, each.y, each.x, each.y}, 1).size(), 1U);
-    }
-}
-
 TEST(QuadEngine, QueriesNestAndStop) {
     QuadEngine engine;
     for (std::int32_t i = 0; i < 400; ++i) {
@@ -262,22 +229,6 @@ TEST(QuadEngine, QueriesNestAndStop) {
     EXPECT_EQ(outer, 10);
     EXPECT_EQ(found(engine, {10, 10, 9, 20}, 1).size(), 0U);
     EXPECT_FALSE(engine.overlaps(all, 1, [](const QuadHit& hit) { return hit.slot == 400; }));
-}
-
-/// Objects of more than half a leaf: the four leaves below count none of them, however many there
-/// are, and a merge would be followed by a split with each change.
-TEST(QuadEngine, DoesNotMergeWhatItWouldSplitAgain) {
-    QuadEngine engine;
-    engine.insert(box(-2000, -2000, 3999, 3999), 0, 0);
-    for (std::uint32_t i = 0; i < 300; ++i) {
-        engine.insert(box(-1800, -1800, 1500, 1500), 0, i);
-    }
-    engine.remove(300);
-    EXPECT_EQ(printed(engine).substr(0, 5), "inner");
-    for (std::uint32_t slot = 299; slot > 128; --slot) {
-        engine.remove(slot);
-    }
-    EXPECT_EQ(printed(engine).substr(0, 4), "leaf");
 }
 
 /// Large boxes let the bounds of all blocks be wide, so that records wander without changing their

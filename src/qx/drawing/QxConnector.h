@@ -9,6 +9,7 @@
 #include "qx/drawing/QxDrawingFlags.h"
 #include "qx/drawing/QxGraphObjectStatusEnum.h"
 #include "qx/drawing/QxLabelOwnerOf.h"
+#include "qx/drawing/QxPlacedRectOf.h"
 #include "qx/foundation/geometry/QxDirectionEnum.h"
 #include "qx/foundation/geometry/QxPerMil.h"
 #include "qx/foundation/geometry/QxRect.h"
@@ -44,7 +45,8 @@ enum class Moment : unsigned char;
 /// with 0, those of the anchor graph, and an invisible connector answers 0 and changes nothing. A
 /// connector has no place while no node owns it: then, too, the answer is 0.
 class QX_API QxConnector : public QxExtendableGraphObject,
-                           public QxLabelOwnerOf<QxConnector, QxConnectorLabel> {
+                           public QxLabelOwnerOf<QxConnector, QxConnectorLabel>,
+                           public QxPlacedRectOf<QxConnector> {
 public:
     /// A specified connector of size 0 x 0 in the middle of the node that will own it. Of the
     /// owner, usually the factory, only the factory is used until then.
@@ -98,19 +100,8 @@ public:
     void ntCenter(const QxRect& nodeRect, QxPoint& point) const;
     QxPoint ntCenter() const;
     void ntBoundingRect(QxRect& rect) const;
-    QxSize ntSize() const { return {m_width, m_height}; }
     std::int32_t ntWidth() const { return m_width; }
     std::int32_t ntHeight() const { return m_height; }
-    std::int32_t ntX() const { return ntCenter().x(); }
-    std::int32_t ntY() const { return ntCenter().y(); }
-    std::int32_t ntLeftHalfWidth() const { return qx::lowerHalf(m_width); }
-    std::int32_t ntRightHalfWidth() const { return qx::upperHalf(m_width); }
-    std::int32_t ntBottomHalfHeight() const { return qx::lowerHalf(m_height); }
-    std::int32_t ntTopHalfHeight() const { return qx::upperHalf(m_height); }
-    std::int32_t ntLeft() const { return qx::saturatingSub(ntX(), ntLeftHalfWidth()); }
-    std::int32_t ntRight() const { return qx::saturatingAdd(ntX(), ntRightHalfWidth()); }
-    std::int32_t ntBottom() const { return qx::saturatingSub(ntY(), ntBottomHalfHeight()); }
-    std::int32_t ntTop() const { return qx::saturatingAdd(ntY(), ntTopHalfHeight()); }
     /// The constant part of the place.
     QxSize ntOffset() const { return {m_offsetX, m_offsetY}; }
     std::int32_t ntOffsetX() const { return m_offsetX; }
@@ -155,35 +146,25 @@ public:
     /// beyond a side becomes a constant distance from that side. Fires ConnectorMoved when the
     /// center changes.
     int moveTo(const QxPoint& center, int inOwnGraph);
-    int moveTo(std::int32_t x, std::int32_t y, int inOwnGraph) {
-        return moveTo(QxPoint(x, y), inOwnGraph);
-    }
     int move(const QxSize& offset, int inOwnGraph);
-    int move(std::int32_t dx, std::int32_t dy, int inOwnGraph) {
-        return move(QxSize(dx, dy), inOwnGraph);
-    }
     void ntMoveTo(const QxPoint& center) { vMoveTo(center); }
-    void ntMoveTo(std::int32_t x, std::int32_t y) { vMoveTo(QxPoint(x, y)); }
-    void ntMove(std::int32_t dx, std::int32_t dy);
-    void ntMove(const QxSize& offset) { ntMove(offset.width(), offset.height()); }
     /// Gives the connector a size about its center. Fires ConnectorResized when it changes.
     int resize(const QxSize& size, int inOwnGraph);
-    int resize(std::int32_t width, std::int32_t height, int inOwnGraph) {
-        return resize(QxSize(width, height), inOwnGraph);
-    }
     void ntResize(const QxSize& size) { vResize(size); }
-    void ntResize(std::int32_t width, std::int32_t height) { vResize(QxSize(width, height)); }
     /// Change one part of the place; they fire nothing.
     int setOffset(const QxSize& offset, int inOwnGraph);
-    int setOffset(std::int32_t x, std::int32_t y, int inOwnGraph) {
-        return setOffset(QxSize(x, y), inOwnGraph);
-    }
     int setPerMil(const QxPerMil& perMil);
     int setPerMil(std::int16_t x, std::int16_t y) { return setPerMil(QxPerMil(x, y)); }
     void ntSetOffset(const QxSize& offset) { vSetOffset(offset); }
-    void ntSetOffset(std::int32_t x, std::int32_t y) { vSetOffset(QxSize(x, y)); }
     void ntSetPerMil(const QxPerMil& perMil) { vSetPerMil(perMil); }
     void ntSetPerMil(std::int16_t x, std::int16_t y) { vSetPerMil(QxPerMil(x, y)); }
+    using QxPlacedRectOf::move;
+    using QxPlacedRectOf::moveTo;
+    using QxPlacedRectOf::ntMoveTo;
+    using QxPlacedRectOf::ntResize;
+    using QxPlacedRectOf::ntSetOffset;
+    using QxPlacedRectOf::resize;
+    using QxPlacedRectOf::setOffset;
     /// @}
 
     /// @name The place before a move
@@ -362,5 +343,3 @@ private:
     std::int16_t m_perMilY = 0;
     QxGraphObjectStatusEnum m_status = QxStatusUnchanged;
 };
-
-static_assert(sizeof(void*) != 8 || sizeof(QxConnector) <= 160, "drawings have many connectors");

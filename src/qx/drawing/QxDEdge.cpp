@@ -16,6 +16,7 @@
 #include "qx/drawing/QxGeometricUpdateInfo.h"
 #include "qx/drawing/QxPathIter.h"
 #include "qx/drawing/bounds/internal/Coverage.h"
+#include "qx/drawing/bounds/internal/ExtentTree.h"
 #include "qx/drawing/bounds/internal/Moment.h"
 #include "qx/drawing/internal/Extras.h"
 #include "qx/events/internal/FireDrawingChange.h"
@@ -101,9 +102,9 @@ int QxDEdge::checkInvariants() const {
         return 0;
     }
     for (const bool atSource : {true, false}) {
-        const QxConnector* connector = pConnectorAt(atSource);
-        if (connector != nullptr &&
-            connector->pOwnerNode() != (atSource ? pSourceNode() : pTargetNode())) {
+        const QxConnector* connector = pNotedConnector(atSource);
+        const QxDNode* node = pConnectorAt(atSource) != nullptr ? connector->pOwnerNode() : nullptr;
+        if (connector != nullptr && node != (atSource ? pSourceNode() : pTargetNode())) {
             qxDebugStream() << "drawing edge: an end is assigned to a connector elsewhere\n";
             return 0;
         }
@@ -197,7 +198,11 @@ qx::internal::GraphObjectExtras* QxDEdge::vNewExtras() const {
 }
 
 void QxDEdge::tellCoverage() {
-    qx::internal::Coverage::changed(*this);
+    // While an edge does not count, nobody knows anything of it that could have changed.
+    if (isActive() || m_extentSlot != qx::internal::ExtentTree::NoSlot ||
+        hasFlag(qx::flags::InQuadTree) != 0) {
+        qx::internal::Coverage::changed(*this);
+    }
 }
 
 void QxDEdge::outdateLabels() {

@@ -111,15 +111,17 @@ public:
 
     /// @name Connectors (drawing/connectors/QxDEdgeConnectors.cpp)
     /// An end may be assigned to a connector of its node: the path starts (ends) at its center and
-    /// is cut off at its outline. When an end changes to another node, or goes, its connector does.
+    /// is cut off at its outline. An end that changes to another node loses its connector. An edge
+    /// that is removed remembers both: they are its connectors again when it is inserted at the
+    /// nodes that still have them.
     /// @{
 
-    /// The connectors of the ends, whoever made them; null for none. The unverified ones are the
-    /// same.
+    /// The connectors of the ends, whoever made them; null for none. The unverified ones are those
+    /// that a removed edge remembers, too.
     QxConnector* pInternalSourceConnector() const { return pConnectorAt(true); }
     QxConnector* pInternalTargetConnector() const { return pConnectorAt(false); }
-    QxConnector* pUnverifiedFromConnector() const { return pConnectorAt(true); }
-    QxConnector* pUnverifiedToConnector() const { return pConnectorAt(false); }
+    QxConnector* pUnverifiedFromConnector() const { return pNotedConnector(true); }
+    QxConnector* pUnverifiedToConnector() const { return pNotedConnector(false); }
     /// The same when they are specified; else null.
     QxConnector* pSourceConnector() const;
     QxConnector* pTargetConnector() const;
@@ -128,14 +130,16 @@ public:
     /// Assign the end to a connector of its node, or to none (null). A calculated connector that no
     /// edge uses any more is discarded. Return the connector of the end afterwards; nothing happens
     /// for a connector of another node, and for the one it has. Fire EdgeConnectorChanged for a
-    /// connected edge when the old connector or the new one is specified.
+    /// connected edge when the old connector or the new one is specified; so does an end that loses
+    /// its connector by changing to another node, in any state of the edge.
     QxConnector* pSourceConnector(QxConnector* connector) {
         return assignConnector(connector, true);
     }
     QxConnector* pTargetConnector(QxConnector* connector) {
         return assignConnector(connector, false);
     }
-    /// Unassign the end; the connector stays, even a calculated one. Return null.
+    /// Unassign the end; the connector stays, even a calculated one. Return null. A removed edge
+    /// forgets its connector.
     QxConnector* resetFromConnector() { return resetConnector(true); }
     QxConnector* resetToConnector() { return resetConnector(false); }
     /// Set the routing directions of the calculated connectors; see QxConnector.
@@ -276,8 +280,9 @@ public:
     /// Compute the visible part, take it over and report what shows and what has ceased to.
     void updateVisiblePartAfterGeometryChanges(QxGeometricUpdateInfo* info);
     void updateVisiblePartAfterInsert(QxGeometricUpdateInfo* info);
-    /// Whether anything shows. Setting this or one of the next two flags returns the argument and
-    /// forgets the clipped end points.
+    /// Whether anything shows; 0 for an edge that is not connected and active, unless its visible
+    /// part has been computed since. Setting this or one of the next two flags returns the argument
+    /// and forgets the clipped end points.
     int hasVisiblePart() const;
     int hasVisiblePart(int value);
     /// Whether the visible part as computed last still holds.
@@ -459,10 +464,11 @@ private:
     QxConnector* pConnectorAt(bool atSource) const {
         return hasFlag(atSource ? qx::flags::EdgeFromConnectorValid
                                 : qx::flags::EdgeToConnectorValid) != 0
-                   ? pConnectorOf(atSource)
+                   ? pNotedConnector(atSource)
                    : nullptr;
     }
-    QxConnector* pConnectorOf(bool atSource) const;
+    /// The connector that the end is assigned to or, while it has no node, was assigned to.
+    QxConnector* pNotedConnector(bool atSource) const;
     bool hasCalculatedConnector() const { return hasConnectors() && usesCalculatedConnector(); }
     bool usesCalculatedConnector() const;
     qx::internal::ConnectorUse& connectorUse(bool atSource);
@@ -473,10 +479,11 @@ private:
     QxConnector* assignConnector(QxConnector* connector, bool atSource);
     QxConnector* resetConnector(bool atSource);
     void tellConnectorChange(QxConnector* old, QxConnector* connector);
-    /// Unassigns both ends without a word to listeners.
+    /// Unassigns both ends without a word to listeners; the first leaves a note of them.
+    void setConnectorsAside();
     void loseConnectors();
-    /// Unassigns an end that is not at the connector's node any more.
-    void loseForeignConnector(bool atSource);
+    /// Assigns an end to the connector noted there, or forgets one that is of another node.
+    void settleConnector(bool atSource);
     void exchangeConnectors();
     void duplicateConnectors(const QxDEdge& source);
     /// @}
@@ -511,6 +518,15 @@ private:
     /// @{
     bool isClippedAt(bool atSource) const;
     QxPEdge* pEndOfVisiblePart(QxIterDirectionEnum direction) const;
+    /// Whether it is known already, and up to date, where the drawn part of a path of one segment
+    /// starts and ends; false says nothing.
+    bool isDrawnLineKnown() const {
+        constexpr std::uint32_t Shown = qx::flags::EdgeConnected |
+                                        qx::flags::EdgeVisiblePartUpdated |
+                                        qx::flags::EdgeHasVisiblePart;
+        return (flagWord() & (Shown | qx::flags::EdgeDeactivated)) == Shown &&
+               m_fromClip.isKnown() && m_toClip.isKnown() && m_sourcePathEdge == m_targetPathEdge;
+    }
     /// Where the line, the end segment or the straight edge that stands for it, is cut off.
     void readClipPoint(QxPoint& point, const QxGEdge& line, bool atSource) const;
     void readEnd(QxPoint& point, int clipped, bool atSource) const;

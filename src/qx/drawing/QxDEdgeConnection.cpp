@@ -59,7 +59,7 @@ int QxDEdge::changeEnd(QxNode* node, bool atSource) {
         changed = atSource ? QxGEdge::changeSourceNodeWithoutConnect(node)
                            : QxGEdge::changeTargetNodeWithoutConnect(node);
         if (changed != 0) {
-            loseForeignConnector(atSource);
+            settleConnector(atSource);
         }
     });
     return changed;
@@ -102,8 +102,16 @@ void QxDEdge::vFollowReversal() {
 }
 
 void QxDEdge::nullEndNodes() {
-    disconnectPath();
-    loseConnectors();
+    if (isActive()) {
+        disconnectPath();
+    } else {
+        actOnEndObjectChange();
+    }
+    if (hasFlag(qx::flags::Discarding) != 0) {
+        loseConnectors();
+    } else {
+        setConnectorsAside();
+    }
     if (m_sourcePathEdge != nullptr) {
         attachPath(nullptr, nullptr);
     }

@@ -17,6 +17,7 @@
 #include "qx/drawing/bounds/internal/Moment.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/util/internal/Ref.h"
+#include "qx/spatial/internal/IndexUpkeep.h"
 
 using qx::internal::Change;
 using qx::internal::each;
@@ -46,6 +47,9 @@ QxNode* QxDGraph::vRemoveNode(QxNode* node) {
 
 int QxDGraph::vDiscardNode(QxNode* node) {
     const qx::internal::Ref alive(*this);
+    if (node != nullptr && m_quadTree != nullptr && node->isPathNode() == 0) {
+        qx::internal::IndexUpkeep::fetchAt(*static_cast<QxDNode*>(node));
+    }
     int discarded = 0;
     Change::inGraph(*this, [&] { discarded = QxGraph::vDiscardNode(node); });
     discardEmptyHideGraph();
@@ -70,7 +74,10 @@ QxEdge* QxDGraph::vInsertEdge(QxEdge* edge, QxNode* source, QxNode* target) {
 
 void QxDGraph::actAfterInsertEdgeBeforeConnect(QxEdge* edge) {
     QxGraph::actAfterInsertEdgeBeforeConnect(edge);
-    static_cast<QxDEdge*>(edge)->updatePathOwnership();
+    auto& inserted = static_cast<QxDEdge&>(*edge);
+    inserted.updatePathOwnership();
+    inserted.settleConnector(true);
+    inserted.settleConnector(false);
 }
 
 QxEdge* QxDGraph::vRemoveEdge(QxEdge* edge) {

@@ -159,10 +159,14 @@ void QxDNode::actOnDiscard() {
 void QxDNode::actOnChangeOwner(QxOwnedObject* owner, int valid) {
     if (valid == 0 || owner != pOwner()) {
         Coverage::ended(*this);
-        LabelPresence::ended(*this);
+        if (pQueryExtras() != nullptr) {
+            LabelPresence::ended(*this);
+        }
     }
     QxGNode::actOnChangeOwner(owner, valid);
-    LabelPresence::changed(*this);
+    if (pQueryExtras() != nullptr) {
+        LabelPresence::changed(*this);
+    }
     Coverage::changed(*this);
     Coverage::ownerChanged(*this);
     if (expanded() != 0) {
@@ -317,7 +321,26 @@ int QxDNode::getBoundingRectWithConnectors(QxRect& rect, int inOwnGraph) const {
     return getBoundingRectWithSubObjects(rect, 0, 1, 0, inOwnGraph);
 }
 
+/// Asks the memory for the edges at the node, all at once.
+void QxDNode::fetchEdges() const {
+    constexpr int Most = 8;  // those of a hub stand one behind the other
+    constexpr std::size_t Farther = 128;
+    for (const QxEdgeDList* list : {pInEdgeList(), pOutEdgeList()}) {
+        int count = 0;
+        const QxDListCell* cell = list->pFirstCell();
+        for (; cell != nullptr && count < Most; cell = cell->pNextCell(), ++count) {
+            const auto* edge = static_cast<const QxDEdge*>(cell->pObject());
+            __builtin_prefetch(edge, 1);
+            __builtin_prefetch(reinterpret_cast<const char*>(edge) + Farther, 1);
+        }
+    }
+}
+
 void QxDNode::invalidateIncidentEdgeEndPoints() {
+    if (isPlainlyBare()) {
+        return;
+    }
+    fetchEdges();
     for (const QxEdgeDList* list :
          {pInEdgeList(), pOutEdgeList(), pDisconnectedEdgeList(), pDeactivatedEdgeList()}) {
         for (QxDEdge* edge : each<QxDEdge>(*list)) {

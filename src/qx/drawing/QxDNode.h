@@ -20,6 +20,7 @@ class QxShapeResource;
 namespace qx::internal {
 class Collection;
 class Coverage;
+class IndexUpkeep;
 struct IndexSlot;
 template <class T>
 class Ref;
@@ -427,6 +428,7 @@ public:
                                  int labels, int connectorLabels, int connectors, int edges);
     /// Forgets the clip points of the incident edges, and that their visible parts are current.
     void invalidateIncidentEdgeEndPoints();
+    void fetchEdges() const;
     /// @}
 
 protected:
@@ -466,6 +468,7 @@ private:
     friend class qx::internal::Collection;
     friend class qx::internal::Coverage;
     friend struct qx::internal::IndexSlot;
+    friend class qx::internal::IndexUpkeep;
 
     const qx::internal::Ref<QxLabelManager>* pQueryLabelSlot() const;
     qx::internal::Ref<QxLabelManager>& labelSlot();

@@ -58,12 +58,14 @@ public:
     int hasOldBoundingRect(int value) { return set(m_hasOldBoundingRect, value); }
     int hasNewBoundingRect() const { return m_hasNewBoundingRect ? 1 : 0; }
     int hasNewBoundingRect(int value) { return set(m_hasNewBoundingRect, value); }
-    /// The graph's bounds were kept up to date and are suspended by this record.
+    /// The graph's bounds were kept up to date and are suspended by this record. What is set here
+    /// is how the graph is left.
     int needsUpdateGraphBounds() const { return m_needsUpdateGraphBounds ? 1 : 0; }
     int needsUpdateGraphBounds(int value) { return set(m_needsUpdateGraphBounds, value); }
-    /// An interactive drag runs: reports are ignored and the bounds stay suspended.
+    /// An interactive drag runs: reports are ignored, and the bounds of the graph are off until
+    /// somebody switches them on there, or this record is closed after the drag.
     int isDragging() const { return m_isDragging ? 1 : 0; }
-    int isDragging(int value) { return set(m_isDragging, value); }
+    int isDragging(int value);
     int needsUpdateQuadTree() const { return m_needsUpdateQuadTree ? 1 : 0; }
     int needsUpdateQuadTree(int value) { return set(m_needsUpdateQuadTree, value); }
     /// Something was suspended: objects report what they cover.
@@ -88,12 +90,18 @@ private:
         }
     }
 
+    void leaveBoundsOff();
+
     QxDGraph* m_graph = nullptr;
     QxQTree* m_qTree = nullptr;
     QxRect m_oldBoundingRect;
     QxRect m_newBoundingRect;
     bool m_keepsGraph = false;
     bool m_holdsBounds = false;
+    /// A drag has switched the bounds off; and whether they were on when the record was opened, or
+    /// are so after the drag has begun.
+    bool m_leftBoundsOff = false;
+    bool m_foundBoundsOn = false;
     bool m_hasOldBoundingRect = false;
     bool m_hasNewBoundingRect = false;
     bool m_needsUpdateGraphBounds = false;

@@ -5,6 +5,7 @@
 
 #include "qx/drawing/QxDrawingFlags.h"
 #include "qx/drawing/QxGraphObjectStatusEnum.h"
+#include "qx/drawing/QxPlacedRectOf.h"
 #include "qx/events/QxDrawingChangeEventTypeEnum.h"
 #include "qx/foundation/geometry/QxPoint.h"
 #include "qx/foundation/geometry/QxRect.h"
@@ -34,7 +35,7 @@ struct LabelExtras;
 /// Coordinates and the coordinate flag are those of QxGNode: `nt...` values and a nonzero flag are
 /// in the coordinates of the graph that the owner lies in, and the raw setters (`nt...`) leave the
 /// bounds of that graph to their caller. Sizes below 0 count as 0.
-class QX_API QxLabel : public QxExtendableGraphObject {
+class QX_API QxLabel : public QxExtendableGraphObject, public QxPlacedRectOf<QxLabel> {
 public:
     ~QxLabel() override;
 
@@ -97,20 +98,10 @@ public:
     /// @{
     /// The offset as center, the size as size.
     const QxRect* pIRect() const { return &m_rect; }
-    std::int32_t ntX() const { return ntCenter().x(); }
-    std::int32_t ntY() const { return ntCenter().y(); }
     std::int32_t ntWidth() const { return m_rect.width(); }
     std::int32_t ntHeight() const { return m_rect.height(); }
-    QxSize ntSize() const { return m_rect.size(); }
+    using QxPlacedRectOf::ntSize;
     void ntSize(QxSize& size) const { size = m_rect.size(); }
-    std::int32_t ntLeftHalfWidth() const { return m_rect.leftHalfWidth(); }
-    std::int32_t ntRightHalfWidth() const { return m_rect.rightHalfWidth(); }
-    std::int32_t ntTopHalfHeight() const { return m_rect.topHalfHeight(); }
-    std::int32_t ntBottomHalfHeight() const { return m_rect.bottomHalfHeight(); }
-    std::int32_t ntLeft() const { return qx::saturatingSub(ntX(), ntLeftHalfWidth()); }
-    std::int32_t ntRight() const { return qx::saturatingAdd(ntX(), ntRightHalfWidth()); }
-    std::int32_t ntTop() const { return qx::saturatingAdd(ntY(), ntTopHalfHeight()); }
-    std::int32_t ntBottom() const { return qx::saturatingSub(ntY(), ntBottomHalfHeight()); }
     void ntBoundingRect(QxRect& rect) const;
     /// The constant part of the place: the width is the offset in x, the height that in y.
     QxSize ntOffset() const { return {m_rect.x(), m_rect.y()}; }
@@ -134,33 +125,23 @@ public:
     /// of a label that is not visible.
     /// @{
     int moveTo(const QxPoint& center, int inOwnGraph);
-    int moveTo(std::int32_t x, std::int32_t y, int inOwnGraph) {
-        return moveTo(QxPoint(x, y), inOwnGraph);
-    }
     int resize(const QxSize& size, int inOwnGraph);
-    int resize(std::int32_t width, std::int32_t height, int inOwnGraph) {
-        return resize(QxSize(width, height), inOwnGraph);
-    }
     int setOffset(const QxSize& offset, int inOwnGraph);
-    int setOffset(std::int32_t x, std::int32_t y, int inOwnGraph) {
-        return setOffset(QxSize(x, y), inOwnGraph);
-    }
     int move(const QxSize& offset, int inOwnGraph);
-    int move(std::int32_t dx, std::int32_t dy, int inOwnGraph) {
-        return move(QxSize(dx, dy), inOwnGraph);
-    }
+    using QxPlacedRectOf::move;
+    using QxPlacedRectOf::moveTo;
+    using QxPlacedRectOf::resize;
+    using QxPlacedRectOf::setOffset;
     /// @}
 
     /// @name The raw changes, in the coordinates of the label's graph
     /// @{
     void ntMoveTo(const QxPoint& center) { vMoveTo(center); }
-    void ntMoveTo(std::int32_t x, std::int32_t y) { vMoveTo(QxPoint(x, y)); }
-    void ntMove(std::int32_t dx, std::int32_t dy);
-    void ntMove(const QxSize& offset) { ntMove(offset.width(), offset.height()); }
     void ntResize(const QxSize& size) { vResize(size); }
-    void ntResize(std::int32_t width, std::int32_t height) { vResize(QxSize(width, height)); }
     void ntSetOffset(const QxSize& offset) { vSetOffset(offset); }
-    void ntSetOffset(std::int32_t x, std::int32_t y) { vSetOffset(QxSize(x, y)); }
+    using QxPlacedRectOf::ntMoveTo;
+    using QxPlacedRectOf::ntResize;
+    using QxPlacedRectOf::ntSetOffset;
     /// @}
 
     /// @name State
@@ -253,7 +234,7 @@ protected:
     /// Kept here, where there is room: the proportional place of a rectangular object's label; of
     /// an edge's label its thousandths along the edge.
     Proportion m_proportion;
-    /// Where an edge's label stands in the extents of its graph.
+    /// Where the label stands in the extents and in the index of its graph.
     std::int32_t m_extentSlot = -1;
     std::int32_t m_indexSlot = -1;
 };

@@ -31,4 +31,6 @@ private:
     std::int32_t m_counted = 0;
     /// By it the graph lists an edge whose labels have moved since it looked last.
     QxDListCell m_outdatedCell;
+    /// The only label that has moved, while that is all; else null.
+    QxLabel* m_outdated = nullptr;
 };

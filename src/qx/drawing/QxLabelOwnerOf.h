@@ -53,7 +53,7 @@ public:
     /// LabelInserted. Returns the label; null, and no change, for null and a label in some list.
     Label* insertLabel(Label* label);
     /// Takes a label out, which the caller then owns. Fires LabelRemoved. Null, and no change, for
-    /// null and a label of another owner.
+    /// null and a label of another owner; null, too, when a listener has inserted it again.
     Label* removeLabel(Label* label);
     /// Removes and destroys a label of this owner. Fires LabelDiscarded. 1, or 0 when refused.
     int discardLabel(Label* label);

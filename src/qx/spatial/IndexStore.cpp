@@ -3,6 +3,7 @@
 
 #include "qx/spatial/internal/IndexStore.h"
 
+#include <algorithm>
 #include <utility>
 
 #include "qx/drawing/QxConnector.h"
@@ -153,8 +154,30 @@ void IndexStore::settle() {
     m_changesSinceQuestion = 0;
 }
 
+/// Asks the memory for what the moved objects from here on touch, in steps, for what one step
+/// brings tells where the next one looks.
+void IndexStore::fetchMoved(std::size_t from) const {
+    const std::size_t end = std::min(m_moved.size(), from + FetchedAtOnce);
+    const auto eachSlot = [&](const auto& act) {
+        for (std::size_t i = from; i < end; ++i) {
+            if (m_isMoved[m_moved[i]]) {
+                act(m_moved[i]);
+            }
+        }
+    };
+    eachSlot([&](std::uint32_t slot) { m_engine.fetchSlot(slot); });
+    eachSlot([&](std::uint32_t slot) { m_engine.fetchRecord(slot); });
+    eachSlot([&](std::uint32_t slot) {
+        fetchForShape(*objectOf(m_engine.payload(slot)),
+                      static_cast<IndexKind>(m_engine.kind(slot)));
+    });
+}
+
 void IndexStore::placeMoved() {
     for (std::size_t i = 0; i < m_moved.size(); ++i) {  // which may grow, see build()
+        if (i % FetchedAtOnce == 0) {
+            fetchMoved(i);
+        }
         const std::uint32_t slot = m_moved[i];
         if (m_isMoved[slot]) {
             m_isMoved[slot] = false;
@@ -221,10 +244,10 @@ void IndexStore::changed(QxGraphObject& object, IndexKind kind, bool follows) {
     }
     const std::int32_t slot = IndexSlot::of(object, kind);
     const bool counts = countsInIndex(object, kind);
-    if (slot != NoIndexSlot && !counts) {
+    if (!follows) {
+        m_hasMissed = true;  // questions pass over what has ceased to count
+    } else if (slot != NoIndexSlot && !counts) {
         ended(object, kind);
-    } else if (!follows) {
-        m_hasMissed = true;
     } else if (slot != NoIndexSlot) {
         markMoved(slot);
     } else if (counts) {

@@ -3,6 +3,8 @@
 
 #include "qx/spatial/internal/IndexUpkeep.h"
 
+#include <array>
+
 #include "qx/drawing/QxConnector.h"
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
@@ -44,15 +46,6 @@ void IndexUpkeep::tellLabels(Owner& owner) {
     if (const auto* labels = owner.pLabelList()) {
         for (QxLabel* label : each<QxLabel>(*labels)) {
             changed(*label);
-        }
-    }
-}
-
-template <class Owner>
-void IndexUpkeep::tellLabelsEnded(Owner& owner) {
-    if (const auto* labels = owner.pLabelList()) {
-        for (QxLabel* label : each<QxLabel>(*labels)) {
-            ended(*label);
         }
     }
 }
@@ -139,13 +132,17 @@ void IndexUpkeep::labelsChanged(QxDGraph& graph) {
 }
 
 void IndexUpkeep::ended(QxDNode& node) {
+    if (treeOf(node.pOwnerGraph()) == nullptr) {
+        return;
+    }
     tellEnded(node, IndexKind::Node);
-    tellLabelsEnded(node);
 }
 
 void IndexUpkeep::ended(QxConnector& connector) {
+    if (treeOf(connector.pGraph()) == nullptr) {
+        return;
+    }
     tellEnded(connector, IndexKind::Connector);
-    tellLabelsEnded(connector);
 }
 
 void IndexUpkeep::ended(QxLabel& label) {
@@ -161,13 +158,45 @@ void IndexUpkeep::ended(QxPEdge& segment) {
 }
 
 void IndexUpkeep::ended(QxDEdge& edge) {
+    if (treeOf(edge.pOwnerGraph()) == nullptr) {
+        return;
+    }
     tellEnded(edge, IndexKind::PathEdge);
-    tellLabelsEnded(edge);
+}
+
+void IndexUpkeep::fetchAt(const QxDNode& node) {
+    const QxQTree* tree = treeOf(node.pOwnerGraph());
+    if (tree == nullptr || tree->m_store->isPending()) {
+        return;
+    }
+    node.fetchEdges();
+    constexpr std::size_t Most = 16;
+    std::array<std::int32_t, Most> slots{node.m_indexSlot};
+    std::size_t count = 1;
+    for (const QxEdgeDList* list : {node.pInEdgeList(), node.pOutEdgeList()}) {
+        const QxDListCell* cell = list->pFirstCell();
+        for (; cell != nullptr && count < Most; cell = cell->pNextCell(), ++count) {
+            slots[count] = static_cast<const QxDEdge*>(cell->pObject())->m_indexSlot;
+        }
+    }
+    const QuadEngine& engine = tree->m_store->engine();
+    const auto eachSlot = [&](const auto& act) {
+        for (std::size_t i = 0; i < count; ++i) {
+            if (slots[i] != NoIndexSlot) {
+                act(static_cast<std::uint32_t>(slots[i]));
+            }
+        }
+    };
+    eachSlot([&](std::uint32_t slot) { engine.fetchSlot(slot); });
+    eachSlot([&](std::uint32_t slot) { engine.fetchRecord(slot); });
 }
 
 void IndexUpkeep::segmentMade(QxDEdge& edge, QxPEdge& segment) {
     if (QxQTree* tree = treeOf(edge.pOwnerGraph())) {
         tree->m_store->replace(edge, segment, IndexKind::PathEdge);
+        if (edge.isCurvedEdge() != 0) {
+            tell(segment, IndexKind::PathEdge);
+        }
     }
 }
 

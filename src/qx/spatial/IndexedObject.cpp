@@ -3,6 +3,8 @@
 
 #include "qx/spatial/internal/IndexedObject.h"
 
+#include <typeinfo>
+
 #include "qx/drawing/QxConnector.h"
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
@@ -21,6 +23,19 @@ QuadShape boxOf(const QxRect& rect) {
 
 bool isActive(const QxDEdge* edge) {
     return edge != nullptr && edge->connected() != 0 && edge->deactivated() == 0;
+}
+
+/// Whether the edge of a segment draws it as a curve, within that rectangle.
+bool isCurved(const QxGEdge& segment, const QxDEdge* whole, QxRect& rect) {
+    if (whole == nullptr || whole->isCurvedEdge() == 0) {
+        return false;
+    }
+    if ((segment.flagWord() & flags::PathObject) != 0) {
+        segment.getUserBoundingRect(rect, 1);
+    } else {
+        segment.ntBoundingRect(rect, 0);  // of the edge that would be with its labels
+    }
+    return true;
 }
 
 /// The edge that a segment, or an edge that stands for its segment, belongs to.
@@ -84,22 +99,70 @@ bool countsInIndex(const QxGraphObject& object, IndexKind kind) {
     }
 }
 
+namespace {
+
+const char* addressOf(const void* object) {
+    return static_cast<const char*>(object);
+}
+
+/// The distance of two fetches, which together reach the ends of an edge.
+constexpr std::size_t Farther = 128;
+
+}  // namespace
+
+std::optional<QuadShape> IndexSlot::shapeOfPlainEdge(const QxGraphObject& segment) {
+    const bool isMade = (segment.flagWord() & flags::PathObject) != 0;
+    // A subclass may see things differently.
+    if (typeid(segment) != (isMade ? typeid(QxPEdge) : typeid(QxDEdge))) {
+        return std::nullopt;
+    }
+    const QxDEdge* edge = wholeEdge(segment);
+    if (edge == nullptr || edge->hasConnectors() || typeid(*edge) != typeid(QxDEdge) ||
+        edge->m_sourcePathEdge != edge->m_targetPathEdge) {
+        return std::nullopt;
+    }
+    const QxDGraph* graph = edge->pOwnerGraph();
+    const QxDNode* source = edge->pSourceNode();
+    const QxDNode* target = edge->pTargetNode();
+    if (graph == nullptr || graph->isIntergraph() != 0 || source == nullptr || target == nullptr) {
+        return std::nullopt;
+    }
+    const QxRect& from = *source->pIRect();
+    const QxRect& to = *target->pIRect();
+    return QuadShape::segment(from.x(), from.y(), to.x(), to.y());
+}
+
+void fetchForShape(const QxGraphObject& object, IndexKind kind) {
+    if (kind == IndexKind::PathEdge) {
+        const auto& edge = static_cast<const QxEdge&>(object);
+        for (const QxNode* end : {edge.pSourceNode(), edge.pTargetNode()}) {
+            __builtin_prefetch(addressOf(end));
+            __builtin_prefetch(addressOf(end) + Farther);
+        }
+    }
+}
+
 QuadShape indexShapeOf(const QxGraphObject& object, IndexKind kind) {
     QxRect rect;
     switch (kind) {
         case IndexKind::PathEdge: {
+            if (const std::optional<QuadShape> plain = IndexSlot::shapeOfPlainEdge(object)) {
+                return *plain;
+            }
             const auto& segment = static_cast<const QxGEdge&>(object);
-            const QxDEdge* whole = wholeEdge(object);
-            if (whole != nullptr && whole->isCurvedEdge() != 0) {
-                segment.getUserBoundingRect(rect, 1);
+            if (isCurved(segment, wholeEdge(object), rect)) {
                 return boxOf(rect);
             }
             const QxPoint from = segment.ntFromPoint(0);
             const QxPoint to = segment.ntToPoint(0);
             return QuadShape::segment(from.x(), from.y(), to.x(), to.y());
         }
-        case IndexKind::PathNode:
         case IndexKind::Node:
+            if (typeid(object) == typeid(QxDNode)) {
+                return boxOf(*static_cast<const QxDNode&>(object).pIRect());
+            }
+            [[fallthrough]];
+        case IndexKind::PathNode:
             static_cast<const QxGNode&>(object).getUserBoundingRect(rect, 1);
             return boxOf(rect);
         case IndexKind::Connector:
@@ -111,8 +174,35 @@ QuadShape indexShapeOf(const QxGraphObject& object, IndexKind kind) {
     }
 }
 
+namespace {
+
+/// What a mark sets aside.
+constexpr std::uint32_t SetAside = flags::TemporarilyInvisible | flags::Processing;
+
+}  // namespace
+
+std::optional<bool> IndexSlot::showsAsKnown(const QxGraphObject& segment, const QxRect& rect) {
+    const bool isMade = (segment.flagWord() & flags::PathObject) != 0;
+    // A subclass may see things differently.
+    if (typeid(segment) != (isMade ? typeid(QxPEdge) : typeid(QxDEdge))) {
+        return std::nullopt;
+    }
+    const QxDEdge* edge = wholeEdge(segment);
+    if (edge == nullptr || !edge->isDrawnLineKnown() || edge->pOwnerGraph()->isIntergraph() != 0 ||
+        (isMade && (edge->m_sourcePathEdge != &segment ||
+                    (segment.flagWord() & flags::SegmentVisible) == 0))) {
+        return std::nullopt;
+    }
+    const auto isInside = [&](const auto& point) {
+        return rect.left() <= point.x && point.x <= rect.right() && rect.bottom() <= point.y &&
+               point.y <= rect.top();
+    };
+    return isInside(edge->m_fromClip) || isInside(edge->m_toClip) ||
+           rect.overlapsSegment(edge->m_fromClip.x, edge->m_fromClip.y, edge->m_toClip.x,
+                                edge->m_toClip.y) != 0;
+}
+
 bool showsIn(const QxGraphObject& object, IndexKind kind, const QxRect& rect) {
-    constexpr std::uint32_t SetAside = flags::TemporarilyInvisible | flags::Processing;
     // Of an edge that stands for its segment the marks are its own.
     const bool isItself =
         kind != IndexKind::PathEdge || (object.flagWord() & flags::PathObject) != 0;
@@ -120,7 +210,7 @@ bool showsIn(const QxGraphObject& object, IndexKind kind, const QxRect& rect) {
         return false;
     }
     const auto isSeen = [](const QxDEdge* edge) {
-        return edge != nullptr && (edge->intergraphEdge() == 0 || edge->isVisible() != 0) &&
+        return isActive(edge) && (edge->intergraphEdge() == 0 || edge->isVisible() != 0) &&
                edge->hasVisiblePart() != 0;
     };
     if (kind == IndexKind::PathNode) {
@@ -128,16 +218,22 @@ bool showsIn(const QxGraphObject& object, IndexKind kind, const QxRect& rect) {
         return isSeen(bend.pOwnerEdge()) && bend.isUsable() != 0;
     }
     if (kind == IndexKind::PathEdge) {
+        if (const std::optional<bool> known = IndexSlot::showsAsKnown(object, rect)) {
+            return *known;
+        }
         const QxDEdge* edge = wholeEdge(object);
         const bool isMade = (object.flagWord() & flags::PathObject) != 0;
-        return isSeen(edge) && (!isMade || static_cast<const QxPEdge&>(object).isUsable() != 0) &&
-               static_cast<const QxGEdge&>(object).ntIntersectsRect(&rect, 1) != 0;
+        const auto& segment = static_cast<const QxGEdge&>(object);
+        if (!isSeen(edge) || (isMade && static_cast<const QxPEdge&>(object).isUsable() == 0)) {
+            return false;
+        }
+        QxRect curve;
+        return isCurved(segment, edge, curve) ? curve.intersectsRect(rect) != 0
+                                              : segment.ntIntersectsRect(&rect, 1) != 0;
     }
     if (kind == IndexKind::EdgeLabel) {
         const QxDEdge* edge = static_cast<const QxLabel&>(object).pOwnerEdge();
-        if (edge == nullptr || (edge->intergraphEdge() != 0 && edge->isVisible() == 0)) {
-            return false;
-        }
+        return isActive(edge) && (edge->intergraphEdge() == 0 || edge->isVisible() != 0);
     }
     return true;
 }

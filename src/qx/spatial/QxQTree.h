@@ -171,6 +171,7 @@ public:
 
     /// @name Diagnostics
     /// Those that test compare with the graph and answer 1, or 0 after describing the first fault.
+    /// A tree whose upkeep is suspended may hold, and lack, what has changed since.
     /// @{
     int isConsistent();
     int isConsistentDNode(QxDNode* node);
@@ -220,6 +221,7 @@ private:
     void eachOfBend(QxPNode* bend, Registration act);
     /// Whether the object is registered just when it counts, and where it is; counts it then.
     int isConsistentObject(QxGraphObject* object, std::size_t& counted);
+    int isConsistentNow(QxGraphObject* object);
     int isConsistentPath(QxDEdge* edge, std::size_t& counted);
 
     QxDGraph* m_graph;

@@ -41,10 +41,11 @@ int QxQTree::isConsistentObject(QxGraphObject* object, std::size_t& counted) {
         return 1;
     }
     const bool isWanted = !m_store->isExcluded(*kind) && countsInIndex(*object, *kind);
-    if (isWanted != m_store->holds(*object, *kind)) {
+    const bool isHeld = m_store->holds(*object, *kind);
+    if (isWanted != isHeld && !m_store->isBehind()) {
         return complain(isWanted ? "an object is not registered" : "an object is registered");
     }
-    if (!isWanted) {
+    if (!isHeld) {
         return 1;
     }
     ++counted;
@@ -52,7 +53,7 @@ int QxQTree::isConsistentObject(QxGraphObject* object, std::size_t& counted) {
     if (m_store->engine().payload(slot) != reinterpret_cast<std::uintptr_t>(object)) {
         return complain("an object's slot is another's");
     }
-    return equal(m_store->engine().shape(slot), indexShapeOf(*object, *kind))
+    return m_store->isBehind() || equal(m_store->engine().shape(slot), indexShapeOf(*object, *kind))
                ? 1
                : complain("an object is registered where it is not");
 }
@@ -84,28 +85,28 @@ int QxQTree::isConsistentPath(QxDEdge* edge, std::size_t& counted) {
     return sound;
 }
 
-int QxQTree::isConsistentDNode(QxDNode* node) {
+int QxQTree::isConsistentNow(QxGraphObject* object) {
     m_store->settle();
     std::size_t counted = 0;
-    return isConsistentObject(node, counted);
+    return isConsistentObject(object, counted);
+}
+
+int QxQTree::isConsistentDNode(QxDNode* node) {
+    return isConsistentNow(node);
+}
+
+int QxQTree::isConsistentPathNode(QxPNode* bend) {
+    return isConsistentNow(bend);
+}
+
+int QxQTree::isConsistentPathEdge(QxPEdge* segment) {
+    return isConsistentNow(segment);
 }
 
 int QxQTree::isConsistentDEdge(QxDEdge* edge) {
     m_store->settle();
     std::size_t counted = 0;
     return edge != nullptr ? isConsistentPath(edge, counted) : 1;
-}
-
-int QxQTree::isConsistentPathNode(QxPNode* bend) {
-    m_store->settle();
-    std::size_t counted = 0;
-    return isConsistentObject(bend, counted);
-}
-
-int QxQTree::isConsistentPathEdge(QxPEdge* segment) {
-    m_store->settle();
-    std::size_t counted = 0;
-    return isConsistentObject(segment, counted);
 }
 
 QxQTreeObject* QxQTree::findObjInQTree(QxGraphObject* object) {

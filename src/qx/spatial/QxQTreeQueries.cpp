@@ -8,14 +8,19 @@
 // whether it shows there: an edge brings its visible part up to date, and what is cut off does not
 // count. A segment that nobody has made yet is made when it is reported.
 
+#include <algorithm>
+#include <utility>
+
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDNode.h"
+#include "qx/drawing/QxPEdge.h"
 #include "qx/drawing/QxPathIter.h"
 #include "qx/spatial/QxQTree.h"
 #include "qx/spatial/internal/DrawingOrder.h"
 #include "qx/spatial/internal/IndexStore.h"
 
+using Answer = qx::internal::IndexStore::Answer;
 using qx::internal::bitOf;
 using qx::internal::IndexKind;
 using qx::internal::QuadBox;
@@ -32,18 +37,73 @@ QuadBox regionOf(const QxRect& rect, unsigned kinds) {
             qx::saturatingAdd(rect.right(), reach), qx::saturatingAdd(rect.top(), reach)};
 }
 
+IndexKind kindOf(const QuadHit& hit) {
+    return static_cast<IndexKind>(hit.kind);
+}
+
 QxGraphObject* objectOf(const QuadHit& hit) {
     return reinterpret_cast<QxGraphObject*>(static_cast<std::uintptr_t>(hit.payload));
 }
 
-/// The region is wider than the rectangle for the sake of segments only.
-bool shows(const qx::internal::QuadEngine& engine, const QuadHit& hit, const QxRect& rect) {
-    const QuadBox exact{rect.left(), rect.bottom(), rect.right(), rect.top()};
-    if (hit.kind != static_cast<unsigned>(IndexKind::PathEdge) &&
-        !engine.shape(hit.slot).box.meets(exact)) {
-        return false;
+/// Whether the rectangle itself meets the box: the region is wider for the sake of segments only.
+bool isNear(const qx::internal::QuadEngine& engine, const QuadHit& hit, const QxRect& rect) {
+    return kindOf(hit) == IndexKind::PathEdge ||
+           engine.boxAt(hit.place).meets({rect.left(), rect.bottom(), rect.right(), rect.top()});
+}
+
+/// Asks the memory for what showsIn looks at: for the objects, then for the edges of segments.
+void fetchObjects(const std::vector<QuadHit>& hits, std::size_t from, std::size_t end) {
+    // An object's flags stand at its start, the ends of an edge and the owner of a segment here.
+    constexpr std::size_t Farther = 128;
+    const auto fetch = [](const void* object) {
+        __builtin_prefetch(object);
+        __builtin_prefetch(static_cast<const char*>(object) + Farther);
+    };
+    for (std::size_t i = from; i < end; ++i) {
+        fetch(objectOf(hits[i]));
     }
-    return qx::internal::showsIn(*objectOf(hit), static_cast<IndexKind>(hit.kind), rect);
+    for (std::size_t i = from; i < end; ++i) {
+        const QxGraphObject* object = objectOf(hits[i]);
+        if (kindOf(hits[i]) == IndexKind::PathEdge &&
+            (object->flagWord() & qx::flags::PathObject) != 0) {
+            fetch(static_cast<const QxPEdge*>(object)->pUnverifiedOwnerEdge());
+        }
+    }
+}
+
+/// Finds the objects to report among the hits.
+void keepShown(const QxRect& rect, Answer& answer) {
+    // In a large drawing the objects are far away: the memory is asked for many at once.
+    constexpr std::size_t AtOnce = 64;
+    const std::vector<QuadHit>& hits = answer.hits;
+    for (std::size_t from = 0; from < hits.size(); from += AtOnce) {
+        const std::size_t end = std::min(hits.size(), from + AtOnce);
+        fetchObjects(hits, from, end);
+        for (std::size_t i = from; i < end; ++i) {
+            const IndexKind kind = kindOf(hits[i]);
+            if (!qx::internal::showsIn(*objectOf(hits[i]), kind, rect)) {
+                continue;
+            }
+            if (QxGraphObject* object = qx::internal::reportedObject(objectOf(hits[i]), kind)) {
+                answer.found.push_back({object, kind});
+            }
+        }
+    }
+}
+
+void fillLists(QxDList* const* lists, Answer& answer) {
+    for (unsigned kind = 0; kind < 8; ++kind) {
+        if (lists[kind] == nullptr) {
+            continue;
+        }
+        answer.objects.clear();
+        for (const qx::internal::FoundObject& found : answer.found) {
+            if (found.kind == static_cast<IndexKind>(kind)) {
+                answer.objects.push_back(found.object);
+            }
+        }
+        lists[kind]->assignObjects(answer.objects.data(), answer.objects.size());
+    }
 }
 
 }  // namespace
@@ -57,34 +117,22 @@ void QxQTree::buildLists(const QxRect* rect, QxDNodeDList* nodes, QxNodeLabelDLi
                               connectorLabels, edgeLabels, graphLabels, connectors};
     unsigned kinds = 0;
     for (unsigned kind = 0; kind < 8; ++kind) {
-        if (lists[kind] != nullptr) {
-            lists[kind]->deleteAllCells();
-            kinds |= 1U << kind;
+        kinds |= lists[kind] != nullptr ? 1U << kind : 0U;
+    }
+    Answer answer = m_store->takeScratch();
+    if (rect != nullptr && kinds != 0) {
+        m_store->settle();
+        // Collected first: to report a segment may make it, which changes the tree.
+        const qx::internal::QuadEngine& engine = m_store->engine();
+        engine.collect(regionOf(*rect, kinds), kinds, answer.hits);
+        std::erase_if(answer.hits, [&](const QuadHit& hit) { return !isNear(engine, hit, *rect); });
+        keepShown(*rect, answer);
+        if (drawingOrder != 0) {
+            qx::internal::putInDrawingOrder(answer.found);
         }
     }
-    if (rect == nullptr || kinds == 0) {
-        return;
-    }
-    m_store->settle();
-    // Collected first: to report a segment may make it.
-    std::vector<QuadHit> hits;
-    m_store->engine().collect(regionOf(*rect, kinds), kinds, hits);
-    std::vector<qx::internal::FoundObject> found;
-    found.reserve(hits.size());
-    for (const QuadHit& hit : hits) {
-        if (shows(m_store->engine(), hit, *rect)) {
-            const auto kind = static_cast<IndexKind>(hit.kind);
-            if (QxGraphObject* object = qx::internal::reportedObject(objectOf(hit), kind)) {
-                found.push_back({object, kind});
-            }
-        }
-    }
-    if (drawingOrder != 0) {
-        qx::internal::putInDrawingOrder(found);
-    }
-    for (const qx::internal::FoundObject& object : found) {
-        lists[static_cast<unsigned>(object.kind)]->appendObject(object.object);
-    }
+    fillLists(lists, answer);
+    m_store->giveBack(std::move(answer));
 }
 
 int QxQTree::overlaps(const QxRect* rect, int nodes, int pathNodes, int pathEdges, int nodeLabels,
@@ -99,6 +147,9 @@ int QxQTree::overlaps(const QxRect* rect, int nodes, int pathNodes, int pathEdge
         return 0;
     }
     m_store->settle();
-    const auto test = [&](const QuadHit& hit) { return shows(m_store->engine(), hit, *rect); };
+    const auto test = [&](const QuadHit& hit) {
+        return isNear(m_store->engine(), hit, *rect) &&
+               qx::internal::showsIn(*objectOf(hit), kindOf(hit), *rect);
+    };
     return m_store->engine().overlaps(regionOf(*rect, kinds), kinds, test) ? 1 : 0;
 }

@@ -84,26 +84,6 @@ TEST(QxRect, ExtremesClampInsteadOfWrapping) {
     EXPECT_EQ(offset, QxSize(qx::MaxInt32, qx::MaxInt32));
 }
 
-TEST(QxRect, SettersReturnWhatTheyStored) {
-    GeometryRandom random(5);
-    for (int round = 0; round < 5000; ++round) {
-        QxRect rect(random.point(), random.point());
-        const std::int32_t value = random.coordinate();
-        const std::int32_t width = rect.width(value);
-        ASSERT_EQ(width, rect.width()) << round;
-        const std::int32_t height = rect.height(value);
-        ASSERT_EQ(height, rect.height()) << round;
-        const std::int32_t x = rect.x(value);
-        ASSERT_EQ(x, rect.x()) << round;
-        const std::int32_t y = rect.y(value);
-        ASSERT_EQ(y, rect.y()) << round;
-        const QxPoint center = rect.center(random.point());
-        ASSERT_EQ(center, rect.center()) << round;
-        const QxSize size = rect.size({random.coordinate(), random.coordinate()});
-        ASSERT_EQ(size, rect.size()) << round;
-    }
-}
-
 /// Rectangles are held against the sets of their points, inverted ones, which have none, too.
 TEST(QxRect, RelationsAreThoseOfSetsOfPoints) {
     using Points = std::set<std::pair<std::int32_t, std::int32_t>>;

@@ -24,11 +24,33 @@ std::vector<const QxObject*> heardIn(const QxDList& list) {
     return objects;
 }
 
-const std::pair<int, const QxEdgeDList* (QxNode::*)() const> ListsAtNode[] = {
-    {QxListOfInEdges, &QxNode::pInEdgeList},
-    {QxListOfOutEdges, &QxNode::pOutEdgeList},
-    {QxListOfDisconnectedEdges, &QxNode::pDisconnectedEdgeList},
-    {QxListOfDeactivatedEdges, &QxNode::pDeactivatedEdgeList}};
+/// Shows the edge lists of a node, or the lists of a graph and of its nodes.
+template <class Visit>
+void visitLists(const QxNode& node, const Visit& visit) {
+    visit(&node, QxListOfInEdges, *node.pInEdgeList());
+    visit(&node, QxListOfOutEdges, *node.pOutEdgeList());
+    visit(&node, QxListOfDisconnectedEdges, *node.pDisconnectedEdgeList());
+    visit(&node, QxListOfDeactivatedEdges, *node.pDeactivatedEdgeList());
+}
+
+template <class Visit>
+void visitLists(const QxGraph& graph, const Visit& visit) {
+    visit(&graph, GraphFollower::Contents, *graph.pNodeList());
+    int list = GraphFollower::EdgesByState + QxEdgeIsDisconnected;
+    for (const QxEdgeDList* edges :
+         {graph.pDisconnectedEdgeList(), graph.pEdgeList(), graph.pDeactivatedEdgeList()}) {
+        visit(&graph, list++, *edges);
+    }
+    for (const QxNode* node : objectsOf<QxNode>(*graph.pNodeList())) {
+        visitLists(*node, visit);
+    }
+}
+
+Edges allEdgesOf(const QxGraph& graph) {
+    QxEdgeDList edges;
+    graph.buildAllEdgeList(&edges);
+    return edgesOf(&edges);
+}
 
 }  // namespace
 
@@ -64,31 +86,29 @@ void GraphFollower::lookAtMember(const QxGraphMember& member) {
 
 void GraphFollower::look(const QxNode& node) {
     lookAtMember(node);
-    for (const auto& [list, edges] : ListsAtNode) {
-        at(&node, list) = heardIn(*(node.*edges)());
-    }
+    visitLists(node, [this](auto* owner, int list, const QxDList& objects) {
+        at(owner, list) = heardIn(objects);
+    });
 }
 
 void GraphFollower::look(const QxGraph& graph) {
     m_graphs.insert(&graph);
     m_names[&graph] = nameOf(graph.pNameString());
-    at(&graph, Contents) = heardIn(*graph.pNodeList());
-    int state = QxEdgeIsDisconnected;
-    for (const QxEdgeDList* list :
-         {graph.pDisconnectedEdgeList(), graph.pEdgeList(), graph.pDeactivatedEdgeList()}) {
-        at(&graph, EdgesByState + state) = heardIn(*list);
-        for (const QxEdge* edge : edgesOf(list)) {
-            lookAtMember(*edge);
-            m_edges[edge] = {&graph, edge->pSourceNode(), edge->pTargetNode(),
-                             static_cast<QxEdgeStateEnum>(state)};
-            for (const QxNode* end : {edge->pSourceNode(), edge->pTargetNode()}) {
-                end != nullptr ? look(*end) : void();
-            }
+    visitLists(graph, [this](auto* owner, int list, const QxDList& objects) {
+        at(owner, list) = heardIn(objects);
+    });
+    for (const QxEdge* edge : allEdgesOf(graph)) {
+        lookAtMember(*edge);
+        const QxEdgeStateEnum state = edge->deactivated() != 0    ? QxEdgeIsDeactivated
+                                      : edge->disconnected() != 0 ? QxEdgeIsDisconnected
+                                                                  : QxEdgeIsConnected;
+        m_edges[edge] = {&graph, edge->pSourceNode(), edge->pTargetNode(), state};
+        for (const QxNode* end : {edge->pSourceNode(), edge->pTargetNode()}) {
+            end != nullptr ? look(*end) : void();
         }
-        ++state;
     }
     for (const QxNode* node : objectsOf<QxNode>(*graph.pNodeList())) {
-        look(*node);
+        lookAtMember(*node);
     }
 }
 
@@ -106,7 +126,8 @@ void GraphFollower::forget(const QxGraph& graph) {
 
 void GraphFollower::leaveEnds(const QxEdge* edge) {
     for (const QxNode* end : {m_edges.at(edge).source, m_edges.at(edge).target}) {
-        for (const auto& [list, edges] : ListsAtNode) {
+        for (const int list : {QxListOfInEdges, QxListOfOutEdges, QxListOfDisconnectedEdges,
+                               QxListOfDeactivatedEdges}) {
             std::erase(at(end, list), edge);
         }
     }
@@ -191,11 +212,6 @@ void GraphFollower::hearOfEdge(const QxGraphChangeEventData& data) {
     enterEnds(edge);
 }
 
-bool GraphFollower::isSame(const QxObject* owner, int list, const QxDList& real) const {
-    const auto known = m_lists.find({owner, list});
-    return (known != m_lists.end() ? known->second : Objects()) == heardIn(real);
-}
-
 std::string GraphFollower::differenceAt(const QxGraphMember& member) const {
     const auto child = m_children.find(&member);
     const auto name = m_names.find(&member);
@@ -205,69 +221,47 @@ std::string GraphFollower::differenceAt(const QxGraphMember& member) const {
 }
 
 std::string GraphFollower::differenceAt(const QxGraph& graph) const {
-    if (!isSame(&graph, Contents, *graph.pNodeList())) {
-        return "told nodes";
-    }
-    int state = QxEdgeIsDisconnected;
-    for (const QxEdgeDList* list :
-         {graph.pDisconnectedEdgeList(), graph.pEdgeList(), graph.pDeactivatedEdgeList()}) {
-        if (!isSame(&graph, EdgesByState + state, *list)) {
-            return "told edges of state " + std::to_string(state);
+    std::string wrong;
+    const auto check = [&](const std::string& what) { wrong = wrong.empty() ? what : wrong; };
+    visitLists(graph, [&](auto* owner, int list, const QxDList& real) {
+        const auto known = m_lists.find({owner, list});
+        if ((known != m_lists.end() ? known->second : Objects()) != heardIn(real)) {
+            check("told list " + std::to_string(list));
         }
-        ++state;
-    }
+    });
     for (const QxNode* node : objectsOf<QxNode>(*graph.pNodeList())) {
-        for (const auto& [list, edges] : ListsAtNode) {
-            if (!isSame(node, list, *(node->*edges)())) {
-                return "told list " + std::to_string(list) + " of a node";
-            }
-        }
-        if (const std::string what = differenceAt(*node); !what.empty()) {
-            return what + " of a node";
-        }
+        check(differenceAt(*node));
     }
-    QxEdgeDList edges;
-    graph.buildAllEdgeList(&edges);
-    for (const QxEdge* edge : edgesOf(&edges)) {
-        const Edge& known = m_edges.at(edge);
-        if (known.owner != &graph || known.source != edge->pSourceNode() ||
-            known.target != edge->pTargetNode()) {
-            return "told ends of an edge";
-        }
-        if (const std::string what = differenceAt(*edge); !what.empty()) {
-            return what + " of an edge";
-        }
+    for (const QxEdge* edge : allEdgesOf(graph)) {
+        const auto known = m_edges.find(edge);
+        check(differenceAt(*edge));
+        check(known == m_edges.end() || known->second.owner != &graph ||
+                      known->second.source != edge->pSourceNode() ||
+                      known->second.target != edge->pTargetNode()
+                  ? "told ends of an edge"
+                  : "");
     }
     const QxGraphMember* parent = graph.pParentGraphMember();
     const auto told = parent != nullptr ? m_children.find(parent) : m_children.end();
-    return parent != nullptr && (told == m_children.end() || told->second != &graph) ? "told parent"
-                                                                                     : "";
+    check(parent != nullptr && (told == m_children.end() || told->second != &graph) ? "told parent"
+                                                                                    : "");
+    return wrong;
 }
 
 std::string GraphFollower::differenceAt(const QxGraphManager& manager) const {
-    if (!isSame(&manager, Contents, *manager.pGraphList())) {
+    const auto known = m_lists.find({&manager, Contents});
+    if ((known != m_lists.end() ? known->second : Objects()) != heardIn(*manager.pGraphList())) {
         return "told graphs";
     }
-    for (const QxGraph* graph : objectsOf<QxGraph>(*manager.pGraphList())) {
-        if (const std::string what = differenceAt(*graph); !what.empty()) {
-            return what;
-        }
+    Graphs graphs = objectsOf<QxGraph>(*manager.pGraphList());
+    if (QxGraph* between = manager.pQueryIntergraph()) {
+        graphs.push_back(between);
     }
-    const QxGraph* between = manager.pQueryIntergraph();
-    return between != nullptr ? differenceAt(*between) : "";
-}
-
-std::string GraphFollower::difference(const GraphModel& model, const QxAFactory& factory) const {
-    if (!m_misfit.empty()) {
-        return m_misfit;
+    std::string wrong = m_misfit;
+    for (const QxGraph* graph : graphs) {
+        wrong = wrong.empty() ? differenceAt(*graph) : wrong;
     }
-    for (const ModelManager* manager : model.managers()) {
-        const std::string what = manager->factory == &factory ? differenceAt(*manager->object) : "";
-        if (!what.empty()) {
-            return what;
-        }
-    }
-    return "";
+    return wrong;
 }
 
 }  // namespace qxtest

@@ -7,9 +7,9 @@
 #include <set>
 #include <string>
 
-#include "foundation/graph/GraphModel.h"
 #include "qx/foundation/graph/QxGraphChangeEventData.h"
 #include "qx/foundation/graph/QxGraphChangeListener.h"
+#include "support/GraphTesting.h"
 
 namespace qxtest {
 
@@ -17,10 +17,13 @@ namespace qxtest {
 /// comes in it looks at once; later it looks at nothing any more.
 class GraphFollower : public QxGraphChangeListener {
 public:
+    /// The contents of a manager or the nodes of a graph; the edges of a graph by state follow.
+    static constexpr int Contents = 100;
+    static constexpr int EdgesByState = 200;
+
     void graphChanged(QxGraphChangeEventData* data) override;
 
-    /// Compares with the real objects of the factory; empty, or what differs first.
-    std::string difference(const GraphModel& model, const QxAFactory& factory) const;
+    /// Compares with the real objects; empty, or what differs first.
     std::string differenceAt(const QxGraphManager& manager) const;
 
 private:
@@ -31,10 +34,6 @@ private:
         const QxNode* target;
         QxEdgeStateEnum state;
     };
-    /// The contents of a manager or the nodes of a graph; the edges of a graph by state follow.
-    static constexpr int Contents = 100;
-    static constexpr int EdgesByState = 200;
-
     Objects& at(const QxObject* owner, int list) { return m_lists[{owner, list}]; }
     void place(Objects& list, const QxObject* object, const QxObject* previous);
     void look(const QxGraph& graph);
@@ -47,7 +46,6 @@ private:
     void hearOfNode(const QxGraphChangeEventData& data);
     void hearOfEdge(const QxGraphChangeEventData& data);
     void hearOfEdgeInserted(const QxGraphChangeEventData& data);
-    bool isSame(const QxObject* owner, int list, const QxDList& real) const;
     std::string differenceAt(const QxGraph& graph) const;
     std::string differenceAt(const QxGraphMember& member) const;
 

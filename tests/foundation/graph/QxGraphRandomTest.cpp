@@ -17,42 +17,36 @@ namespace {
 
 using namespace qxtest;
 
-class RandomWorld {
+class RandomWorld : public TopologyDriver {
 public:
-    explicit RandomWorld(std::uint32_t seed) : m_random(seed) {
+    explicit RandomWorld(std::uint32_t seed) : TopologyDriver(seed) {
         m_home.pEventManager()->addGraphChangeListener(&m_home, &m_follower);
         for (GraphFactory* factory : {&m_home, &m_home, &m_home, &m_foreign}) {
-            m_managers.emplace_back(factory->newManager());
-            m_driver.populate(m_model.addManager(m_managers.back().get(), factory));
+            addManager(factory->newManager(), factory);
         }
     }
-
-    /// The objects go in random order, each owner before or after what it owned.
-    ~RandomWorld() {
-        std::vector<QxObject*> owned = m_driver.detachedObjects();
-        for (auto& manager : m_managers) {
-            owned.push_back(manager.release());
-        }
-        while (!owned.empty()) {
-            const auto at = owned.begin() + m_random.below(static_cast<int>(owned.size()));
-            (*at)->vRelease();
-            owned.erase(at);
-        }
-    }
+    ~RandomWorld() override { releaseAll(); }
 
     /// Runs one operation; answers what went wrong, or nothing.
     std::string step() {
-        std::string wrong = m_driver.step();
-        wrong = wrong.empty() ? m_model.difference() : wrong;
-        wrong = wrong.empty() ? m_follower.difference(m_model, m_home) : wrong;
+        const int kind = m_random.below(100);
+        kind < 30   ? stepNode()
+        : kind < 62 ? stepEdge()
+        : kind < 88 ? stepState()
+        : kind < 94 ? stepNesting()
+                    : stepGraph();
+        std::string wrong = m_complaint.empty() ? m_model.difference() : m_complaint;
+        for (const ModelManager* manager : m_model.managers()) {
+            wrong = wrong.empty() && manager->factory == &m_home
+                        ? m_follower.differenceAt(*manager->object)
+                        : wrong;
+        }
         return wrong.empty() && m_random.chance(2) ? copyDifference() : wrong;
     }
 
-    const std::deque<std::string>& lastSteps() const { return m_driver.lastSteps(); }
-
 private:
     std::string copyDifference() {
-        QxGraphManager& source = *m_managers[0];
+        QxGraphManager& source = *m_model.managers().front()->object;
         const std::string wanted = describe(source);
         const Ref<QxGraphManager> copy(m_home.newManager());
         copy->addGraph(0)->addNode(0);
@@ -68,11 +62,7 @@ private:
 
     GraphFactory m_home;
     GraphFactory m_foreign;
-    TestRandom m_random;
-    GraphModel m_model;
-    TopologyDriver m_driver{m_model, m_random, m_home};
     GraphFollower m_follower;
-    std::vector<Ref<QxGraphManager>> m_managers;
 };
 
 /// Lets somebody in at every hook.
@@ -110,9 +100,9 @@ public:
     explicit Saboteur(std::uint32_t seed) : m_random(seed) {
         m_factory.pEventManager()->addGraphChangeListener(&m_factory, this);
         m_factory.hook = [this] { disturb(); };
-        for (auto* manager : {&m_first, &m_second}) {
-            manager->reset(m_factory.newManager());
-            (*manager)->addGraph(0)->addNode(0);
+        for (Ref<QxGraphManager>& manager : m_managers) {
+            manager.reset(m_factory.newManager());
+            manager->addGraph(0)->addNode(0);
         }
         m_depth = 0;
     }
@@ -129,22 +119,22 @@ public:
 
     void act() {
         ++m_depth;
-        QxGraphManager& manager = m_random.chance(80) ? *m_first : *m_second;
+        QxGraphManager& manager = *m_managers[m_random.chance(80) ? 0 : 1];
         QxGraph* graph = pick<QxGraph>(*manager.pGraphList());
+        QxNode* node = graph != nullptr ? pick<QxNode>(*graph->pNodeList()) : nullptr;
         if (graph == nullptr || m_random.chance(4)) {
             manager.addGraph(0);
-        } else if (QxNode* node =
-                       m_random.chance(15) ? nullptr : pick<QxNode>(*graph->pNodeList())) {
-            const Ref<QxNode> held = hold(node);
-            m_random.chance(50) ? editNode(*graph, *node) : editEdge(*graph, *node);
-        } else {
+        } else if (node == nullptr || m_random.chance(15)) {
             graph->addNode(0);
+        } else {
+            const Ref<QxNode> held = hold(node);
+            edit(*graph, *node);
         }
         --m_depth;
     }
 
     bool isSound() const {
-        return m_first->checkInvariants() != 0 && m_second->checkInvariants() != 0;
+        return m_managers[0]->checkInvariants() != 0 && m_managers[1]->checkInvariants() != 0;
     }
 
 private:
@@ -153,105 +143,67 @@ private:
         const auto objects = objectsOf<T>(list);
         return objects.empty() ? nullptr : m_random.pick(objects);
     }
-
     QxGraph* anyGraph() {
-        return pick<QxGraph>(*(m_random.chance(80) ? m_first : m_second)->pGraphList());
+        return pick<QxGraph>(*m_managers[m_random.chance(80) ? 0 : 1]->pGraphList());
+    }
+    void run(std::initializer_list<std::function<void()>> edits) {
+        edits.begin()[m_random.below(static_cast<int>(edits.size()))]();
     }
 
-    void editNode(QxGraph& graph, QxNode& node) {
+    void edit(QxGraph& graph, QxNode& node) {
         QxGraph* other = anyGraph();
         QxNode* peer = other != nullptr ? pick<QxNode>(*other->pNodeList()) : nullptr;
-        switch (m_random.below(12)) {
-            case 0:
-                graph.discardNode(&node);
-                return;
-            case 1:
-            case 2:
-                if (graph.removeNode(&node) != nullptr) {
-                    QxGraph* place = anyGraph();
-                    if (place == nullptr || place->insertNode(&node) == nullptr) {
-                        m_spare.emplace_back(&node);
-                    }
-                }
-                return;
-            case 3:
-                graph.transferSelectedPartOfGraph(other, other->pNodeList(), other->pEdgeList());
-                return;
-            case 4:
-                graph.transferTopology(other);
-                return;
-            case 5:
-                node.transferInEdges(peer);
-                return;
-            case 6:
-                node.transferOutEdges(peer);
-                return;
-            case 7:
-                node.disconnectEdges();
-                return;
-            case 8:
-                node.pChildGraph(other);
-                return;
-            case 9:
-                if (m_random.chance(10) && graph.pOwnerGraphManager() != nullptr) {
-                    graph.pOwnerGraphManager()->discardGraph(&graph);
-                }
-                return;
-            case 10:
-                if (m_random.chance(10) && m_depth == 1) {
-                    const Ref<QxGraphManager> copy(m_factory.newManager());
-                    copy->copyObject(m_first.get());
-                    m_second->transferTopology(copy.get());
-                }
-                return;
-            default:
-                node.connectDisconnectedEdges();
+        if (m_random.chance(50)) {
+            return editEdge(graph, node, peer);
         }
+        const auto move = [&] {
+            if (graph.removeNode(&node) != nullptr) {
+                QxGraph* place = anyGraph();
+                if (place == nullptr || place->insertNode(&node) == nullptr) {
+                    m_spare.emplace_back(&node);
+                }
+            }
+        };
+        const auto copy = [&] {
+            if (m_random.chance(10) && m_depth == 1) {
+                const Ref<QxGraphManager> made(m_factory.newManager());
+                made->copyObject(m_managers[0].get());
+                m_managers[1]->transferTopology(made.get());
+            }
+        };
+        run({[&] { graph.discardNode(&node); }, move, move, copy,
+             [&] {
+                 graph.transferSelectedPartOfGraph(other, other->pNodeList(), other->pEdgeList());
+             },
+             [&] { graph.transferTopology(other); }, [&] { node.transferInEdges(peer); },
+             [&] { node.transferOutEdges(peer); }, [&] { node.disconnectEdges(); },
+             [&] { node.connectDisconnectedEdges(); }, [&] { node.pChildGraph(other); },
+             [&] {
+                 if (m_random.chance(10) && graph.pOwnerGraphManager() != nullptr) {
+                     graph.pOwnerGraphManager()->discardGraph(&graph);
+                 }
+             }});
     }
 
-    void editEdge(QxGraph& graph, QxNode& node) {
-        QxGraph* other = anyGraph();
-        QxNode* peer = other != nullptr ? pick<QxNode>(*other->pNodeList()) : nullptr;
+    void editEdge(QxGraph& graph, QxNode& node, QxNode* peer) {
         QxEdgeDList edges;
-        (m_random.chance(60) ? &graph : m_first->pIntergraph())->buildAllEdgeList(&edges);
+        (m_random.chance(60) ? &graph : m_managers[0]->pIntergraph())->buildAllEdgeList(&edges);
         QxEdge* edge = pick<QxEdge>(edges);
         if (edge == nullptr || m_random.chance(30)) {
-            m_first->addEdge(&node, m_random.chance(20) ? &node : peer, 0);
+            m_managers[0]->addEdge(&node, m_random.chance(20) ? &node : peer, 0);
             return;
         }
         const Ref<QxEdge> held = hold(edge);
-        switch (m_random.below(8)) {
-            case 0:
-                edge->pOwnerGraph()->discardEdge(edge);
-                return;
-            case 1:
-                edge->disconnect();
-                return;
-            case 2:
-                edge->connect();
-                return;
-            case 3:
-                edge->deactivate();
-                return;
-            case 4:
-                edge->activate();
-                return;
-            case 5:
-                edge->reverse();
-                return;
-            case 6:
-                edge->changeTargetNode(peer);
-                return;
-            default:
-                edge->changeEndNodes(&node, peer);
-        }
+        run({[&] { edge->pOwnerGraph()->discardEdge(edge); }, [&] { edge->disconnect(); },
+             [&] { edge->connect(); }, [&] { edge->deactivate(); }, [&] { edge->activate(); },
+             [&] { edge->reverse(); }, [&] { edge->changeTargetNode(peer); },
+             [&] { edge->changeEndNodes(&node, peer); }});
     }
 
     OpenFactory m_factory;
     TestRandom m_random;
     std::vector<Ref<QxNode>> m_spare;
-    Ref<QxGraphManager> m_first;
-    Ref<QxGraphManager> m_second;
+    Ref<QxGraphManager> m_managers[2];
     int m_depth = 3;  ///< closed, while the world is being made
 };
 

@@ -5,37 +5,35 @@
 
 namespace qxtest {
 
-std::string TopologyDriver::step() {
-    const int kind = m_random.below(100);
-    kind < 30   ? stepNode()
-    : kind < 62 ? stepEdge()
-    : kind < 88 ? stepState()
-    : kind < 94 ? stepNesting()
-                : stepGraph();
-    return m_complaint.empty() ? m_model.difference() : m_complaint;
-}
-
-void TopologyDriver::populate(ModelManager& manager) {
+void TopologyDriver::addManager(QxGraphManager* object, QxAFactory* factory) {
+    ModelManager& manager = m_model.addManager(object, factory);
     for (int i = 0; i < 2; ++i) {
-        ModelGraph& graph = m_model.addGraph(manager, manager.object->addGraph(0));
+        ModelGraph& graph = m_model.addGraph(manager, newGraph(*object));
         addNode(graph);
         addNode(graph);
     }
 }
 
-std::vector<QxObject*> TopologyDriver::detachedObjects() const {
-    std::vector<QxObject*> detached;
+void TopologyDriver::releaseAll() {
+    std::vector<QxObject*> owned;
+    for (const ModelManager* manager : m_model.managers()) {
+        owned.push_back(manager->object);
+    }
     for (const ModelGraph* graph : m_model.graphs()) {
         if (graph->manager == nullptr) {
-            detached.push_back(graph->object);
+            owned.push_back(graph->object);
         }
     }
     m_model.eachMember([&](const ModelMember& member) {
         if (member.graph == nullptr) {
-            detached.push_back(member.object);
+            owned.push_back(member.object);
         }
     });
-    return detached;
+    while (!owned.empty()) {
+        const auto at = owned.begin() + m_random.below(static_cast<int>(owned.size()));
+        (*at)->vRelease();
+        owned.erase(at);
+    }
 }
 
 ModelMember& TopologyDriver::anyMember() {
@@ -61,7 +59,7 @@ void TopologyDriver::agree(const Outcome& outcome) {
 
 void TopologyDriver::addNode(ModelGraph& graph) {
     if (!graph.isBetween) {
-        actOnNewNode(m_model.addNode(graph, graph.object->addNode(0)));
+        m_model.addNode(graph, graph.object->addNode(0));
     }
 }
 
@@ -105,16 +103,19 @@ void TopologyDriver::insertEdge(ModelEdge& edge) {
         return node.graph != nullptr && source.graph != nullptr &&
                node.graph->manager == source.graph->manager;
     };
-    ModelNode& target = m_random.chance(15) ? source : mostly(m_model.nodes(), canConnect);
-    if (m_random.chance(60)) {
-        ModelManager& manager = source.graph != nullptr && source.graph->manager != nullptr
-                                    ? *source.graph->manager
-                                    : anyManager();
+    const bool close = source.graph != nullptr && m_random.chance(40);
+    ModelNode& target =
+        close ? *m_random.pick(source.graph->nodes) : mostly(m_model.nodes(), canConnect);
+    ModelManager& manager = source.graph != nullptr && source.graph->manager != nullptr
+                                ? *source.graph->manager
+                                : anyManager();
+    if (m_random.chance(50)) {
         QxEdge* inserted = manager.object->insertEdge(edge.edge(), source.node(), target.node());
         agree({"insertEdge through the manager", inserted != nullptr,
                m_model.insertEdge(manager, edge, source, target)});
     } else {
-        ModelGraph& graph = graphOf(source);
+        ModelGraph& graph =
+            manager.between != nullptr && m_random.chance(30) ? *manager.between : graphOf(source);
         QxEdge* inserted = graph.object->insertEdge(edge.edge(), source.node(), target.node());
         agree({"insertEdge", inserted != nullptr, m_model.insertEdge(graph, edge, source, target)});
     }
@@ -142,6 +143,15 @@ void TopologyDriver::stepEdge() {
     }
 }
 
+void TopologyDriver::reverse(ModelEdge& edge) {
+    agree({"reverse", edge.edge()->reverse() != 0, m_model.reverse(edge)});
+}
+
+void TopologyDriver::transfer(ModelManager& to, ModelManager& from) {
+    agree({"transferTopology of a manager", to.object->transferTopology(from.object) != 0,
+           m_model.transfer(to, from)});
+}
+
 void TopologyDriver::stepState() {
     if (m_model.edges().empty()) {
         return;
@@ -160,7 +170,7 @@ void TopologyDriver::stepState() {
         case 4:
             return agree({"activate", edge.activate() != 0, m_model.activate(model)});
         case 5:
-            return agree({"reverse", edge.reverse() != 0, m_model.reverse(model)});
+            return reverse(model);
         case 6:
             return agree({"changeTargetNode", edge.changeTargetNode(node.node()) != 0,
                           m_model.changeEnds(model, model.source, &node)});
@@ -196,7 +206,7 @@ void TopologyDriver::stepGraph() {
     if (kind < 4 || m_model.graphs().size() < 8) {
         if (m_model.graphs().size() < 16) {
             ModelManager& owner = anyManager();
-            addNode(m_model.addGraph(owner, owner.object->addGraph(0)));
+            addNode(m_model.addGraph(owner, newGraph(*owner.object)));
         }
     } else if (kind < 7) {
         agree({"removeGraph", manager.object->removeGraph(graph.object) != nullptr,
@@ -217,13 +227,13 @@ void TopologyDriver::stepGraph() {
             m_model.emptyGraph(graph);
         }
     } else if (kind < 15) {
-        ModelGraph& from = anyGraph();
+        ModelGraph& from = !graph.isBetween && graph.manager != nullptr && m_random.chance(40)
+                               ? *m_random.pick(graph.manager->graphs)
+                               : anyGraph();
         agree({"transferTopology of a graph", graph.object->transferTopology(from.object) != 0,
                m_model.transfer(graph, from)});
     } else {
-        ModelManager& from = anyManager();
-        agree({"transferTopology of a manager", manager.object->transferTopology(from.object) != 0,
-               m_model.transfer(manager, from)});
+        transfer(manager, anyManager());
     }
 }
 

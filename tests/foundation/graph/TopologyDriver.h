@@ -10,27 +10,30 @@
 
 namespace qxtest {
 
-/// Random operations on the topology, legal and illegal, done to the real objects of a model and
-/// then to the model. Worlds of any layer drive theirs by it, for it calls what all layers have.
+/// Random operations on the topology, legal and illegal, done to real objects and then to a model
+/// of them. Worlds of any layer drive theirs by it, for it calls what all layers have.
 class TopologyDriver {
 public:
-    TopologyDriver(GraphModel& model, TestRandom& random, QxAFactory& home)
-        : m_model(model), m_random(random), m_home(home) {}
+    explicit TopologyDriver(std::uint32_t seed) : m_random(seed) {}
     TopologyDriver(const TopologyDriver&) = delete;
     TopologyDriver& operator=(const TopologyDriver&) = delete;
     virtual ~TopologyDriver() = default;
 
-    /// One operation; answers what went wrong, or nothing.
-    std::string step();
     const std::deque<std::string>& lastSteps() const { return m_log; }
-    /// Two graphs with two nodes each.
-    void populate(ModelManager& manager);
-    /// What no owner holds any more, for the end of the world.
-    std::vector<QxObject*> detachedObjects() const;
 
 protected:
-    /// Called when an object has been made for the model.
-    virtual void actOnNewNode(ModelNode&) {}
+    /// A manager of two graphs with two nodes each; those of the first one's factory are at home.
+    void addManager(QxGraphManager* object, QxAFactory* factory);
+    /// Releases what there is in random order, each owner before or after what it owned.
+    void releaseAll();
+
+    // What a world does in its own way.
+    virtual ModelGraph& anyGraph() { return mostlyAtHome(m_model.graphs()); }
+    virtual ModelNode& anyNode() { return mostlyAtHome(m_model.nodes()); }
+    virtual QxGraph* newGraph(QxGraphManager& manager) { return manager.addGraph(0); }
+    virtual void addNode(ModelGraph& graph);
+    virtual void reverse(ModelEdge& edge);
+    virtual void transfer(ModelManager& to, ModelManager& from);
 
     void note(const std::string& what);
     /// An operation, done for real and then in the model: braces keep that order.
@@ -54,10 +57,10 @@ protected:
     }
     template <class T>
     T& mostlyAtHome(const std::vector<T*>& objects) {
-        return mostly(objects, [this](const T& object) { return object.factory == &m_home; });
+        return mostly(objects, [this](const T& object) {
+            return object.factory == m_model.managers().front()->factory;
+        });
     }
-    ModelGraph& anyGraph() { return mostlyAtHome(m_model.graphs()); }
-    ModelNode& anyNode() { return mostlyAtHome(m_model.nodes()); }
     ModelManager& anyManager() { return mostlyAtHome(m_model.managers()); }
     ModelMember& anyMember();
     /// Mostly where the member is, so that not nearly all calls are refused.
@@ -65,7 +68,6 @@ protected:
         return member.graph != nullptr && m_random.chance(80) ? *member.graph : anyGraph();
     }
 
-    void addNode(ModelGraph& graph);
     void addEdge();
     void insertEdge(ModelEdge& edge);
     void stepNode();
@@ -74,13 +76,12 @@ protected:
     void stepNesting();
     void stepGraph();
 
-    GraphModel& m_model;
-    TestRandom& m_random;
-    QxAFactory& m_home;
+    GraphModel m_model;
+    TestRandom m_random;
+    std::string m_complaint;
 
 private:
     std::deque<std::string> m_log;
-    std::string m_complaint;
 };
 
 }  // namespace qxtest

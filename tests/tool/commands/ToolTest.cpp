@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <filesystem>
 #include <fstream>
@@ -116,9 +117,69 @@ TEST(Tool, InfoTellsBoundsOnlyWhereTheFileGivesPositions) {
     EXPECT_THAT(runOn("info", dataPath("made/mixed.gml")).out, HasSubstr("x -40 to 230"));
 }
 
+nlohmann::json found(const std::string& name, const std::string& where) {
+    const Outcome find = runOn("find --json -q", dataPath(name), where);
+    EXPECT_EQ(find.exitCode, 0) << find.err;
+    return nlohmann::json::parse(find.out).at("found");
+}
+
+TEST(Tool, FindsWhatLiesInARegionOrAtAPointFrontFirst) {
+    const std::pair<const char*, const char*> rows[] = {
+        {"--region -50,-45,150,50",
+         "label 'straight' of edge 10 -> 20|label 'café & bar' of node 10|node 10|edge 30 -> 10|"
+         "edge 10 -> 20|edge 10 -> 20|"},
+        {"--at 0,0", "label 'café & bar' of node 10|node 10|"},
+        {"--at 60,2", "edge 10 -> 20|"},
+        {"--at 60,-178", "node 30|"},
+        {"--at 57,-122", ""},  // in the rectangle of the triangle, not in it
+        {"--at=-500,0", ""},
+    };
+    for (const auto& [where, expected] : rows) {
+        std::string names;
+        std::istringstream out(runOn("find", dataPath("made/mixed.gml"), where).out);
+        for (std::string line; std::getline(out, line);) {
+            names += line.find(": x ") == std::string::npos
+                         ? ""
+                         : line.substr(0, line.find(": x ")) + "|";
+        }
+        EXPECT_EQ(names, expected) << where;
+    }
+    const nlohmann::json bus = found("made/ports-nested.graphml", "--region 296,-98,304,-86");
+    ASSERT_EQ(bus.size(), 4U);
+    EXPECT_EQ(bus[0].at("port"), "bus");
+    EXPECT_EQ(bus[1].at("kind"), "edge");
+    EXPECT_EQ(bus[3].at("id"), "cpu") << "a node with others in it lies behind edges";
+}
+
+TEST(Tool, FindsInPartsOfADrawingWhatItFindsInTheWhole) {
+    const nlohmann::json all = found("made/labels.dot", "--region=-9999,-9999,9999,9999");
+    EXPECT_GT(all.size(), 40U);
+    for (int left = -100; left < 500; left += 110) {
+        for (int bottom = -600; bottom < 50; bottom += 130) {
+            const std::string region = std::to_string(left) + "," + std::to_string(bottom) + "," +
+                                       std::to_string(left + 60) + "," +
+                                       std::to_string(bottom + 80);
+            nlohmann::json expected = nlohmann::json::array();
+            for (const nlohmann::json& one : all) {
+                const nlohmann::json& bounds = one.at("bounds");
+                if (one.at("kind") != "edge" && bounds.at("left") <= left + 60 &&
+                    bounds.at("right") >= left && bounds.at("bottom") <= bottom + 80 &&
+                    bounds.at("top") >= bottom) {
+                    expected.push_back(one);
+                }
+            }
+            nlohmann::json part = found("made/labels.dot", "--region=" + region);
+            part.erase(std::remove_if(part.begin(), part.end(),
+                                      [](const auto& one) { return one.at("kind") == "edge"; }),
+                       part.end());
+            EXPECT_EQ(part, expected) << region;
+        }
+    }
+}
+
 TEST(Tool, DrawsTheSameBytesInEveryRun) {
     for (const char* name : {"facts/lesmis.graphml", "gen/multiedge.dot", "made/mixed.gml",
-                             "facts/xerces-headers.dot"}) {
+                             "facts/xerces-headers.dot", "made/labels.dot"}) {
         EXPECT_EQ(draw(name).text, draw(name).text) << name;
     }
     EXPECT_THAT(draw("graphviz-epl/fsm.gv", "", "a.PNG").text, StartsWith("\x89PNG\r\n"));
@@ -214,7 +275,11 @@ TEST(Tool, AnswersWrongUsageWithTwo) {
     for (const std::string& arguments :
          {std::string(), std::string("paint"), std::string("info"), "draw " + good,
           "draw " + good + " -o picture.gif", "draw " + good + " -o a.svg --layout circle",
-          "draw " + good + " -o a.svg --edge-length -5", "info --no-such-option " + good}) {
+          "draw " + good + " -o a.svg --edge-length -5", "find " + good,
+          "find " + good + " --at 1,2 --region 1,2,3,4", "find " + good + " --at 1",
+          "find " + good + " --at 1,nan", "find " + good + " --at 1e12,0",
+          "find " + good + " --region 1,2,3", "find " + good + " --region 5,0,1,1",
+          "find " + good + " --region 0,5,1,1", "info --no-such-option " + good}) {
         const Outcome result = run(arguments);
         EXPECT_EQ(result.exitCode, 2) << arguments;
         EXPECT_THAT(result.err, StartsWith("qxdraw: "));
@@ -223,7 +288,7 @@ TEST(Tool, AnswersWrongUsageWithTwo) {
 
 TEST(Tool, HelpsWithExamplesThatWork) {
     EXPECT_EQ(run("--help").exitCode, 0);
-    for (const char* command : {"info", "draw"}) {
+    for (const char* command : {"info", "draw", "find"}) {
         const Outcome help = run(std::string(command) + " --help");
         EXPECT_EQ(help.exitCode, 0);
         const std::size_t at = help.out.find("\nExample");

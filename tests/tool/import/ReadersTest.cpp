@@ -109,6 +109,81 @@ TEST(Readers, ReadWhatAFileSaysAndLeaveTheRestOpen) {
     }
 }
 
+/// "a:port@x,y|field -> b" of every edge, with its further labels, then what stands beside nodes.
+std::string endsOf(const std::string& text) {
+    const GraphDocument document = readDocumentText(text, "text.dot");
+    std::ostringstream out;
+    const auto describe = [&](int index, int port) {
+        const DocumentNode& node = document.nodes[static_cast<std::size_t>(index)];
+        out << node.id;
+        if (port >= 0) {
+            const DocumentPort& at = node.ports[static_cast<std::size_t>(port)];
+            out << ':' << at.label << (at.place ? "@" + described(*at.place) : "")
+                << (at.field.empty() ? "" : "|" + at.field);
+        }
+    };
+    for (const DocumentEdge& edge : document.edges) {
+        describe(edge.source, edge.sourcePort);
+        out << " -> ";
+        describe(edge.target, edge.targetPort);
+        for (const DocumentEdgeLabel& label : edge.moreLabels) {
+            out << ' ' << static_cast<int>(label.place) << label.text;
+        }
+        out << "; ";
+    }
+    for (const DocumentNode& node : document.nodes) {
+        out << (node.outerLabel.empty() ? "" : node.outerLabel + "; ");
+    }
+    for (const DocumentWarning& warning : document.warnings) {
+        out << warning.text << "; ";
+    }
+    return out.str();
+}
+
+TEST(Readers, ReadPortsAndLabelsAtTheEndsOfEdges) {
+    const std::string record = R"(a [shape=record label="<f>x|<n>y"] b )";
+    const auto port = [](const std::string& data) {
+        return xml("<node id='a'><port name='p'>" + data +
+                   "</port></node><edge source='a' target='a' targetport='p'/>");
+    };
+    const std::string keys =
+        "<graphml><key id='x' for='port' attr.name='per-mil-x'/>"
+        "<key id='y' for='port' attr.name='per-mil-y'/>"
+        "<key id='l' for='port' attr.name='label'/><graph>"
+        "<node id='a'><port name='p'>";
+    const std::string rest =
+        "</port></node><edge source='a' sourceport='p' target='a'/></graph>"
+        "</graphml>";
+    const Row rows[] = {
+        {"digraph {" + record + "a:f -> b:ne; a:n:s -> b:_; a:e -> b }",
+         "a:|f -> b:@1,1; a:@0,-1|n -> b; a:@1,0 -> b; "},
+        {"digraph {" + record + "a -> b [tailport=f headport=w]; a:q -> b; a:f:q -> b; a:q -> b }",
+         "a:|f -> b:@-1,0; a -> b; a -> b; a -> b; "
+         "node 'a' has no port 'q'; edges there end at the node; "
+         "node 'a' has no port 'f:q'; edges there end at the node; "},
+        {"digraph { a [label=<<table port='t'><tr><td port='c'>x</td></tr></table>>] "
+         "a:t -> a:c:n }",
+         "a:|t -> a:@0,1|c; "},
+        {R"(digraph { a [shape=record label="{a|"] a:f -> a })",
+         "a -> a; the label of node 'a' is no record; it is shown as plain text; "
+         "node 'a' has no port 'f'; edges there end at the node; "},
+        {R"(digraph { a [xlabel="\N out"] a -> a [taillabel=t headlabel="\H" xlabel=x] })",
+         "a -> a 0t 1a 2x; a out; "},
+        {port("<data key='d0'>in</data>"), "a -> a:in; "},
+        {port("<port name='q'/>"), "a -> a:p; "},
+        {keys + "<data key='x'>500</data><data key='y'>-200</data><data key='l'/>" + rest,
+         "a:@1,0.4 -> a; "},
+        {keys + "<data key='y'>9000</data>" + rest, "a:p@0,-1 -> a; "},
+        {"graph [ node [ id 1 port [ name \"p\" x 0.5 y 7 ] graphics [ port [ name 2 ] ] ] "
+         "edge [ source 1 target 1 sourcePort \"p\" targetPort 2 ] "
+         "edge [ source 1 target 1 edgeAnchor [ xTarget 1 yTarget 0.5 ] ] ]",
+         "1:p@0.5,-1 -> 1:2; 1 -> 1:@1,-0.5; "},
+    };
+    for (const Row& row : rows) {
+        EXPECT_EQ(endsOf(row.text), row.expected) << row.text;
+    }
+}
+
 TEST(Readers, NameTheLineOfAnError) {
     const std::string gml = "graph [\n node [ id 1 ]\n";
     const auto graphics = [](const std::string& text) {
@@ -147,6 +222,9 @@ TEST(Readers, NameTheLineOfAnError) {
         {gml + "]\n5", "4: a key was expected"},
         {"Creator \"nobody\"", "0: there is no graph"},
         {"graph [\n" + lists, "2: more than 500 lists"},
+        {gml + "node [ id 2\nport [ x 1 ] ] ]", "4: a port without name"},
+        {gml + "node [ id 2 port [ name 1 ]\nport [ name 1 ] ] ]", "4: port '1' stands twice"},
+        {gml + "edge [ source 1 target 1\ntargetPort 3 ] ]", "4: an edge names port '3'"},
         {graphics("x 1e999 y 0"), "2: the value of 'x'"},
         {graphics("x nan y 0"), "2: the value of 'x'"},
         {graphics("x 0 y -inf"), "2: the value of 'y'"},

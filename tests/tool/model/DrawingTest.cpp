@@ -11,6 +11,7 @@
 
 #include "import/DocumentReader.h"
 #include "model/EdgeSpreading.h"
+#include "model/Labels.h"
 #include "model/NodeSizing.h"
 #include "model/SpringLayout.h"
 #include "model/StartPlacement.h"
@@ -35,6 +36,7 @@ GraphDocument placedDocument(const std::string& dot) {
 Scene sceneOf(const GraphDocument& document) {
     Drawing drawing(document);
     spreadEdges(drawing);
+    addLabels(drawing, document);
     return buildScene(drawing, document);
 }
 
@@ -69,10 +71,11 @@ TEST(SceneBuilder, FitsNamesIntoNodesOfFixedSize) {
         a [shape=box fixedsize=true width=1 height=0.3 label="quite a long name for it"]
         b [shape=box label="quite a long name for it"] })");
     const Scene scene = sceneOf(document);
-    EXPECT_LT(scene.nodes[0].fontSize, scene.nodes[1].fontSize);
-    EXPECT_GE(scene.nodes[0].fontSize, 8);
-    EXPECT_GT(scene.nodes[0].lines.size(), 1U);
-    EXPECT_EQ(scene.nodes[1].lines.size(), 1U);
+    const TextBlock& fitted = scene.labels[0].text;
+    EXPECT_LT(fitted.fontSize, scene.labels[1].text.fontSize);
+    EXPECT_GE(fitted.fontSize, 8);
+    EXPECT_GT(fitted.lines.size(), 1U);
+    EXPECT_EQ(scene.labels[1].text.lines.size(), 1U);
 }
 
 TEST(SceneBuilder, MakesRoomForLabelsBeyondTheBounds) {
@@ -125,8 +128,8 @@ TEST(EdgeSpreading, FansParallelEdgesOutAndMakesLoopsVisible) {
     EXPECT_THAT(bends, ElementsAre(1, 0, 1, 0, 2, 2)) << "the middle of three stays straight";
     const Scene scene = buildScene(drawing, document);
     EXPECT_EQ(scene.edges.size(), 6U) << "every edge is seen";
-    EXPECT_DOUBLE_EQ(middleOf(scene.edges[0].points).y, -middleOf(scene.edges[2].points).y);
-    EXPECT_NE(middleOf(scene.edges[4].points).y, middleOf(scene.edges[5].points).y);
+    EXPECT_DOUBLE_EQ(scene.edges[0].points[1].y, -scene.edges[2].points[1].y);
+    EXPECT_NE(scene.edges[4].points[1].y, scene.edges[5].points[1].y);
 }
 
 TEST(SpringLayout, SeparatesNodesUnlessOverlapsAreKept) {

@@ -19,7 +19,6 @@ SceneNode box(double x, double y) {
     node.center = {x, y};
     node.width = 40;
     node.height = 20;
-    node.fontSize = 13;
     return node;
 }
 
@@ -55,18 +54,24 @@ TEST(SvgWriter, FlipsYAndStartsAtThePageCorner) {
     EXPECT_THAT(svg, HasSubstr("<rect x=\"20\" y=\"10\" width=\"40\" height=\"20\""));
 }
 
-TEST(SvgWriter, PaintsEdgesUnderNodesAndTheirLabelsOverThem) {
+TEST(SvgWriter, PaintsEdgesUnderNodesAndPortsAndLabelsOverThem) {
     Scene scene = page();
     scene.nodes.push_back(box(0, 0));
-    scene.edges.push_back({{{-50, 0}, {50, 0}}, false, false, {"over & under"}});
+    scene.edges.push_back({{{-50, 0}, {50, 0}}, false, false, false});
+    scene.edges.push_back({{{0, 0}, {90, 0}}, false, false, true});
+    scene.ports.push_back({{20, 0}, 8, 8});
+    scene.labels.push_back({{0, 5}, {{"over & under"}, 11}, false});
     const std::string svg = writeSvg(scene);
-    EXPECT_LT(svg.find("<path"), svg.find("<rect x="));
-    EXPECT_LT(svg.find("<rect x="), svg.find("over &amp; under"));
+    const std::size_t node = svg.find("<rect x=");
+    EXPECT_LT(svg.find("M50 50"), node);
+    EXPECT_LT(node, svg.find("M100 50")) << "an edge that ends within a node";
+    EXPECT_LT(svg.find("M100 50"), svg.find("M116 54L124 54")) << "the mark of a port";
+    EXPECT_LT(svg.find("M116 54L124 54"), svg.find("over &amp; under"));
 }
 
 TEST(SvgWriter, PutsArrowHeadsWhereEdgesEnd) {
     Scene scene = page();
-    scene.edges.push_back({{{-50, 0}, {50, 0}}, false, true, {}});
+    scene.edges.push_back({{{-50, 0}, {50, 0}}, false, true, false});
     EXPECT_THAT(writeSvg(scene), HasSubstr("<path d=\"M150 50L")) << "the tip is the end point";
     scene.edges.front().arrowAtTarget = false;
     EXPECT_THAT(writeSvg(scene), Not(HasSubstr("Z\"")));
@@ -89,13 +94,6 @@ TEST(SvgWriter, PaintsBendsAndHiddenLinesOverNodes) {
     EXPECT_THAT(over, HasSubstr("<path d=\"M100 50L120 45\"/>"));
     EXPECT_THAT(over, HasSubstr("<circle cx=\"110\" cy=\"50\" r=\"2.5\" fill=\"#ffffff\"/>"));
     EXPECT_THAT(over, HasSubstr("<circle cx=\"150\" cy=\"30\" r=\"2.5\" fill=\"#c2341d\"/>"));
-}
-
-TEST(Scene, MiddleLiesHalfwayAlongThePath) {
-    const DocumentPoint middle = middleOf({{0, 0}, {100, 0}, {100, 50}, {100, 50}});
-    EXPECT_DOUBLE_EQ(middle.x, 75);
-    EXPECT_DOUBLE_EQ(middle.y, 0);
-    EXPECT_DOUBLE_EQ(middleOf({{3, 4}, {3, 4}}).x, 3);
 }
 
 }  // namespace

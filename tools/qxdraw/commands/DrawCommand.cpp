@@ -3,7 +3,6 @@
 
 #include "commands/DrawCommand.h"
 
-#include <algorithm>
 #include <cmath>
 #include <iostream>
 
@@ -11,11 +10,6 @@
 #include "commands/Progress.h"
 #include "import/DocumentReader.h"
 #include "import/SourceText.h"
-#include "model/Drawing.h"
-#include "model/EdgeSpreading.h"
-#include "model/NodeSizing.h"
-#include "model/SpringLayout.h"
-#include "model/StartPlacement.h"
 #include "picture/OutputFile.h"
 #include "picture/PictureError.h"
 #include "picture/SceneBuilder.h"
@@ -38,43 +32,6 @@ std::string writePng(const std::string&, double, double) {
 }
 #endif
 
-bool usesSpring(const DrawOptions& options, const GraphDocument& document) {
-    if (!options.layout.empty()) {
-        return options.layout == "spring";
-    }
-    return std::none_of(document.nodes.begin(), document.nodes.end(),
-                        [](const DocumentNode& node) { return node.center.has_value(); });
-}
-
-/// A layout moves the nodes, and bends that belong to their old places would lie anywhere.
-void forgetBends(GraphDocument& document) {
-    for (DocumentEdge& edge : document.edges) {
-        edge.bends.clear();
-    }
-}
-
-Scene makeScene(const DrawOptions& options, GraphDocument& document, bool spring,
-                Progress& progress) {
-    sizeNodes(document);
-    SpringLayoutOptions layout;
-    layout.edgeLength =
-        options.edgeLength > 0 ? options.edgeLength : comfortableEdgeLength(document);
-    layout.keepOverlaps = options.keepOverlaps;
-    layout.onProgress = [&](double part) { progress.report("laying out", part); };
-    placeNodes(document, layout.edgeLength);
-    if (spring) {
-        forgetBends(document);
-        layOut(document, layout);
-    }
-    Drawing drawing(document);
-    spreadEdges(drawing);
-    Scene scene = buildScene(drawing, document);
-    if (options.showBends) {
-        addPaths(scene, drawing);
-    }
-    return scene;
-}
-
 /// Says what was read, moved and written.
 void tellResult(const DrawOptions& options, const GraphDocument& document, bool spring,
                 const Scene& scene) {
@@ -83,12 +40,15 @@ void tellResult(const DrawOptions& options, const GraphDocument& document, bool 
               << options.input << '\n';
     if (spring) {
         std::cout << "moved " << nodes << " nodes by the spring embedder"
-                  << (options.keepOverlaps ? "" : " and apart where they overlapped") << '\n';
+                  << (options.arranging.keepOverlaps ? "" : " and apart where they overlapped")
+                  << '\n';
     } else {
         std::cout << "moved no nodes\n";
     }
     std::cout << "wrote " << options.output << ", " << std::lround(scene.width()) << " x "
-              << std::lround(scene.height()) << " units\n";
+              << std::lround(scene.height()) << " units: x " << std::lround(scene.left) << " to "
+              << std::lround(scene.right) << ", y " << std::lround(scene.bottom) << " to "
+              << std::lround(scene.top) << '\n';
 }
 
 }  // namespace
@@ -103,8 +63,13 @@ void runDraw(const DrawOptions& options) {
     if (!options.quiet) {
         tellWarnings(options.input, document);
     }
-    const bool spring = usesSpring(options, document);
-    const Scene scene = makeScene(options, document, spring, progress);
+    const bool spring = usesSpring(options.arranging, document);
+    const auto drawing = arrange(document, options.arranging,
+                                 [&](double part) { progress.report("laying out", part); });
+    Scene scene = buildScene(*drawing, document);
+    if (options.showBends) {
+        addPaths(scene, *drawing);
+    }
     progress.report("writing", 1);
     const std::string svg = writeSvg(scene);
     writeOutputFile(options.output, endsIn(options.output, ".svg")

@@ -3,17 +3,16 @@
 
 #pragma once
 
-#include <optional>
 #include <string>
+
+#include "model/Arranging.h"
 
 namespace qxdraw {
 
 struct DrawOptions {
     std::string input;
-    std::string output;     ///< ends in .svg or .png
-    std::string layout;     ///< "none", "spring", or empty: as the file asks for
-    double edgeLength = 0;  ///< 0: one that suits the drawing
-    bool keepOverlaps = false;
+    std::string output;  ///< ends in .svg or .png
+    ArrangingOptions arranging;
     bool showBends = false;
     bool quiet = false;
 };

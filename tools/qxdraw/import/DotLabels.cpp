@@ -6,7 +6,6 @@
 #include <algorithm>
 
 #include "import/CharacterEntities.h"
-#include "import/SourceText.h"
 
 namespace qxdraw {
 
@@ -63,15 +62,6 @@ bool isRecordEscape(char c) {
     return std::string_view("{}|<> ").find(c) != std::string_view::npos;
 }
 
-/// What a tag puts in the place of itself.
-std::string_view tagReplacement(std::string_view tag) {
-    const std::string name = toLowerAscii(tag.substr(0, tag.find_first_of(" \t\r\n/", 1)));
-    if (name == "br" || tag.starts_with("/tr") || tag.starts_with("/TR")) {
-        return "\n";
-    }
-    return name == "td" ? " " : "";
-}
-
 }  // namespace
 
 std::string plainDotLabel(std::string_view label, const DotLabelNames& names) {
@@ -109,27 +99,6 @@ std::string flattenRecordLabel(std::string_view label) {
         }
     }
     return joinFields(fields);
-}
-
-std::string plainHtmlLabel(std::string_view label) {
-    std::string text;
-    while (!label.empty()) {
-        const std::size_t open = std::min(label.find('<'), label.size());
-        for (const char c : label.substr(0, open)) {
-            text += c == '\n' || c == '\t' || c == '\r' ? ' ' : c;
-        }
-        label.remove_prefix(open);
-        if (!label.empty()) {
-            const std::size_t close = std::min(label.find('>'), label.size());
-            text += tagReplacement(label.substr(1, close - 1));
-            label.remove_prefix(std::min(close + 1, label.size()));
-        }
-    }
-    const std::size_t first = text.find_first_not_of(" \n");
-    if (first == std::string::npos) {
-        return {};
-    }
-    return decodeCharacterEntities(text.substr(first, text.find_last_not_of(" \n") - first + 1));
 }
 
 }  // namespace qxdraw

@@ -22,7 +22,4 @@ std::string plainDotLabel(std::string_view label, const DotLabelNames& names);
 /// The fields of a record label, separated by " | ", without ports and nesting; escapes stay.
 std::string flattenRecordLabel(std::string_view label);
 
-/// The text of an HTML label without its tags.
-std::string plainHtmlLabel(std::string_view label);
-
 }  // namespace qxdraw

@@ -13,11 +13,14 @@
 #include <vector>
 
 #include "import/DotLabels.h"
+#include "import/DotPorts.h"
 #include "import/DotScanner.h"
 #include "import/DotSplines.h"
+#include "import/HtmlLabels.h"
 #include "import/ImportError.h"
 #include "import/ImportLimits.h"
 #include "import/Numbers.h"
+#include "import/RecordLabels.h"
 #include "import/Shapes.h"
 #include "import/SourceText.h"
 
@@ -135,6 +138,9 @@ public:
         m_document.format = "DOT";
         m_document.directed = agisdirected(m_graph) != 0;
         m_document.graphs.front().label = graphLabel(m_graph);
+        const char* rankdir = agget(m_graph, const_cast<char*>("rankdir"));
+        m_stacksRecords = rankdir != nullptr &&
+                          (rankdir == std::string_view("LR") || rankdir == std::string_view("RL"));
         for (Agnode_t* node = agfstnode(m_graph); node != nullptr;
              node = agnxtnode(m_graph, node)) {
             readNode(node);
@@ -191,15 +197,44 @@ private:
         node.id = agnameof(source);
         readNodeShape(source, node);
         readNodePlace(source, node);
+        DotLabelNames names;
+        names.graph = agnameof(m_graph);
+        names.object = node.id;
+        node.outerLabel = text(m_nodeAttributes.raw(source, "xlabel"), names);
         const std::string_view shape = m_nodeAttributes.get(source, "shape");
         char* label = m_nodeAttributes.raw(source, "label");
         if (shape == "point") {
             return;
         }
-        DotLabelNames names;
-        names.graph = agnameof(m_graph);
-        names.object = node.id;
-        node.label = text(label, names, shape == "record" || shape == "Mrecord");
+        const bool isRecord = shape == "record" || shape == "Mrecord";
+        node.label = text(label, names, isRecord);
+        readFields(label, names, isRecord, node);
+    }
+
+    void readFields(char* label, const DotLabelNames& names, bool isRecord, DocumentNode& node) {
+        std::optional<DocumentField> fields;
+        if (label != nullptr && aghtmlstr(label) != 0) {
+            fields = parseHtmlTable(label);
+        } else if (label != nullptr && isRecord) {
+            fields = parseRecordLabel(label, m_stacksRecords);
+            if (fields) {
+                replaceEscapes(*fields, names);
+            } else {
+                m_document.warnings.push_back({"the label of node '" + node.id +
+                                               "' is no record; it is shown as plain text"});
+            }
+        }
+        if (fields) {
+            m_ports.addFields(static_cast<int>(m_document.nodes.size()) - 1, *fields);
+            node.fields = std::make_shared<const DocumentField>(std::move(*fields));
+        }
+    }
+
+    static void replaceEscapes(DocumentField& field, const DotLabelNames& names) {
+        field.text = plainDotLabel(field.text, names);
+        for (DocumentField& part : field.parts) {
+            replaceEscapes(part, names);
+        }
     }
 
     void readNodeShape(Agnode_t* source, DocumentNode& node) const {
@@ -273,12 +308,26 @@ private:
         const std::string& tail = m_document.nodes[static_cast<std::size_t>(edge.source)].id;
         const std::string& head = m_document.nodes[static_cast<std::size_t>(edge.target)].id;
         const std::string name = tail + (m_document.directed ? "->" : "--") + head;
-        edge.label =
-            text(m_edgeAttributes.raw(source, "label"), {agnameof(m_graph), name, tail, head});
+        readEdgeLabels(source, {agnameof(m_graph), name, tail, head}, edge);
+        edge.sourcePort = m_ports.portOf(edge.source, m_edgeAttributes.get(source, "tailport"));
+        edge.targetPort = m_ports.portOf(edge.target, m_edgeAttributes.get(source, "headport"));
         readArrows(source, edge);
         const std::string_view pos = m_edgeAttributes.get(source, "pos");
         if (!pos.empty()) {
             edge.bends = located("pos", pos, [&] { return bends(pos, name); });
+        }
+    }
+
+    void readEdgeLabels(Agedge_t* source, const DotLabelNames& names, DocumentEdge& edge) const {
+        using Place = DocumentEdgeLabel::Place;
+        edge.label = text(m_edgeAttributes.raw(source, "label"), names);
+        for (const auto& [name, place] :
+             {std::pair("taillabel", Place::Source), std::pair("headlabel", Place::Target),
+              std::pair("xlabel", Place::Anywhere)}) {
+            std::string label = text(m_edgeAttributes.raw(source, name), names);
+            if (!label.empty()) {
+                edge.moreLabels.push_back({place, std::move(label)});
+            }
         }
     }
 
@@ -345,6 +394,8 @@ private:
     Attributes m_nodeAttributes;
     Attributes m_edgeAttributes;
     GraphDocument m_document;
+    DotPorts m_ports{m_document};
+    bool m_stacksRecords = false;  ///< the outermost fields lie under each other
     std::unordered_map<std::uint64_t, int> m_indexOfNode;
 };
 

@@ -3,10 +3,13 @@
 
 #include "import/GmlReader.h"
 
+#include <algorithm>
 #include <charconv>
 #include <cstdint>
+#include <map>
 #include <string>
 #include <unordered_map>
+#include <utility>
 
 #include "import/GmlParser.h"
 #include "import/ImportError.h"
@@ -98,7 +101,71 @@ private:
         node.label = label == nullptr ? id->text : label->text;
         if (const GmlEntry* graphics = entry.find("graphics")) {
             readNodeGraphics(node, *graphics);
+            readPorts(index, *graphics);
         }
+        readPorts(index, entry);
+    }
+
+    /// The value as a part of the half extent of a node.
+    static double part(const GmlEntry& list, std::string_view key) {
+        return std::clamp(coordinate(list, key), -1.0, 1.0);
+    }
+
+    void readPorts(int node, const GmlEntry& around) {
+        for (const GmlEntry& entry : around.members) {
+            if (entry.key != "port" || entry.kind != GmlEntry::Kind::List) {
+                continue;
+            }
+            const GmlEntry* name = entry.find("name");
+            if (name == nullptr) {
+                throw ImportError("a port without name", entry.line);
+            }
+            DocumentPort port;
+            port.name = name->text;
+            const GmlEntry* label = entry.find("label");
+            port.label = label == nullptr ? name->text : label->text;
+            port.isMarked = true;
+            if (entry.find("x") != nullptr || entry.find("y") != nullptr) {
+                port.place = {part(entry, "x"), -part(entry, "y")};
+            }
+            if (!m_indexOfPort.emplace(std::pair(node, port.name), portCount(node)).second) {
+                throw ImportError("port '" + port.name + "' stands twice at one node", name->line);
+            }
+            addPort(node, std::move(port));
+            ++m_document.ports;
+        }
+    }
+
+    int portCount(int node) const {
+        return static_cast<int>(m_document.nodes[static_cast<std::size_t>(node)].ports.size());
+    }
+
+    int addPort(int node, DocumentPort port) {
+        m_document.nodes[static_cast<std::size_t>(node)].ports.push_back(std::move(port));
+        return portCount(node) - 1;
+    }
+
+    /// The port that an edge names, or the place at the node where it says it ends.
+    int readEnd(const GmlEntry& edge, int node, bool atSource) {
+        const GmlEntry* name = edge.find(atSource ? "sourcePort" : "targetPort");
+        name = name != nullptr ? name : edge.find(atSource ? "sourceport" : "targetport");
+        if (name != nullptr) {
+            const auto found = m_indexOfPort.find({node, name->text});
+            if (found == m_indexOfPort.end()) {
+                throw ImportError("an edge names port '" + name->text + "', which its node lacks",
+                                  name->line);
+            }
+            return found->second;
+        }
+        const GmlEntry* anchor = edge.find("edgeAnchor");
+        const char* const x = atSource ? "xSource" : "xTarget";
+        const char* const y = atSource ? "ySource" : "yTarget";
+        if (anchor == nullptr || (anchor->find(x) == nullptr && anchor->find(y) == nullptr)) {
+            return -1;
+        }
+        DocumentPort port;
+        port.place = {part(*anchor, x), -part(*anchor, y)};
+        return addPort(node, std::move(port));
     }
 
     static void readNodeGraphics(DocumentNode& node, const GmlEntry& graphics) {
@@ -130,6 +197,8 @@ private:
         DocumentEdge edge;
         edge.source = nodeIndex(entry, "source");
         edge.target = nodeIndex(entry, "target");
+        edge.sourcePort = readEnd(entry, edge.source, true);
+        edge.targetPort = readEnd(entry, edge.target, false);
         edge.arrowAtTarget = m_document.directed;
         if (const GmlEntry* label = entry.find("label")) {
             edge.label = label->text;
@@ -154,6 +223,7 @@ private:
     const GmlEntry& m_graph;
     GraphDocument m_document;
     std::unordered_map<std::int64_t, int> m_indexOfId;
+    std::map<std::pair<int, std::string>, int> m_indexOfPort;  ///< by node and name
 };
 
 }  // namespace

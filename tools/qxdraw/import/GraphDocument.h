@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <memory>
 #include <optional>
 #include <string>
 #include <vector>
@@ -26,9 +27,35 @@ struct DocumentShape {
     bool square = false;
 };
 
+/// A part of a label that is divided into fields: a text, or further parts side by side or under
+/// each other.
+struct DocumentField {
+    std::string text;
+    std::string port;        ///< the name under which edges end here; empty: none do
+    bool isStacked = false;  ///< the parts lie under each other
+    bool isTable = false;    ///< the parts are rows of cells, whose columns are aligned
+    std::vector<DocumentField> parts;
+};
+
+/// A place at a node where edges end.
+struct DocumentPort {
+    std::string name;  ///< as edges know it
+    /// The field of the label that it belongs to; empty: the node itself.
+    std::string field;
+    /// Where on the outline of the node or field, both from -1 to 1, y upward; nothing: where it
+    /// suits the edges.
+    std::optional<DocumentPoint> place;
+    /// Shown as a mark of its own, with this text beside it.
+    bool isMarked = false;
+    std::string label;
+};
+
 struct DocumentNode {
     std::string id;
-    std::string label;  ///< UTF-8, lines separated by '\n'; empty: shown without a name
+    std::string label;       ///< UTF-8, lines separated by '\n'; empty: shown without a name
+    std::string outerLabel;  ///< a text beside the node
+    std::shared_ptr<const DocumentField> fields;  ///< shown in place of the label; null: none
+    std::vector<DocumentPort> ports;
     std::optional<DocumentPoint> center;
     double width = 0;  ///< 0: the document does not say
     double height = 0;
@@ -38,10 +65,21 @@ struct DocumentNode {
     int line = 0;
 };
 
+/// A text at an edge, beside the one in its middle.
+struct DocumentEdgeLabel {
+    enum class Place { Source, Target, Anywhere };
+
+    Place place = Place::Anywhere;
+    std::string text;
+};
+
 struct DocumentEdge {
     int source = 0;  ///< index into GraphDocument::nodes
     int target = 0;
+    int sourcePort = -1;  ///< index into the ports of that node; -1: the edge ends at the node
+    int targetPort = -1;
     std::string label;
+    std::vector<DocumentEdgeLabel> moreLabels;
     bool arrowAtSource = false;
     bool arrowAtTarget = false;
     std::vector<DocumentPoint> bends;  ///< between the ends, from source to target
@@ -68,7 +106,7 @@ struct GraphDocument {
     std::vector<DocumentGraph> graphs{DocumentGraph{}};
     std::vector<DocumentNode> nodes;
     std::vector<DocumentEdge> edges;
-    int ports = 0;
+    int ports = 0;  ///< that the file declares
     std::vector<DocumentWarning> warnings;
 };
 

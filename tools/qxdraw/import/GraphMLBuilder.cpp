@@ -111,7 +111,9 @@ GraphMLBuilder::Context GraphMLBuilder::contextOf(const std::string& name, int l
                    : name == "data" ? Context::Data
                                     : Context::Ignored;
         case Context::Port:
-            return name == "port" ? Context::Port : Context::Ignored;
+            return name == "port"   ? Context::Port
+                   : name == "data" ? Context::Data
+                                    : Context::Ignored;
         case Context::Edge:
             return name == "data" ? Context::Data : Context::Ignored;
         case Context::Data:
@@ -181,9 +183,15 @@ void GraphMLBuilder::openEdge(const GraphMLAttributes& attributes, int line) {
 void GraphMLBuilder::openPort(const GraphMLAttributes& attributes, int line) {
     ++m_document.ports;
     const std::string& name = required(attributes, "name", "a port", line);
-    if (!currentNodeState().ports.insert(name).second) {
+    const int index = static_cast<int>(currentNode().ports.size());
+    if (!currentNodeState().ports.emplace(name, index).second) {
         throw ImportError("port '" + name + "' stands twice at one node", line);
     }
+    DocumentPort& port = currentNode().ports.emplace_back();
+    port.name = port.label = name;
+    port.isMarked = true;
+    currentNodeState().portRanks.push_back(0);
+    m_openPorts.push_back(index);
 }
 
 void GraphMLBuilder::openKey(const GraphMLAttributes& attributes, int line) {
@@ -200,7 +208,10 @@ void GraphMLBuilder::openKey(const GraphMLAttributes& attributes, int line) {
 
 void GraphMLBuilder::readExtension(const std::string& name, const GraphMLAttributes& attributes,
                                    int line) {
-    if (insideNode()) {
+    if (owner() == Context::Port) {
+        return;
+    }
+    if (owner() == Context::Node) {
         if (name == "Geometry") {
             readGeometry(attributes, line);
         } else if (name == "Shape") {
@@ -256,6 +267,9 @@ void GraphMLBuilder::endElement(const std::string& text, int line) {
             closeNode();
             m_openNodes.pop_back();
             return;
+        case Context::Port:
+            m_openPorts.pop_back();
+            return;
         case Context::Edge:
             return closeEdge();
         case Context::Data:
@@ -275,8 +289,22 @@ void GraphMLBuilder::readData(const std::string& keyId, const std::string& text,
     const std::string& attribute = found->second.attribute;
     if (const int rank = labelRank(attribute); rank > 0) {
         setLabel(text, rank);
-    } else if (insideNode()) {
+    } else if (owner() == Context::Node) {
         readNodeData(attribute, text, line);
+    } else if (owner() == Context::Port) {
+        readPortData(attribute, text, line);
+    }
+}
+
+/// Ports are placed by thousandths of the extent of the node, from its center.
+void GraphMLBuilder::readPortData(const std::string& attribute, const std::string& text, int line) {
+    constexpr double Border = 500;
+    auto& place = currentNode().ports[static_cast<std::size_t>(m_openPorts.back())].place;
+    if (attribute == "per-mil-x" || attribute == "per-mil-y") {
+        const double value = std::clamp(readCoordinate(text, attribute, line) / Border, -1.0, 1.0);
+        place = place.value_or(DocumentPoint{});
+        (attribute.ends_with('x') ? place->x : place->y) =
+            attribute.ends_with('x') ? value : -value;
     }
 }
 
@@ -296,10 +324,23 @@ void GraphMLBuilder::readNodeData(const std::string& attribute, const std::strin
 }
 
 void GraphMLBuilder::setLabel(const std::string& text, int rank) {
-    int& current = insideNode() ? currentNodeState().labelRank : m_edgeStates.back().labelRank;
-    if (rank > current) {
-        current = rank;
-        (insideNode() ? currentNode().label : m_document.edges.back().label) = text;
+    const auto set = [&](int& current, std::string& label) {
+        if (rank > current) {
+            current = rank;
+            label = text;
+        }
+    };
+    switch (owner()) {
+        case Context::Node:
+            return set(currentNodeState().labelRank, currentNode().label);
+        case Context::Port: {
+            const auto port = static_cast<std::size_t>(m_openPorts.back());
+            return set(currentNodeState().portRanks[port], currentNode().ports[port].label);
+        }
+        case Context::Edge:
+            return set(m_edgeStates.back().labelRank, m_document.edges.back().label);
+        default:
+            return;
     }
 }
 
@@ -323,14 +364,15 @@ void GraphMLBuilder::closeEdge() {
     }
 }
 
-/// True within the data of a node, false within that of an edge.
-bool GraphMLBuilder::insideNode() const {
+/// Node, port or edge: whatever the data that is being read belongs to.
+GraphMLBuilder::Context GraphMLBuilder::owner() const {
     for (auto element = m_open.rbegin(); element != m_open.rend(); ++element) {
-        if (element->context == Context::Node || element->context == Context::Edge) {
-            return element->context == Context::Node;
+        if (element->context == Context::Node || element->context == Context::Port ||
+            element->context == Context::Edge) {
+            return element->context;
         }
     }
-    return false;
+    return Context::Ignored;
 }
 
 DocumentNode& GraphMLBuilder::currentNode() {
@@ -352,13 +394,22 @@ const GraphMLBuilder::Key* GraphMLBuilder::defaultLabel(std::string_view owner) 
     return nullptr;
 }
 
-int GraphMLBuilder::resolvedEnd(const std::string& id, const std::string& port, int line) const {
+int GraphMLBuilder::resolvedNode(const std::string& id, int line) const {
     const auto found = m_indexOfId.find(id);
     if (found == m_indexOfId.end()) {
         throw ImportError("an edge names node '" + id + "', which does not exist", line);
     }
-    const NodeState& state = m_nodeStates[static_cast<std::size_t>(found->second)];
-    if (!port.empty() && !state.ports.contains(port)) {
+    return found->second;
+}
+
+int GraphMLBuilder::resolvedPort(int node, const std::string& port, int line) const {
+    if (port.empty()) {
+        return -1;
+    }
+    const auto& ports = m_nodeStates[static_cast<std::size_t>(node)].ports;
+    const auto found = ports.find(port);
+    if (found == ports.end()) {
+        const std::string& id = m_document.nodes[static_cast<std::size_t>(node)].id;
         throw ImportError("an edge names port '" + port + "', which node '" + id + "' lacks", line);
     }
     return found->second;
@@ -392,8 +443,11 @@ GraphDocument GraphMLBuilder::finish() {
     }
     for (std::size_t i = 0; i < m_document.edges.size(); ++i) {
         const EdgeState& state = m_edgeStates[i];
-        m_document.edges[i].source = resolvedEnd(state.source, state.sourcePort, state.line);
-        m_document.edges[i].target = resolvedEnd(state.target, state.targetPort, state.line);
+        DocumentEdge& edge = m_document.edges[i];
+        edge.source = resolvedNode(state.source, state.line);
+        edge.target = resolvedNode(state.target, state.line);
+        edge.sourcePort = resolvedPort(edge.source, state.sourcePort, state.line);
+        edge.targetPort = resolvedPort(edge.target, state.targetPort, state.line);
     }
     placeNestedNodes();
     return std::move(m_document);

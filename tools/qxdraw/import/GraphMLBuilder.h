@@ -6,7 +6,6 @@
 #include <string>
 #include <string_view>
 #include <unordered_map>
-#include <unordered_set>
 #include <vector>
 
 #include "import/GraphDocument.h"
@@ -67,7 +66,8 @@ private:
         bool hasY = false;
         double x = 0;
         double y = 0;
-        std::unordered_set<std::string> ports;
+        std::vector<int> portRanks;                  ///< of the labels of its ports
+        std::unordered_map<std::string, int> ports;  ///< indices into the ports of the node
     };
 
     struct EdgeState {
@@ -90,20 +90,23 @@ private:
     void readGeometry(const GraphMLAttributes& attributes, int line);
     void readData(const std::string& keyId, const std::string& text, int line);
     void readNodeData(const std::string& attribute, const std::string& text, int line);
+    void readPortData(const std::string& attribute, const std::string& text, int line);
     void setLabel(const std::string& text, int rank);
     void closeNode();
     void closeEdge();
-    bool insideNode() const;
+    Context owner() const;
     DocumentNode& currentNode();
     NodeState& currentNodeState();
     const Key* defaultLabel(std::string_view owner) const;
-    int resolvedEnd(const std::string& id, const std::string& port, int line) const;
+    int resolvedNode(const std::string& id, int line) const;
+    int resolvedPort(int node, const std::string& port, int line) const;
     void placeNestedNodes();
     void warnOnce(const std::string& text, int line);
 
     GraphDocument m_document;
     std::vector<Element> m_open;
     std::vector<int> m_openNodes;
+    std::vector<int> m_openPorts;  ///< indices into the ports of the last open node
     std::vector<int> m_openGraphs;
     std::vector<bool> m_directed;  ///< edgedefault of the open graphs
     std::vector<NodeState> m_nodeStates;

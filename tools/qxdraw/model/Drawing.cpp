@@ -3,11 +3,13 @@
 
 #include "model/Drawing.h"
 
+#include <algorithm>
 #include <cmath>
 
 #include "qx/foundation/geometry/QxPointDList.h"
 #include "qx/foundation/geometry/QxShape.h"
 #include "qx/foundation/util/QxText.h"
+#include "qx/spatial/QxQTree.h"
 
 namespace qxdraw {
 
@@ -34,6 +36,16 @@ QxShape toShape(const DocumentShape& source) {
     return QxShape::fromOutline(outline);
 }
 
+class IndexedGraph : public QxDGraph {
+public:
+    using QxDGraph::QxDGraph;
+
+protected:
+    QxQTree* vNewQuadTree(unsigned short excluded) override {
+        return QxDGraph::vNewQuadTree(excluded & ~QxQTree::ExcludeConnectors & 0xFFFF);
+    }
+};
+
 void setName(QxGraphObject& object, const std::string& name) {
     if (!name.empty()) {
         object.nameString(QxText::decodeUtf8(name).c_str());
@@ -44,6 +56,38 @@ void setName(QxGraphObject& object, const std::string& name) {
 
 QxPoint toPoint(const DocumentPoint& point) {
     return {toUnits(point.x), toUnits(point.y)};
+}
+
+DocumentPoint toPlace(const QxPoint& point) {
+    return {static_cast<double>(point.x()), static_cast<double>(point.y())};
+}
+
+void Drawing::DrawingFactory::sizeLabels(const TextBlock& text, bool isInside) {
+    constexpr double Aside = 6;
+    m_labelSize = QxSize(toUnits(std::ceil(text.width() + (isInside ? 0 : Aside))),
+                         toUnits(std::ceil(text.height())));
+}
+
+QxDGraph* Drawing::DrawingFactory::vNewDGraph(QxOwnedObject* owner, int type) {
+    return new IndexedGraph(owner, type, this);
+}
+
+QxNodeLabel* Drawing::DrawingFactory::vNewNodeLabel(QxOwnedObject* owner, int type) {
+    QxNodeLabel* label = QxFactory::vNewNodeLabel(owner, type);
+    label->ntResize(m_labelSize);
+    return label;
+}
+
+QxConnectorLabel* Drawing::DrawingFactory::vNewConnectorLabel(QxOwnedObject* owner, int type) {
+    QxConnectorLabel* label = QxFactory::vNewConnectorLabel(owner, type);
+    label->ntResize(m_labelSize);
+    return label;
+}
+
+QxEdgeLabel* Drawing::DrawingFactory::vNewEdgeLabel(QxOwnedObject* owner, int type) {
+    QxEdgeLabel* label = QxFactory::vNewEdgeLabel(owner, type);
+    label->ntResize(m_labelSize);
+    return label;
 }
 
 Drawing::Drawing(const GraphDocument& document)
@@ -89,6 +133,20 @@ void Drawing::addEdge(const DocumentEdge& source) {
     }
     setName(*edge, source.label);
     m_edges.push_back(edge);
+}
+
+QxConnector& Drawing::addPort(std::size_t node, std::size_t port, const DocumentPoint& center,
+                              const QxSize& size, bool isInside) {
+    QxConnector* connector = m_nodes[node]->addConnector(0, 0, 0, 0, 1, 0);
+    const QxShape rectangle(QxShapeTypeRectangle);
+    connector->pShape(&rectangle);
+    connector->resize(size, 1);
+    const QxRect& rect = *m_nodes[node]->pIRect();  // rounding must not lead out of it
+    const QxPoint place = toPoint(center);
+    connector->moveTo(std::clamp(place.x(), rect.left(), rect.right()),
+                      std::clamp(place.y(), rect.bottom(), rect.top()), 1);
+    m_ports.push_back({connector, node, port, isInside});
+    return *connector;
 }
 
 }  // namespace qxdraw

@@ -8,6 +8,7 @@
 #include <map>
 #include <utility>
 
+#include "model/PortRouting.h"
 #include "qx/foundation/geometry/QxPointDList.h"
 
 namespace qxdraw {
@@ -17,9 +18,7 @@ namespace {
 constexpr double Spacing = 22;       // between the edges of a bundle: room for a label
 constexpr double LeastSpacing = 12;  // of many edges on a short way: the label can be read still
 
-using NodePair = std::pair<std::size_t, std::size_t>;
-
-void bendAt(QxDEdge& edge, std::initializer_list<DocumentPoint> places) {
+void bendAt(QxDEdge& edge, const std::vector<DocumentPoint>& places) {
     QxPointDList bends;
     for (const DocumentPoint& place : places) {
         bends.appendPoint(toPoint(place));
@@ -27,14 +26,28 @@ void bendAt(QxDEdge& edge, std::initializer_list<DocumentPoint> places) {
     edge.reroute(bends, 1);
 }
 
-DocumentPoint centerOf(const QxDNode& node) {
-    return {static_cast<double>(node.ntX()), static_cast<double>(node.ntY())};
+/// Leads the edges of a bundle around their nodes, one farther out than the other, where their
+/// ports look the wrong way. False when these do not.
+bool leadAround(const std::vector<QxDEdge*>& bundle) {
+    constexpr double Distance = 16;
+    constexpr double Step = 10;
+    double distance = Distance;
+    for (QxDEdge* edge : bundle) {
+        const std::vector<DocumentPoint> way = wayAroundNodes(*edge, distance);
+        if (way.empty()) {
+            return false;
+        }
+        bendAt(*edge, way);
+        distance += Step;
+    }
+    return true;
 }
 
 /// A fan: one bend an edge, on the line that halves the way, to both sides in turn.
 void fanOut(const std::vector<QxDEdge*>& bundle) {
-    const DocumentPoint a = centerOf(*bundle.front()->pSourceNode());
-    const DocumentPoint b = centerOf(*bundle.front()->pTargetNode());
+    const QxDEdge& first = *bundle.front();
+    const DocumentPoint a = toPlace(first.ntFromPoint(0));
+    const DocumentPoint b = toPlace(first.ntToPoint(0));
     const double length = std::hypot(b.x - a.x, b.y - a.y);
     if (length <= 0) {
         return;
@@ -64,25 +77,58 @@ void makeLoops(const std::vector<QxDEdge*>& loops) {
     }
 }
 
+void makePortLoops(const std::vector<QxDEdge*>& loops) {
+    constexpr double Rise = 22;
+    double distance = Rise;
+    for (QxDEdge* loop : loops) {
+        bendAt(*loop, loopBetweenPorts(*loop, distance));
+        distance += Rise / 2;
+    }
+}
+
+bool hasPort(const QxDEdge& edge) {
+    return edge.pSourceConnector() != nullptr || edge.pTargetConnector() != nullptr;
+}
+
+/// The straight edges between the same two nodes or ports, in the order of the first of each.
+class Bundles {
+public:
+    void add(QxDEdge& edge) {
+        const auto key = std::minmax(numberOf(edge.pSourceConnector(), edge.pSourceNode()),
+                                     numberOf(edge.pTargetConnector(), edge.pTargetNode()));
+        const auto [bundle, isNew] = m_indexOf.emplace(key, m_bundles.size());
+        if (isNew) {
+            m_bundles.emplace_back();
+        }
+        m_bundles[bundle->second].push_back(&edge);
+    }
+
+    const std::vector<std::vector<QxDEdge*>>& all() const { return m_bundles; }
+
+private:
+    std::size_t numberOf(const QxGraphObject* port, const QxGraphObject* node) {
+        return m_numbers.emplace(port != nullptr ? port : node, m_numbers.size()).first->second;
+    }
+
+    std::map<const QxGraphObject*, std::size_t> m_numbers;
+    std::map<std::pair<std::size_t, std::size_t>, std::size_t> m_indexOf;
+    std::vector<std::vector<QxDEdge*>> m_bundles;
+};
+
 }  // namespace
 
 void spreadEdges(Drawing& drawing) {
-    std::map<const QxDNode*, std::size_t> indexOf;
-    for (std::size_t i = 0; i < drawing.numberOfNodes(); ++i) {
-        indexOf.emplace(&drawing.node(i), i);
-    }
-    std::map<NodePair, std::vector<QxDEdge*>> bundles;
+    Bundles bundles;
     for (std::size_t i = 0; i < drawing.numberOfEdges(); ++i) {
-        QxDEdge& edge = drawing.edge(i);
-        if (edge.hasBends() == 0) {
-            bundles[std::minmax(indexOf.at(edge.pSourceNode()), indexOf.at(edge.pTargetNode()))]
-                .push_back(&edge);
+        if (drawing.edge(i).hasBends() == 0) {
+            bundles.add(drawing.edge(i));
         }
     }
-    for (const auto& [ends, bundle] : bundles) {
-        if (ends.first == ends.second) {
-            makeLoops(bundle);
-        } else if (bundle.size() > 1) {
+    for (const std::vector<QxDEdge*>& bundle : bundles.all()) {
+        const QxDEdge& first = *bundle.front();
+        if (first.pSourceNode() == first.pTargetNode()) {
+            (hasPort(first) ? makePortLoops : makeLoops)(bundle);
+        } else if (!(hasPort(first) && leadAround(bundle)) && bundle.size() > 1) {
             fanOut(bundle);
         }
     }

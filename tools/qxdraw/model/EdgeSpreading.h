@@ -8,8 +8,8 @@
 namespace qxdraw {
 
 /// Gives bends to edges that would be drawn on top of each other otherwise: edges between the same
-/// two nodes fan out, an edge from a node to itself becomes a loop above it. Edges that have bends
-/// keep them.
+/// two nodes or ports fan out, an edge from a node to itself becomes a loop above it. Edges whose
+/// ports look away from the other end are led around their nodes. Edges that have bends keep them.
 void spreadEdges(Drawing& drawing);
 
 }  // namespace qxdraw

@@ -7,6 +7,7 @@
 #include <cmath>
 #include <limits>
 
+#include "model/FieldLayout.h"
 #include "model/TextLayout.h"
 
 namespace qxdraw {
@@ -46,8 +47,12 @@ bool holdsRectangle(const std::vector<DocumentPoint>& outline, double x, double 
     return true;
 }
 
-Extent nameExtent(const std::string& label) {
-    const std::vector<std::string> lines = wrapName(label);
+Extent nameExtent(const DocumentNode& node) {
+    if (node.fields != nullptr) {
+        const DocumentSize size = naturalSize(*node.fields);
+        return {size.width, size.height};
+    }
+    const std::vector<std::string> lines = wrapName(node.label);
     return {widthOf(lines, NameFontSize), heightOf(lines, NameFontSize)};
 }
 
@@ -70,9 +75,12 @@ Extent enclosingExtent(const DocumentShape& shape, const Extent& text) {
 }
 
 Extent extentForName(const DocumentNode& node) {
-    Extent extent = nameExtent(node.label);
+    Extent extent = nameExtent(node);
     if (node.shape.kind != ShapeKind::Rectangle && extent.width > 0) {
         extent = enclosingExtent(node.shape, extent);
+    }
+    if (node.fields != nullptr) {
+        return extent;  // fields have padding of their own
     }
     const double padding = node.shape.kind == ShapeKind::Rectangle ? 1.0 : 0.5;
     extent.width = std::max(LeastWidth, extent.width + 2 * padding * SidePadding);
@@ -102,7 +110,8 @@ void sizeNodes(GraphDocument& document) {
         const bool growsWide = node.width <= 0 || node.growsWithLabel;
         const bool growsHigh = node.height <= 0 || node.growsWithLabel;
         // A node that the document makes small and leaves without a name stays that small.
-        const bool needsRoom = !node.label.empty() || node.width <= 0 || node.height <= 0;
+        const bool needsRoom =
+            !node.label.empty() || node.fields != nullptr || node.width <= 0 || node.height <= 0;
         if (needsRoom && (growsWide || growsHigh)) {
             const Extent extent = extentForName(node);
             node.width = growsWide ? std::max(node.width, extent.width) : node.width;

@@ -162,6 +162,24 @@ std::vector<std::string> wrapText(std::string_view text, double fontSize, double
     return lines;
 }
 
+TextBlock fitText(std::string_view text, double width, double height) {
+    constexpr double SmallestFont = 8;
+    constexpr std::size_t MostLines = 12;
+    TextBlock block{wrapName(text), NameFontSize};
+    const auto fits = [&] { return block.width() <= width && block.height() <= height; };
+    if (fits()) {
+        return block;
+    }
+    for (; block.fontSize >= SmallestFont; block.fontSize -= 1) {
+        block.lines = wrapText(text, block.fontSize, std::max(width, 4 * NameFontSize), MostLines);
+        if (fits() && widestWord(text, block.fontSize) <= width) {
+            return block;
+        }
+    }
+    block.fontSize = SmallestFont;
+    return block;
+}
+
 std::vector<std::string> wrapName(std::string_view name) {
     constexpr double Widest = 200;
     constexpr std::size_t MostLines = 6;
@@ -192,6 +210,14 @@ double widthOf(const std::vector<std::string>& lines, double fontSize) {
         width = std::max(width, textWidth(line, fontSize));
     }
     return width;
+}
+
+double TextBlock::width() const {
+    return widthOf(lines, fontSize);
+}
+
+double TextBlock::height() const {
+    return heightOf(lines, fontSize);
 }
 
 double heightOf(const std::vector<std::string>& lines, double fontSize) {

@@ -24,6 +24,18 @@ double textWidth(std::string_view line, double fontSize);
 std::vector<std::string> wrapText(std::string_view text, double fontSize, double widest,
                                   std::size_t mostLines);
 
+/// A text as it is painted.
+struct TextBlock {
+    std::vector<std::string> lines;
+    double fontSize = 0;
+
+    double width() const;
+    double height() const;
+};
+
+/// Breaks a text, and makes it smaller within limits, until it fits into the room, if it can.
+TextBlock fitText(std::string_view text, double width, double height);
+
 /// The name of a node as it is shown, and the label of an edge, in lines.
 std::vector<std::string> wrapName(std::string_view name);
 std::vector<std::string> wrapEdgeLabel(std::string_view label);

@@ -7,8 +7,14 @@
 #include <vector>
 
 #include "import/GraphDocument.h"
+#include "model/TextLayout.h"
 
 namespace qxdraw {
+
+struct SceneLine {
+    DocumentPoint from;
+    DocumentPoint to;
+};
 
 /// A node as it is painted. Places are in world units, y upward.
 struct SceneNode {
@@ -17,10 +23,9 @@ struct SceneNode {
     double height = 0;
     ShapeKind kind = ShapeKind::Rectangle;
     std::vector<DocumentPoint> corners;  ///< polygons: in world units
-    std::vector<std::string> lines;
-    double fontSize = 0;
-    bool isContainer = false;  ///< other nodes lie in it; its name stands at the top
-    int group = 0;             ///< nodes of one group share their colours; 0: of none
+    std::vector<SceneLine> dividers;     ///< between the fields of its label
+    bool isContainer = false;            ///< other nodes lie in it
+    int group = 0;                       ///< nodes of one group share their colours; 0: of none
 };
 
 /// An edge as it is painted: from outline to outline.
@@ -28,7 +33,20 @@ struct SceneEdge {
     std::vector<DocumentPoint> points;  ///< at least two
     bool arrowAtSource = false;
     bool arrowAtTarget = false;
-    std::vector<std::string> lines;  ///< its label
+    bool isOverNodes = false;  ///< it ends within a node
+};
+
+/// The mark of a port.
+struct ScenePort {
+    DocumentPoint center;
+    double width = 0;
+    double height = 0;
+};
+
+struct SceneLabel {
+    DocumentPoint center;
+    TextBlock text;
+    bool isInNode = false;  ///< any other may have lines behind it
 };
 
 /// A bend of an edge, painted as a dot.
@@ -36,14 +54,6 @@ struct SceneBend {
     DocumentPoint center;
     bool isVisible = false;  ///< it lies on the part of the edge that is painted
 };
-
-struct SceneLine {
-    DocumentPoint from;
-    DocumentPoint to;
-};
-
-/// The point halfway along a polyline of at least two points.
-DocumentPoint middleOf(const std::vector<DocumentPoint>& points);
 
 /// Everything in a picture, and its page.
 struct Scene {
@@ -53,7 +63,9 @@ struct Scene {
     double top = 0;
     std::string title;
     std::vector<SceneEdge> edges;
-    std::vector<SceneNode> nodes;        ///< later ones over earlier ones
+    std::vector<SceneNode> nodes;  ///< later ones over earlier ones
+    std::vector<ScenePort> ports;
+    std::vector<SceneLabel> labels;
     std::vector<SceneLine> hiddenLines;  ///< what the outlines of nodes cut off from edges
     std::vector<SceneBend> bends;
 

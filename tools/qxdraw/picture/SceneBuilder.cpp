@@ -3,9 +3,9 @@
 
 #include "picture/SceneBuilder.h"
 
-#include <algorithm>
+#include <unordered_set>
 
-#include "model/TextLayout.h"
+#include "model/FieldLayout.h"
 #include "qx/drawing/QxEdgeVisiblePointDListIter.h"
 #include "qx/drawing/QxPathIter.h"
 #include "qx/foundation/geometry/QxPointDList.h"
@@ -19,35 +19,6 @@ namespace {
 std::string nameOf(const QxGraphObject& object) {
     const wchar_t* name = object.pNameString();
     return name == nullptr ? std::string() : QxText::encodeUtf8(name);
-}
-
-DocumentPoint toPlace(const QxPoint& point) {
-    return {static_cast<double>(point.x()), static_cast<double>(point.y())};
-}
-
-/// Breaks the name, and makes it smaller within limits, until it fits into the node.
-void fitName(SceneNode& node, const std::string& name) {
-    constexpr double SmallestFont = 8;
-    constexpr double Padding = 4;
-    constexpr std::size_t MostLines = 12;
-    const double width = node.width - Padding;
-    const double height = node.height - Padding;
-    const auto fits = [&] {
-        return widthOf(node.lines, node.fontSize) <= width &&
-               heightOf(node.lines, node.fontSize) <= height;
-    };
-    node.fontSize = NameFontSize;
-    node.lines = wrapName(name);
-    if (fits()) {
-        return;
-    }
-    for (; node.fontSize >= SmallestFont; node.fontSize -= 1) {
-        node.lines = wrapText(name, node.fontSize, std::max(width, 4 * NameFontSize), MostLines);
-        if (fits() && widestWord(name, node.fontSize) <= width) {
-            return;
-        }
-    }
-    node.fontSize = SmallestFont;
 }
 
 /// The corners in world units; the shape tells them in its own frame.
@@ -76,8 +47,38 @@ SceneNode sceneNode(const QxDNode& source) {
         node.kind = shape->type() == QxShapeTypeOval ? ShapeKind::Oval : ShapeKind::Polygon;
         node.corners = cornersOf(*shape, node);
     }
-    fitName(node, nameOf(source));
     return node;
+}
+
+void addLine(std::vector<SceneLine>& lines, const DocumentPoint& offset, const DocumentPoint& from,
+             const DocumentPoint& to) {
+    lines.push_back({{offset.x + from.x, offset.y + from.y}, {offset.x + to.x, offset.y + to.y}});
+}
+
+/// Fields without parts cover the area of them all; a line runs where one ends and another begins.
+void addDividers(SceneNode& node, const DocumentNode& source) {
+    constexpr double Same = 0.5;
+    const std::vector<PlacedField> fields = placeFields(source);
+    const bool isFilled = node.kind == ShapeKind::Rectangle;
+    for (const PlacedField& field : fields) {
+        const PlacedField& all = fields.front();
+        if (!field.field->parts.empty()) {
+            continue;
+        }
+        if (field.right < all.right - Same || !isFilled) {
+            addLine(node.dividers, node.center, {field.right, field.bottom},
+                    {field.right, field.top});
+        }
+        if (field.bottom > all.bottom + Same || !isFilled) {
+            addLine(node.dividers, node.center, {field.left, field.bottom},
+                    {field.right, field.bottom});
+        }
+    }
+    if (!isFilled && !fields.empty()) {
+        const PlacedField& all = fields.front();
+        addLine(node.dividers, node.center, {all.left, all.bottom}, {all.left, all.top});
+        addLine(node.dividers, node.center, {all.left, all.top}, {all.right, all.top});
+    }
 }
 
 /// Without points when nothing of the edge is seen.
@@ -88,22 +89,55 @@ SceneEdge sceneEdge(QxDEdge& source) {
         it.getPoint(point);
         edge.points.push_back(toPlace(point));
     }
-    edge.lines = wrapEdgeLabel(nameOf(source));
     return edge;
 }
 
-void includeLabel(Scene& scene, const SceneEdge& edge) {
-    constexpr double Gap = 6;
-    if (edge.lines.empty()) {
-        return;
+void addEdges(Scene& scene, const Drawing& drawing, const GraphDocument& document) {
+    std::unordered_set<const QxConnector*> inner;
+    for (const DrawnPort& port : drawing.ports()) {
+        if (port.isInside) {
+            inner.insert(port.connector);
+        }
     }
-    const DocumentPoint middle = middleOf(edge.points);
-    const double halfWidth = widthOf(edge.lines, EdgeFontSize) / 2 + Gap;
-    const double halfHeight = heightOf(edge.lines, EdgeFontSize) / 2 + Gap;
-    scene.left = std::min(scene.left, middle.x - halfWidth);
-    scene.right = std::max(scene.right, middle.x + halfWidth);
-    scene.bottom = std::min(scene.bottom, middle.y - halfHeight);
-    scene.top = std::max(scene.top, middle.y + halfHeight);
+    for (std::size_t i = 0; i < drawing.numberOfEdges(); ++i) {
+        QxDEdge& source = drawing.edge(i);
+        SceneEdge edge = sceneEdge(source);
+        if (edge.points.size() < 2) {
+            continue;
+        }
+        edge.arrowAtSource = document.edges[i].arrowAtSource;
+        edge.arrowAtTarget = document.edges[i].arrowAtTarget;
+        edge.isOverNodes =
+            inner.contains(source.pSourceConnector()) || inner.contains(source.pTargetConnector());
+        scene.edges.push_back(std::move(edge));
+    }
+}
+
+void addNodes(Scene& scene, const Drawing& drawing, const GraphDocument& document) {
+    for (std::size_t i = 0; i < drawing.numberOfNodes(); ++i) {
+        SceneNode node = sceneNode(drawing.node(i));
+        node.group = document.nodes[i].graph;
+        addDividers(node, document.nodes[i]);
+        scene.nodes.push_back(std::move(node));
+    }
+    for (const DocumentGraph& graph : document.graphs) {
+        if (graph.node >= 0) {
+            scene.nodes[static_cast<std::size_t>(graph.node)].isContainer = true;
+        }
+    }
+}
+
+void addPortsAndLabels(Scene& scene, const Drawing& drawing, const GraphDocument& document) {
+    for (const DrawnPort& port : drawing.ports()) {
+        if (document.nodes[port.node].ports[port.port].isMarked) {
+            scene.ports.push_back({toPlace(port.connector->ntCenter()),
+                                   static_cast<double>(port.connector->ntWidth()),
+                                   static_cast<double>(port.connector->ntHeight())});
+        }
+    }
+    for (const DrawnLabel& label : drawing.labels()) {
+        scene.labels.push_back({toPlace(label.label->ntCenter()), label.text, label.isInside});
+    }
 }
 
 void addHiddenLine(Scene& scene, const QxPoint& from, const QxPoint& to) {
@@ -141,25 +175,9 @@ Scene buildScene(const Drawing& drawing, const GraphDocument& document) {
     scene.right = page.right();
     scene.top = page.top();
     scene.title = nameOf(drawing.graph());
-    for (std::size_t i = 0; i < drawing.numberOfEdges(); ++i) {
-        SceneEdge edge = sceneEdge(drawing.edge(i));
-        if (edge.points.size() < 2) {
-            continue;
-        }
-        edge.arrowAtSource = document.edges[i].arrowAtSource;
-        edge.arrowAtTarget = document.edges[i].arrowAtTarget;
-        includeLabel(scene, edge);
-        scene.edges.push_back(std::move(edge));
-    }
-    for (std::size_t i = 0; i < drawing.numberOfNodes(); ++i) {
-        scene.nodes.push_back(sceneNode(drawing.node(i)));
-        scene.nodes.back().group = document.nodes[i].graph;
-    }
-    for (const DocumentGraph& graph : document.graphs) {
-        if (graph.node >= 0) {
-            scene.nodes[static_cast<std::size_t>(graph.node)].isContainer = true;
-        }
-    }
+    addEdges(scene, drawing, document);
+    addNodes(scene, drawing, document);
+    addPortsAndLabels(scene, drawing, document);
     return scene;
 }
 

@@ -9,9 +9,9 @@
 
 namespace qxdraw {
 
-/// What is to be painted of a drawing: nodes, the visible parts of edges, names that fit. The
-/// page is the graph's bounds with margins, and room for labels that reach beyond. `document` is
-/// what the drawing was made of; it tells arrows and groups.
+/// What is to be painted of a drawing: nodes, the visible parts of edges, ports, labels where the
+/// model has them. The page is the graph's bounds with margins. `document` is what the drawing was
+/// made of; it tells arrows, groups and fields.
 Scene buildScene(const Drawing& drawing, const GraphDocument& document);
 
 /// Adds what lies behind the painted edges: their bends, and the parts of their paths that are

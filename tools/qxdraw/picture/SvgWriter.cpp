@@ -49,10 +49,17 @@ public:
     std::string write() {
         openPage();
         writeNodes(true);
-        writeEdgeLines();
-        writeArrows();
+        writeEdgeLines(false);
+        writeArrows(false);
         writeNodes(false);
-        writeEdgeLabels();
+        if (std::any_of(m_scene.edges.begin(), m_scene.edges.end(),
+                        [](const SceneEdge& edge) { return edge.isOverNodes; })) {
+            writeEdgeLines(true);
+            writeArrows(true);
+        }
+        writePorts();
+        writeNames();
+        writeLabels();
         writeHiddenLines();
         writeBends();
         m_svg += "</svg>\n";
@@ -96,15 +103,17 @@ private:
 
     std::string_view edgeColour() const { return isDense() ? "#a3b0c0" : "#6b7a8d"; }
 
-    void writeEdgeLines() {
+    void writeEdgeLines(bool overNodes) {
         m_svg += "<g fill=\"none\" stroke-linecap=\"round\"";
         attribute("stroke", edgeColour());
         attribute("stroke-width", isDense() ? "1" : "1.3");
         m_svg += ">\n";
         for (const SceneEdge& edge : m_scene.edges) {
-            m_svg += "<path";
-            attribute("d", pathOf(edge));
-            m_svg += "/>\n";
+            if (edge.isOverNodes == overNodes) {
+                m_svg += "<path";
+                attribute("d", pathOf(edge));
+                m_svg += "/>\n";
+            }
         }
         m_svg += "</g>\n";
     }
@@ -144,11 +153,14 @@ private:
         return command('L', toward(before)) + command('Q', bend) + command(' ', toward(after));
     }
 
-    void writeArrows() {
+    void writeArrows(bool overNodes) {
         m_svg += "<g";
         attribute("fill", edgeColour());
         m_svg += ">\n";
         for (const SceneEdge& edge : m_scene.edges) {
+            if (edge.isOverNodes != overNodes) {
+                continue;
+            }
             if (edge.arrowAtTarget) {
                 writeArrow(edge.points.back(), edge.points[edge.points.size() - 2]);
             }
@@ -177,25 +189,49 @@ private:
     /// Nodes that others lie in, or all the rest. What leads to and fro inside a node is painted
     /// over it.
     void writeNodes(bool containers) {
-        m_svg += "<g stroke-width=\"1.4\" stroke-linejoin=\"round\" text-anchor=\"middle\">\n";
+        m_svg += "<g stroke-width=\"1.4\" stroke-linejoin=\"round\">\n";
         for (const SceneNode& node : m_scene.nodes) {
-            if (node.isContainer != containers) {
-                continue;
-            }
-            writeOutline(node);
-            if (!node.lines.empty()) {
-                writeLines(node.lines, namePlace(node), node.fontSize,
-                           " fill=\"#1d2733\" stroke=\"none\"");
+            if (node.isContainer == containers) {
+                writeOutline(node);
+                writeDividers(node);
             }
         }
         m_svg += "</g>\n";
     }
 
-    static DocumentPoint namePlace(const SceneNode& node) {
-        const double height = heightOf(node.lines, node.fontSize);
-        return node.isContainer
-                   ? DocumentPoint{node.center.x, node.center.y + (node.height - height) / 2 - 4}
-                   : node.center;
+    void writeDividers(const SceneNode& node) {
+        if (node.dividers.empty()) {
+            return;
+        }
+        std::string path;
+        for (const SceneLine& line : node.dividers) {
+            path += command('M', line.from) + command('L', line.to);
+        }
+        m_svg += "<path fill=\"none\" stroke-width=\"1\"";
+        attribute("stroke", coloursOf(node.group).stroke);
+        attribute("d", path);
+        m_svg += "/>\n";
+    }
+
+    void writePorts() {
+        if (m_scene.ports.empty()) {
+            return;
+        }
+        m_svg += "<g fill=\"#ffffff\" stroke-width=\"1.2\"";
+        attribute("stroke", edgeColour());
+        m_svg += ">\n";
+        for (const ScenePort& port : m_scene.ports) {
+            const double dx = port.width / 2;
+            const double dy = port.height / 2;
+            const DocumentPoint& at = port.center;
+            m_svg += "<path";
+            attribute("d", command('M', {at.x - dx, at.y - dy}) +
+                               command('L', {at.x + dx, at.y - dy}) +
+                               command('L', {at.x + dx, at.y + dy}) +
+                               command('L', {at.x - dx, at.y + dy}) + 'Z');
+            m_svg += "/>\n";
+        }
+        m_svg += "</g>\n";
     }
 
     void writeOutline(const SceneNode& node) {
@@ -226,30 +262,41 @@ private:
         m_svg += "/>\n";
     }
 
-    void writeLines(const std::vector<std::string>& lines, const DocumentPoint& center,
-                    double fontSize, std::string_view style) {
+    void writeText(const SceneLabel& label) {
         constexpr double Baseline = 0.35;  // below the middle of a line, in font sizes
-        const double step = fontSize * LineSpacing;
-        double lineMiddle = center.y + step * (static_cast<double>(lines.size()) - 1) / 2;
-        for (const std::string& line : lines) {
+        const TextBlock& text = label.text;
+        const double step = text.fontSize * LineSpacing;
+        double lineMiddle =
+            label.center.y + step * (static_cast<double>(text.lines.size()) - 1) / 2;
+        for (const std::string& line : text.lines) {
             if (!line.empty()) {
                 m_svg += "<text";
-                attribute("x", x(center.x));
-                attribute("y", y(lineMiddle - Baseline * fontSize));
-                attribute("font-size", svgNumber(fontSize));
-                m_svg.append(style).append(">").append(escapeXml(line)).append("</text>\n");
+                attribute("x", x(label.center.x));
+                attribute("y", y(lineMiddle - Baseline * text.fontSize));
+                attribute("font-size", svgNumber(text.fontSize));
+                m_svg.append(">").append(escapeXml(line)).append("</text>\n");
             }
             lineMiddle -= step;
         }
     }
 
-    void writeEdgeLabels() {
+    void writeNames() {
+        m_svg += "<g text-anchor=\"middle\" fill=\"#1d2733\">\n";
+        for (const SceneLabel& label : m_scene.labels) {
+            if (label.isInNode) {
+                writeText(label);
+            }
+        }
+        m_svg += "</g>\n";
+    }
+
+    void writeLabels() {
         m_svg +=
             "<g text-anchor=\"middle\" fill=\"#3f4a57\" stroke=\"#ffffff\" stroke-width=\"3\" "
             "stroke-linejoin=\"round\" paint-order=\"stroke\">\n";
-        for (const SceneEdge& edge : m_scene.edges) {
-            if (!edge.lines.empty()) {
-                writeLines(edge.lines, middleOf(edge.points), EdgeFontSize, "");
+        for (const SceneLabel& label : m_scene.labels) {
+            if (!label.isInNode) {
+                writeText(label);
             }
         }
         m_svg += "</g>\n";

@@ -9,9 +9,8 @@
 
 namespace qxdraw {
 
-/// The SVG text of a scene: edges under nodes, bends and hidden lines over all, names in
-/// a common sans font. The same scene gives
-/// the same bytes.
+/// The SVG text of a scene: edges under nodes, then ports and labels, bends and hidden lines over
+/// all, texts in a common sans font. The same scene gives the same bytes.
 std::string writeSvg(const Scene& scene);
 
 }  // namespace qxdraw

@@ -30,13 +30,27 @@ void eachConnectorOf(const QxDNode& node, const Act& act) {
     }
 }
 
+template <class Owner, class Act>
+void eachLabelOf(const Owner& owner, const Act& act) {
+    if (const QxDList* labels = owner.pLabelList()) {
+        for (QxLabel* label : each<QxLabel>(*labels)) {
+            act(*label);
+        }
+    }
+}
+
 }  // namespace
+
+void Coverage::place(QxDGraph& graph, QxLabel& label) {
+    QxRect rect;
+    label.ntBoundingRect(rect);
+    graph.extents().set(label.m_extentSlot, rect);
+}
 
 void Coverage::changed(QxDNode& node) {
     if (QxDGraph* graph = node.pOwnerGraph()) {
-        QxRect rect;
-        node.ntBoundingRectWithSubObjects(rect, 1, 0, 0);
-        graph->extents().set(node.m_extentSlot, rect);
+        graph->extents().set(node.m_extentSlot, *node.pIRect());
+        eachLabelOf(node, [&](QxLabel& label) { place(*graph, label); });
         IndexUpkeep::changed(node);
         eachConnectorOf(node, [](QxConnector& connector) { changed(connector); });
     }
@@ -46,8 +60,9 @@ void Coverage::changed(QxConnector& connector) {
     QxDGraph* graph = connector.specified() != 0 ? connector.pGraph() : nullptr;
     if (graph != nullptr) {
         QxRect rect;
-        connector.getBoundingRectWithSubObjects(rect, 1);
+        connector.ntBoundingRect(rect);
         graph->extents().set(connector.m_extentSlot, rect);
+        eachLabelOf(connector, [&](QxLabel& label) { place(*graph, label); });
         IndexUpkeep::changed(connector);
     } else {
         ended(connector);
@@ -76,6 +91,11 @@ void Coverage::changed(QxDEdge& edge) {
 
 void Coverage::placeEnds(QxDEdge& edge) {
     const QxDGraph* graph = edge.pOwnerGraph();
+    if (edge.m_extentSlot == ExtentTree::NoSlot && graph != nullptr && graph->isIntergraph() == 0 &&
+        !edge.hasConnectors()) {
+        edge.setFlag(flags::EdgeIsTracked, graph->pQuadTree() != nullptr ? 1 : 0);
+        return;  // a plain edge
+    }
     const bool isBetween = edge.intergraphEdge() != 0;
     const bool hasEnds = isBetween || edge.hasCalculatedConnector();
     const bool shows = hasEnds && counts(edge);
@@ -95,6 +115,10 @@ void Coverage::placeEnds(QxDEdge& edge) {
 
 void Coverage::countChanged(QxDEdge& edge) {
     placeEnds(edge);
+    if (edge.pQueryExtras() == nullptr) {
+        IndexUpkeep::countChanged(edge);
+        return;  // it has neither parts nor labels
+    }
     for (auto part = edge.madeParts(); part && part.pNode() != nullptr; ++part) {
         changed(*part.pNode());
     }
@@ -103,35 +127,33 @@ void Coverage::countChanged(QxDEdge& edge) {
 }
 
 void Coverage::changed(QxLabel& label) {
-    if (QxDNode* node = label.pOwnerNode()) {
-        labelsChanged(*node);
-    } else if (QxDEdge* edge = label.pOwnerEdge()) {
-        labelsChanged(*edge);
-    } else if (QxConnector* connector = label.pOwnerConnector()) {
-        labelsChanged(*connector);
+    const QxConnector* connector = label.pOwnerConnector();
+    if (QxDEdge* edge = label.pOwnerEdge()) {
+        outdateLabels(*edge, &label);
+    } else if (label.isGraphLabel() == 0 && label.pGraph() != nullptr &&
+               (connector == nullptr || connector->specified() != 0)) {
+        place(*label.pGraph(), label);
     }
     IndexUpkeep::changed(label);
 }
 
-void Coverage::labelsChanged(QxDNode& node) {
-    changed(node);
-}
-
-void Coverage::labelsChanged(QxConnector& connector) {
-    changed(connector);
-}
-
-void Coverage::labelsChanged(QxDEdge& edge) {
-    if (edge.pQueryExtras() == nullptr) {
-        return;  // a plain edge
-    }
+void Coverage::outdateLabels(QxDEdge& edge, QxLabel* one) {
     QxLabelManager* labels = edge.pQueryLabelManager();
     if (labels == nullptr || labels->m_labels.isEmpty() != 0 || !counts(edge)) {
         labelsEnded(edge);
     } else if (labels->m_outdatedCell.isLinked() == 0) {
         edge.pOwnerGraph()->graphExtras().outdatedLabelEdges.appendCell(&labels->m_outdatedCell);
+        labels->m_outdated = one;
+    } else if (labels->m_outdated != one) {
+        labels->m_outdated = nullptr;
     }
-    IndexUpkeep::labelsChanged(edge);
+}
+
+void Coverage::labelsChanged(QxDEdge& edge) {
+    if (edge.pQueryExtras() != nullptr) {  // or it is a plain edge
+        outdateLabels(edge, nullptr);
+        IndexUpkeep::labelsChanged(edge);
+    }
 }
 
 void Coverage::labelsChanged(QxDGraph& graph) {
@@ -147,17 +169,24 @@ void Coverage::refreshLabels(const QxDGraph& graph) {
             labelsEnded(edge);  // it has ceased to show, and nobody has said so
             continue;
         }
-        edge.refreshVisiblePart();  // which would list the edge again
+        edge.refreshVisiblePart();  // which may outdate the others, too
         outdated->removeCell(outdated->pFirstCell());
-        for (QxLabel* label : each<QxLabel>(*edge.pLabelList())) {
-            QxRect rect;
-            label->ntBoundingRect(rect);
-            graph.extents().set(label->m_extentSlot, rect);
+        QxDGraph& owner = *edge.pOwnerGraph();
+        if (QxLabel* one = edge.pQueryLabelManager()->m_outdated) {
+            place(owner, *one);
+        } else {
+            eachLabelOf(edge, [&](QxLabel& label) { place(owner, label); });
         }
     }
 }
 
 void Coverage::ended(QxLabel& label) {
+    if (const QxDEdge* edge = label.pOwnerEdge()) {
+        QxLabelManager& labels = *edge->pQueryLabelManager();
+        if (labels.m_outdated == &label || labels.m_labels.count() == 1) {
+            forgetOutdated(*edge, labels);
+        }
+    }
     if (label.m_extentSlot != ExtentTree::NoSlot) {
         label.pGraph()->extents().clear(label.m_extentSlot);
     }
@@ -165,18 +194,20 @@ void Coverage::ended(QxLabel& label) {
 }
 
 void Coverage::labelsEnded(QxDEdge& edge) {
-    if (edge.pQueryExtras() == nullptr) {
-        return;
-    }
     QxLabelManager* labels = edge.pQueryLabelManager();
     if (labels == nullptr) {
         return;
     }
-    if (labels->m_outdatedCell.isLinked() != 0) {
-        edge.pOwnerGraph()->graphExtras().outdatedLabelEdges.removeCell(&labels->m_outdatedCell);
+    forgetOutdated(edge, *labels);
+    if (const QxDGraph* graph = edge.pOwnerGraph()) {
+        eachLabelOf(edge, [&](QxLabel& label) { graph->extents().clear(label.m_extentSlot); });
     }
-    for (QxLabel* label : each<QxLabel>(labels->m_labels)) {
-        ended(*label);
+}
+
+void Coverage::forgetOutdated(const QxDEdge& edge, QxLabelManager& labels) {
+    labels.m_outdated = nullptr;
+    if (labels.m_outdatedCell.isLinked() != 0) {
+        edge.pOwnerGraph()->graphExtras().outdatedLabelEdges.removeCell(&labels.m_outdatedCell);
     }
 }
 
@@ -201,6 +232,7 @@ void Coverage::ended(QxDNode& node) {
     if (node.m_extentSlot != ExtentTree::NoSlot) {
         node.pOwnerGraph()->extents().clear(node.m_extentSlot);
         IndexUpkeep::ended(node);
+        eachLabelOf(node, [](QxLabel& label) { ended(label); });
         eachConnectorOf(node, [](QxConnector& connector) { ended(connector); });
     }
 }
@@ -210,6 +242,7 @@ void Coverage::ended(QxConnector& connector) {
         connector.pGraph()->extents().clear(connector.m_extentSlot);
     }
     IndexUpkeep::ended(connector);
+    eachLabelOf(connector, [](QxLabel& label) { ended(label); });
 }
 
 void Coverage::ended(QxPNode& bend) {
@@ -239,8 +272,11 @@ void Coverage::endsEnded(QxDEdge& edge) {
 
 void Coverage::ended(QxDEdge& edge) {
     endsEnded(edge);
-    labelsEnded(edge);
-    IndexUpkeep::ended(edge);
+    if (edge.pQueryExtras() != nullptr || (edge.flagWord() & flags::InQuadTree) != 0) {
+        labelsEnded(edge);
+        eachLabelOf(edge, [](QxLabel& label) { IndexUpkeep::ended(label); });
+        IndexUpkeep::ended(edge);
+    }
 }
 
 bool Coverage::counts(const QxDEdge& edge) {

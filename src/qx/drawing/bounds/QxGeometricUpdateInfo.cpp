@@ -22,11 +22,9 @@ QxGeometricUpdateInfo::QxGeometricUpdateInfo(QxDGraph* graph, int selector, int 
 }
 
 QxGeometricUpdateInfo::~QxGeometricUpdateInfo() {
-    if (m_holdsBounds && m_isDragging && m_needsUpdateGraphBounds) {
-        m_graph->needsUpdateGraphBounds(0);  // left to who ends the drag
+    if (!m_isDragging) {  // or it is left to who ends the drag
+        enableAndRestoreState();
     }
-    m_isDragging = false;
-    enableAndRestoreState();
     if (m_keepsGraph) {
         m_graph->vRelease();
     }
@@ -37,16 +35,38 @@ void QxGeometricUpdateInfo::storeStateAndDisable(int) {
         return;
     }
     m_needsUpdateGraphBounds = m_graph->needsUpdateGraphBounds() != 0;
+    m_foundBoundsOn = m_needsUpdateGraphBounds;
     m_qTree = m_graph->pQuadTree();
     m_needsUpdateQuadTree = m_graph->suspendQuadTree();
     m_needsRecursiveUpdate =
         m_needsRecursiveUpdate || m_needsUpdateGraphBounds || m_needsUpdateQuadTree;
     m_graph->holdBounds();
     m_holdsBounds = true;
+    if (m_isDragging) {
+        leaveBoundsOff();
+    }
+}
+
+int QxGeometricUpdateInfo::isDragging(int value) {
+    m_isDragging = value != 0;
+    if (m_isDragging && m_holdsBounds) {
+        leaveBoundsOff();
+    }
+    return value;
+}
+
+void QxGeometricUpdateInfo::leaveBoundsOff() {
+    if (m_foundBoundsOn) {
+        m_graph->needsUpdateGraphBounds(0);
+    }
+    m_foundBoundsOn = false;
+    m_leftBoundsOff = true;
+    m_holdsBounds = false;
+    m_graph->letGoOfBounds();
 }
 
 void QxGeometricUpdateInfo::enableAndRestoreState() {
-    if (!m_holdsBounds) {
+    if (!m_holdsBounds && !m_leftBoundsOff) {
         return;
     }
     if (m_needsUpdateQuadTree) {
@@ -56,7 +76,14 @@ void QxGeometricUpdateInfo::enableAndRestoreState() {
     if (m_isDragging) {
         return;
     }
+    if (m_leftBoundsOff) {
+        m_graph->holdBounds();
+    }
     m_holdsBounds = false;
+    m_leftBoundsOff = false;
+    if (m_needsUpdateGraphBounds != m_foundBoundsOn) {
+        m_graph->needsUpdateGraphBounds(m_needsUpdateGraphBounds ? 1 : 0);
+    }
     const bool grows =
         m_hasNewBoundingRect &&
         !(m_hasOldBoundingRect && m_graph->retreats(m_oldBoundingRect, m_newBoundingRect));

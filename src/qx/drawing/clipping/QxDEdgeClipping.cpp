@@ -274,13 +274,14 @@ QxPEdge* QxDEdge::pEndOfVisiblePart(QxIterDirectionEnum direction) const {
 
 int QxDEdge::hasVisiblePart() const {
     refreshVisiblePart();
-    return hasFlag(qx::flags::EdgeHasVisiblePart);
+    return isUpdatedVisiblePart() != 0 ? hasFlag(qx::flags::EdgeHasVisiblePart) : 0;
 }
 
 int QxDEdge::hasVisiblePart(int value) {
     refreshVisiblePart();  // or the next reader would
     invalidateEndPoints();
     setFlag(qx::flags::EdgeHasVisiblePart, value);
+    setFlag(qx::flags::EdgeVisiblePartUpdated, 1);
     tellOfLabels();
     return value;
 }
@@ -303,7 +304,9 @@ void QxDEdge::readClipPoint(QxPoint& point, const QxGEdge& line, bool atSource) 
     if (!cached.isKnown()) {
         QxPoint from = atSource ? line.ntFromPoint(0) : line.ntToPoint(0);
         const QxPoint toward = atSource ? line.ntToPoint(0) : line.ntFromPoint(0);
-        EdgeEnd(*this, atSource).clip(from, toward);
+        if (const EdgeEnd end(*this, atSource); end) {
+            end.clip(from, toward);
+        }
         cached = {from.x(), from.y()};
     }
     point.moveTo(cached.x, cached.y);

@@ -19,6 +19,7 @@
 #include "qx/drawing/bounds/internal/Coverage.h"
 #include "qx/drawing/internal/AskedCoordinates.h"
 #include "qx/drawing/internal/Extras.h"
+#include "qx/drawing/internal/FreeOwner.h"
 #include "qx/drawing/labels/internal/LabelPresence.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/geometry/QxShape.h"
@@ -35,7 +36,7 @@ using qx::internal::Ref;
 static_assert(sizeof(void*) != 8 || sizeof(QxConnector) <= 128, "drawings have many connectors");
 
 QxConnector::QxConnector(QxOwnedObject* owner, int, QxFactory*)
-    : QxExtendableGraphObject(owner), m_ownerCell(this) {
+    : QxExtendableGraphObject(qx::internal::ownerWhileFree(owner)), m_ownerCell(this) {
     setFlag(qx::flags::ConnectorSpecified, 1);
     initDiagrammingConnector();
 }
@@ -226,11 +227,8 @@ void QxConnector::ntBoundingRect(QxRect& rect) const {
 }
 
 int QxConnector::getCenter(QxPoint& center, int inOwnGraph) const {
-    if (pOwnerNode() == nullptr || qx::internal::hasAsked(*this, inOwnGraph) == 0) {
-        return 0;
-    }
-    ntCenter(center);
-    return qx::internal::toAsked(*this, center, inOwnGraph);
+    return pOwnerNode() != nullptr ? qx::internal::giveAsked(*this, center, ntCenter(), inOwnGraph)
+                                   : 0;
 }
 
 int QxConnector::getBoundingRect(QxRect& rect, int inOwnGraph) const {
@@ -261,17 +259,11 @@ int QxConnector::getUserBoundingRect(QxRect& rect, int inOwnGraph) const {
 }
 
 int QxConnector::getSize(QxSize& size, int inOwnGraph) const {
-    QxSize asked = ntSize();
-    const int has = qx::internal::toAsked(*this, asked, inOwnGraph);
-    size = has != 0 ? asked : size;
-    return has;
+    return qx::internal::giveAsked(*this, size, ntSize(), inOwnGraph);
 }
 
 int QxConnector::getOffset(QxSize& offset, int inOwnGraph) const {
-    QxSize asked = ntOffset();
-    const int has = qx::internal::toAsked(*this, asked, inOwnGraph);
-    offset = has != 0 ? asked : offset;
-    return has;
+    return qx::internal::giveAsked(*this, offset, ntOffset(), inOwnGraph);
 }
 
 int QxConnector::vGetAttachmentPoint(QxPoint& point, int inOwnGraph) const {

@@ -133,11 +133,6 @@ int QxConnector::move(const QxSize& offset, int inOwnGraph) {
                   qx::saturatingAdd(center.y(), step.height()), 1);
 }
 
-void QxConnector::ntMove(std::int32_t dx, std::int32_t dy) {
-    const QxPoint center = ntCenter();
-    vMoveTo(QxPoint(qx::saturatingAdd(center.x(), dx), qx::saturatingAdd(center.y(), dy)));
-}
-
 int QxConnector::resize(const QxSize& size, int inOwnGraph) {
     QxSize newSize = size;
     if (qx::internal::fromAsked(*this, newSize, inOwnGraph) == 0) {

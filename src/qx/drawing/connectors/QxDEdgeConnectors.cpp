@@ -3,6 +3,11 @@
 
 // The connectors that the ends of an edge are assigned to. A flag for each end says whether there
 // is one, so that other edges pay one test; which one stands with what few edges use.
+//
+// An edge that leaves its graph keeps the note of its connectors, and these keep theirs of the
+// edge: a connector that goes meanwhile takes the note along. So an edge that comes back to its
+// nodes, in whatever graph, comes back to its connectors, and a calculated one lives as long as an
+// edge may come back to it.
 
 #include <utility>
 
@@ -35,8 +40,11 @@ QxConnector* ifSpecified(QxConnector* connector) {
 
 }  // namespace
 
-QxConnector* QxDEdge::pConnectorOf(bool atSource) const {
+QxConnector* QxDEdge::pNotedConnector(bool atSource) const {
     const auto* extras = static_cast<const EdgeExtras*>(pQueryExtras());
+    if (extras == nullptr) {
+        return nullptr;
+    }
     return atSource ? extras->atSource.connector : extras->atTarget.connector;
 }
 
@@ -47,7 +55,7 @@ ConnectorUse& QxDEdge::connectorUse(bool atSource) {
 
 bool QxDEdge::isNumberedAt(const QxConnector& connector, bool atSource, std::size_t number) const {
     const auto* uses = static_cast<const EdgeExtras*>(pQueryExtras());
-    return pConnectorAt(atSource) == &connector &&
+    return pNotedConnector(atSource) == &connector &&
            (atSource ? uses->atSource : uses->atTarget).number == number;
 }
 
@@ -65,7 +73,7 @@ bool QxDEdge::usesCalculatedConnector() const {
 }
 
 void QxDEdge::takeConnector(QxConnector* connector, bool atSource) {
-    if (connector == nullptr && pConnectorAt(atSource) == nullptr) {
+    if (connector == nullptr && pNotedConnector(atSource) == nullptr) {
         return;
     }
     ConnectorUse& use = connectorUse(atSource);
@@ -82,14 +90,14 @@ void QxDEdge::takeConnector(QxConnector* connector, bool atSource) {
 }
 
 QxConnector* QxDEdge::assignConnector(QxConnector* connector, bool atSource) {
-    QxConnector* const old = pConnectorAt(atSource);
+    QxConnector* const old = pNotedConnector(atSource);
     if (connector == old) {
-        return old;
+        return pConnectorAt(atSource);
     }
     const QxDNode* node = atSource ? pSourceNode() : pTargetNode();
     if (connector != nullptr &&
         (node == nullptr || connector->pOwnerNode() != node || connector->inDiscard() != 0)) {
-        return old;
+        return pConnectorAt(atSource);
     }
     const Ref alive(*this);
     const Ref oldAlive(old);
@@ -100,31 +108,42 @@ QxConnector* QxDEdge::assignConnector(QxConnector* connector, bool atSource) {
             old->discardWhenUnused();
         }
     });
-    tellConnectorChange(old, connector);
+    if (connected() != 0) {
+        tellConnectorChange(old, connector);
+    }
     return pConnectorAt(atSource);
 }
 
 QxConnector* QxDEdge::resetConnector(bool atSource) {
-    if (QxConnector* const old = pConnectorAt(atSource)) {
+    if (QxConnector* const old = pNotedConnector(atSource)) {
         const Ref alive(*this);
         const Ref oldAlive(old);
         Change::run(*this, [&] { takeConnector(nullptr, atSource); });
-        tellConnectorChange(old, nullptr);
+        if (connected() != 0) {
+            tellConnectorChange(old, nullptr);
+        }
     }
     return pConnectorAt(atSource);
 }
 
 void QxDEdge::tellConnectorChange(QxConnector* old, QxConnector* connector) {
-    if (connected() != 0 && (ifSpecified(old) != nullptr || ifSpecified(connector) != nullptr)) {
+    if (ifSpecified(old) != nullptr || ifSpecified(connector) != nullptr) {
         qx::internal::fireDrawingChange(*this, EdgeConnectorChanged, [&] {
             return new QxDrawingChangeEventData(this, old, connector);
         });
     }
 }
 
+void QxDEdge::setConnectorsAside() {
+    setFlag(flagOfEnd(true) | flagOfEnd(false), 0);
+}
+
 void QxDEdge::loseConnectors() {
+    if (!hasConnectors()) {
+        return;
+    }
     for (const bool atSource : {true, false}) {
-        if (QxConnector* const connector = pConnectorAt(atSource)) {
+        if (QxConnector* const connector = pNotedConnector(atSource)) {
             const Ref alive(*connector);
             takeConnector(nullptr, atSource);
             connector->discardWhenUnused();
@@ -132,11 +151,25 @@ void QxDEdge::loseConnectors() {
     }
 }
 
-void QxDEdge::loseForeignConnector(bool atSource) {
-    const QxDNode* node = atSource ? pSourceNode() : pTargetNode();
-    QxConnector* const connector = pConnectorAt(atSource);
-    if (connector != nullptr && connector->pOwnerNode() != node) {
-        assignConnector(nullptr, atSource);
+void QxDEdge::settleConnector(bool atSource) {
+    QxConnector* const connector = pNotedConnector(atSource);
+    if (connector == nullptr) {
+        return;
+    }
+    const bool wasAssigned = pConnectorAt(atSource) != nullptr;
+    if (connector->pOwnerNode() == (atSource ? pSourceNode() : pTargetNode())) {
+        setFlag(flagOfEnd(atSource), 1);
+        actOnEndObjectChange();
+        return;
+    }
+    const Ref alive(*this);
+    const Ref connectorAlive(*connector);
+    Change::run(*this, [&] {
+        takeConnector(nullptr, atSource);
+        connector->discardWhenUnused();
+    });
+    if (wasAssigned) {
+        tellConnectorChange(connector, nullptr);
     }
 }
 

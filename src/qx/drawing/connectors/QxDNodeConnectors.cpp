@@ -100,7 +100,7 @@ QxConnector* QxDNode::vInsertConnector(QxConnector* connector) {
     if (pConnectorManager()->insertConnector(this, connector) == nullptr) {
         return nullptr;
     }
-    if (connector->specified() != 0) {
+    if (connector->specified() != 0 && ownsConnector(connector)) {
         qx::internal::fireDrawingChange(*this, ConnectorInserted, [&] {
             return new QxDrawingChangeEventData(connector, nullptr, this);
         });
@@ -117,12 +117,13 @@ QxConnector* QxDNode::vRemoveConnector(QxConnector* connector) {
     if (pConnectorManager()->removeConnector(this, connector) == nullptr) {
         return nullptr;
     }
-    if (connector->specified() != 0 && connector->inDiscard() == 0) {
+    const bool isGoing = connector->hasFlag(qx::flags::Discarding) != 0;
+    if (connector->specified() != 0 && !isGoing && connector->ownerValid() == 0) {
         qx::internal::fireDrawingChange(*this, ConnectorRemoved, [&] {
             return new QxDrawingChangeEventData(connector, this, nullptr);
         });
     }
-    return connector;
+    return connector->ownerValid() == 0 ? connector : nullptr;
 }
 
 int QxDNode::vDiscardConnector(QxConnector* connector) {
@@ -137,9 +138,11 @@ int QxDNode::vDiscardConnector(QxConnector* connector) {
         // Edges first, then what it carries, while all that still belongs to the drawing.
         pConnectorManager()->freeEnds(*connector);
         connector->emptyTopology();
+        connector->setFlag(qx::flags::Discarding, 1);
         isOut = vRemoveConnector(connector) != nullptr;
+        connector->setFlag(qx::flags::Discarding, 0);
     });
-    if (!isOut) {
+    if (!isOut || connector->ownerValid() != 0) {
         connector->inDiscard(0);
         return 0;  // a listener has been quicker
     }
@@ -148,8 +151,12 @@ int QxDNode::vDiscardConnector(QxConnector* connector) {
             return new QxDrawingChangeEventData(connector, this, nullptr);
         });
     }
-    connector->actOnDiscard();
-    connector->vRelease();
+    if (connector->ownerValid() != 0) {
+        connector->inDiscard(0);  // a listener has found a place for it
+    } else {
+        connector->actOnDiscard();
+        connector->vRelease();
+    }
     return 1;
 }
 

@@ -57,6 +57,16 @@ int toAsked(const Object& object, Value& value, int inOwnGraph) {
     return 1;
 }
 
+/// Puts the value, in the coordinates of the object's graph, into `out` in the asked-for ones.
+template <class Object, class Value>
+int giveAsked(const Object& object, Value& out, Value value, int inOwnGraph) {
+    if (toAsked(object, value, inOwnGraph) == 0) {
+        return 0;
+    }
+    out = value;
+    return 1;
+}
+
 /// From the asked-for coordinates into those of the object's graph.
 template <class Object, class Value>
 int fromAsked(const Object& object, Value& value, int inOwnGraph) {

@@ -127,7 +127,7 @@ void placeByDefault(const QxDEdge& owner, QxEdgeLabel& label, std::int32_t count
 void placeByDefault(const QxDGraph&, QxGraphLabel& label, std::int32_t count) {
     const int slot = count % 6;
     const std::int64_t row = count / 6;
-    const std::int32_t height = label.ntHeight();
+    const std::int64_t height = label.ntHeight();
     const int side = slot < 2 ? 0 : (slot < 4 ? -1 : 1);
     const bool isAbove = slot % 2 == 0;
     const std::int32_t dx = side == 0  ? 0

@@ -35,14 +35,22 @@ void LabelPresence::settle(QxDGraph* graph, Kind kind, QxLabelManager* labels, s
     labels->m_counted = count;
 }
 
-void LabelPresence::changed(const QxDNode& node) {
+void LabelPresence::ownChanged(const QxDNode& node) {
     settle(node.pOwnerGraph(), Kind::Node, node.pQueryLabelManager(), node.numberOfLabels());
+}
+
+void LabelPresence::changed(const QxDNode& node) {
+    ownChanged(node);
     for (QxInternalConnectorIter it(&node); it; ++it) {
         changed(*it.pConnector());
     }
 }
 
 void LabelPresence::changed(QxDEdge& edge) {
+    if (edge.pQueryExtras() == nullptr) {
+        edge.setFlag(qx::flags::EdgeHasLabels, 0);
+        return;
+    }
     edge.setFlag(qx::flags::EdgeHasLabels, edge.hasLabels());
     const bool counts = edge.connected() != 0 && edge.deactivated() == 0;
     settle(edge.pOwnerGraph(), Kind::Edge, edge.pQueryLabelManager(),

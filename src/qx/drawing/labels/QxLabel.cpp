@@ -22,8 +22,8 @@
 #include "qx/drawing/internal/AskedCoordinates.h"
 #include "qx/drawing/internal/CloneLinks.h"
 #include "qx/drawing/internal/Extras.h"
+#include "qx/drawing/internal/FreeOwner.h"
 #include "qx/drawing/labels/internal/LabelChange.h"
-#include "qx/drawing/path/internal/PathOwner.h"
 #include "qx/foundation/geometry/QxPerMil.h"
 #include "qx/foundation/util/QxDebugStream.h"
 
@@ -40,7 +40,7 @@ QxSize usableSize(const QxSize& size) {
 }  // namespace
 
 QxLabel::QxLabel(QxOwnedObject* owner) : QxExtendableGraphObject(nullptr), m_ownerCell(this) {
-    pOwner(qx::internal::ownerOfFreePathObject(owner));
+    pOwner(qx::internal::ownerWhileFree(owner));
     setFlag(qx::flags::LabelMovesWithOwner, 1);
 }
 
@@ -283,16 +283,6 @@ void QxLabel::restoreMovedLabel(int move) {
 
 namespace {
 
-/// Puts the value into `out` in the asked-for coordinates; 0, and no change, without any.
-template <class Value>
-int giveAsked(const QxLabel& label, Value& out, Value value, int inOwnGraph) {
-    if (inOwnGraph == 0 && qx::internal::toAsked(label, value, 0) == 0) {
-        return 0;
-    }
-    out = value;
-    return 1;
-}
-
 /// The setters of place and size: reads the value in the asked-for coordinates, compares, and makes
 /// the change.
 template <class Value, class Act>
@@ -307,6 +297,8 @@ int changeAsked(QxLabel& label, Value value, const Value& current, int inOwnGrap
 }
 
 }  // namespace
+
+using qx::internal::giveAsked;
 
 int QxLabel::getCenter(QxPoint& center, int inOwnGraph) const {
     return giveAsked(*this, center, ntCenter(), inOwnGraph);
@@ -352,12 +344,6 @@ int QxLabel::move(const QxSize& offset, int inOwnGraph) {
         moveTo(center + QxPoint(offset.width(), offset.height()), inOwnGraph);
     }
     return known;
-}
-
-void QxLabel::ntMove(std::int32_t dx, std::int32_t dy) {
-    if (dx != 0 || dy != 0) {
-        vMoveTo(ntCenter() + QxPoint(dx, dy));
-    }
 }
 
 // --- Copies ---------------------------------------------------------------------------------

@@ -50,7 +50,7 @@ void changeIn(QxDGraph& graph, const Act& act) {
 // The labels of an owner have become more or less.
 
 void tellPresence(QxDNode& node) {
-    LabelPresence::changed(node);
+    LabelPresence::ownChanged(node);
 }
 void tellPresence(QxDEdge& edge) {
     LabelPresence::changed(edge);
@@ -179,7 +179,7 @@ Label* QxLabelOwnerOf<Owner, Label>::linkLabel(Label* label) {
         pLabelManager()->m_labels.appendCell(&label->m_ownerCell);
         label->actOnChangeOwner(&owner, 1);
         tellPresence(owner);
-        Coverage::labelsChanged(owner);
+        Coverage::changed(*label);
     });
     if (owns(*label)) {
         qx::internal::fireDrawingChange(*label, LabelInserted, [&] {
@@ -202,14 +202,13 @@ Label* QxLabelOwnerOf<Owner, Label>::unlinkLabel(Label* label) {
         pLabelManager()->m_labels.removeCell(&label->m_ownerCell);
         label->actOnChangeOwner(owner.pUnverifiedFactory(), 0);
         tellPresence(owner);
-        Coverage::labelsChanged(owner);
     });
-    if (label->hasFlag(qx::flags::LabelGoing) == 0) {
+    if (label->hasFlag(qx::flags::LabelGoing) == 0 && label->ownerValid() == 0) {
         qx::internal::fireDrawingChange(owner, LabelRemoved, [&] {
             return new QxDrawingChangeEventData(label, &owner, nullptr);
         });
     }
-    return label;
+    return label->ownerValid() == 0 ? label : nullptr;
 }
 
 template <class Owner, class Label>
@@ -221,7 +220,7 @@ int QxLabelOwnerOf<Owner, Label>::destroyLabel(Label* label) {
     const Ref ownerAlive(owner);
     const Ref alive(*label);
     label->setFlag(qx::flags::LabelGoing, 1);
-    const bool removed = owner.vRemoveLabel(label) != nullptr && label->ownerValid() == 0;
+    const bool removed = owner.vRemoveLabel(label) != nullptr;
     label->setFlag(qx::flags::LabelGoing, 0);
     if (!removed) {
         return 0;

@@ -87,9 +87,10 @@ void QxRectangularObjectLabel::setPerMil(const QxPerMil& perMil) {
 
 int QxRectangularObjectLabel::vGetAttachmentPoint(QxPoint& point, int inOwnGraph) const {
     QxRect rect;
-    if (getOwnerRect(rect)) {
-        point = rect.center();
+    if (!getOwnerRect(rect)) {
+        return 0;
     }
+    point = rect.center();
     const QxPoint center = ntCenter();
     const QxDNode* node = pOwnerNode();
     const QxConnector* connector = pOwnerConnector();

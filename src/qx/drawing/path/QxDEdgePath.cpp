@@ -116,19 +116,23 @@ QxDEdge::Path QxDEdge::collectPath(QxIterDirectionEnum direction) const {
 }
 
 void QxDEdge::connectPath() {
-    for (auto it = madeParts(); it; ++it) {
-        it.pEdge()->connect();
+    if (m_sourcePathEdge != nullptr) {
+        for (auto it = madeParts(); it; ++it) {
+            it.pEdge()->connect();
+        }
     }
-    actOnEndObjectChange();
+    isUpdatedVisiblePart(0);
     Coverage::countChanged(*this);
     LabelPresence::changed(*this);
 }
 
 void QxDEdge::disconnectPath() {
-    for (auto it = madeParts(); it; ++it) {
-        it.pEdge()->disconnect();
+    if (m_sourcePathEdge != nullptr) {
+        for (auto it = madeParts(); it; ++it) {
+            it.pEdge()->disconnect();
+        }
     }
-    actOnEndObjectChange();
+    isUpdatedVisiblePart(0);
     Coverage::countChanged(*this);
     LabelPresence::changed(*this);
 }
@@ -163,7 +167,7 @@ void QxDEdge::attachPath(QxNode* source, QxNode* target) {
     QxPEdge* last = m_targetPathEdge;
     if (first == nullptr && last == nullptr) {
         setFlag(qx::flags::EdgePathImplied, 1);
-        Coverage::changed(*this);
+        tellCoverage();
         if (vNeedsPathAtOnce() != 0) {
             makePath();
         }
@@ -327,13 +331,19 @@ bool QxDEdge::followsEdge(const QxGraphMember& part) const {
 }
 
 void QxDEdge::actOnChangeOwner(QxOwnedObject* owner, int valid) {
+    const bool isPlain = pQueryExtras() == nullptr;
     Coverage::ended(*this);
-    LabelPresence::ended(*this);
     MetaEdgeUpkeep::leaves(*this);
+    if (!isPlain) {
+        LabelPresence::ended(*this);
+    }
     QxGEdge::actOnChangeOwner(owner, valid);
     MetaEdgeUpkeep::changed(*this);
-    LabelPresence::changed(*this);
     Coverage::changed(*this);
+    if (isPlain) {
+        return;
+    }
+    LabelPresence::changed(*this);
     Coverage::labelsChanged(*this);
     for (QxGraphMember* part : Snapshot<QxGraphMember>(pParts())) {
         giveOwner(*part);

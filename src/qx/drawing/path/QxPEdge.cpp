@@ -14,8 +14,8 @@
 #include "qx/drawing/bounds/internal/Coverage.h"
 #include "qx/drawing/bounds/internal/Moment.h"
 #include "qx/drawing/clipping/internal/EdgeEnd.h"
+#include "qx/drawing/internal/FreeOwner.h"
 #include "qx/drawing/path/internal/Bend.h"
-#include "qx/drawing/path/internal/PathOwner.h"
 #include "qx/foundation/util/QxDebugStream.h"
 
 using qx::internal::Change;
@@ -64,7 +64,7 @@ private:
 
 QxPEdge::QxPEdge(QxOwnedObject* owner) : QxGEdge(nullptr) {
     // The owner is set only now: the graph would list the segment among its own members.
-    pOwner(qx::internal::ownerOfFreePathObject(owner));
+    pOwner(qx::internal::ownerWhileFree(owner));
     setFlag(qx::flags::PathObject, 1);
 }
 
@@ -209,12 +209,17 @@ void QxPEdge::actOnChangeOwner(QxOwnedObject* owner, int valid) {
 }
 
 void QxPEdge::readEnd(QxPoint& point, int clipped, bool atSource) const {
-    const QxDEdge* edge = pOwnerEdge();
+    const QxDEdge* edge = pUnverifiedOwnerEdge();
     const QxNode* node = atSource ? QxEdge::pSourceNode() : QxEdge::pTargetNode();
     if (edge == nullptr || node == nullptr) {
+        // Of a removed edge the bends are left.
+        const QxNode* other = atSource ? QxEdge::pTargetNode() : QxEdge::pSourceNode();
+        if (edge != nullptr && isBend(other)) {
+            static_cast<const QxPNode*>(other)->iCenter(point);
+        }
         return;
     }
-    const bool isClipped = clipped != 0 && inVisiblePart() != 0 &&
+    const bool isClipped = clipped != 0 && edge->ownerValid() != 0 && inVisiblePart() != 0 &&
                            edge->isUpdatedVisiblePart() != 0 && edge->isClippedAt(atSource);
     if (isBend(node)) {
         const auto* bend = static_cast<const QxPNode*>(node);
@@ -225,8 +230,8 @@ void QxPEdge::readEnd(QxPoint& point, int clipped, bool atSource) const {
     }
     if (isClipped) {
         edge->readClipPoint(point, *this, atSource);
-    } else {
-        point = qx::internal::EdgeEnd(*edge, atSource).center();
+    } else if (const qx::internal::EdgeEnd end(*edge, atSource); end) {
+        point = end.center();
     }
 }
 

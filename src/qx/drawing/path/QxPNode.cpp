@@ -13,7 +13,7 @@
 #include "qx/drawing/bounds/internal/Coverage.h"
 #include "qx/drawing/bounds/internal/ExtentTree.h"
 #include "qx/drawing/bounds/internal/Moment.h"
-#include "qx/drawing/path/internal/PathOwner.h"
+#include "qx/drawing/internal/FreeOwner.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/util/QxDebugStream.h"
 
@@ -22,7 +22,7 @@ using qx::internal::Moment;
 
 QxPNode::QxPNode(QxOwnedObject* owner) : QxGNode(nullptr) {
     // The owner is set only now: the graph would list the bend among its own members.
-    pOwner(qx::internal::ownerOfFreePathObject(owner));
+    pOwner(qx::internal::ownerWhileFree(owner));
     setFlag(qx::flags::PathObject, 1);
 }
 

@@ -10,13 +10,13 @@
 #include "qx/foundation/graph/QxGraphManager.h"
 #include "qx/foundation/graph/QxNode.h"
 #include "qx/foundation/graph/internal/GraphChange.h"
+#include "qx/foundation/graph/internal/GraphObjectExtras.h"
 #include "qx/foundation/util/QxDebugStream.h"
 #include "qx/foundation/util/internal/Ref.h"
 
+using qx::internal::GraphCells;
 using qx::internal::GraphChange;
 using qx::internal::Ref;
-
-QxEdge::GraphCells::GraphCells(QxEdge* edge) : sourceCell(edge), targetCell(edge) {}
 
 QxEdge::QxEdge(QxOwnedObject* owner)
     : QxGraphMember(owner), m_sourceCell(this), m_targetCell(this) {}
@@ -38,7 +38,7 @@ int QxEdge::isEdge() const {
 
 std::size_t QxEdge::sizeOf() const {
     return QxGraphMember::sizeOf() + sizeof(QxEdge) - sizeof(QxGraphMember) +
-           (m_graphCells ? sizeof(GraphCells) : 0);
+           (pGraphCells() != nullptr ? sizeof(GraphCells) : 0);
 }
 
 int QxEdge::checkInvariants() const {
@@ -70,18 +70,6 @@ void QxEdge::innerDebugOutput(int depth) const {
                         : connected() != 0 ? "connected"
                                            : "disconnected";
     qxDebugIndent(depth) << "edge: " << state << (reflexive() != 0 ? ", self-loop" : "") << '\n';
-}
-
-int QxEdge::connected() const {
-    return hasFlag(qx::flags::EdgeConnected);
-}
-
-int QxEdge::disconnected() const {
-    return connected() == 0 && deactivated() == 0 ? 1 : 0;
-}
-
-int QxEdge::deactivated() const {
-    return hasFlag(qx::flags::EdgeDeactivated);
 }
 
 QxNode* QxEdge::pOtherNode(const QxNode* node) const {
@@ -412,17 +400,22 @@ void QxEdge::leaveEndLists() {
     }
 }
 
-void QxEdge::changeState(std::uint32_t setBits, std::uint32_t clearBits) {
+void QxEdge::changeState(std::uint32_t setBits, std::uint32_t clearBits, AtEnds atEnds) {
     leaveEndLists();
     const bool listed = hasFlag(qx::flags::PathObject) == 0;
     QxGraph* graph = pOwnerGraph();
     QxEdgeDList* oldList = listed ? &graph->listOfState(this) : nullptr;
     setFlag(setBits, 1);
     setFlag(clearBits | BeingInserted, 0);
-    enterEndLists();
+    if (atEnds == AtEnds::Listed) {
+        enterEndLists();
+    }
     if (listed) {
-        graph->listOfState(this).transferCell(pOwnerCell(), oldList);
-        m_listStamp = graph->nextListStamp();
+        QxEdgeDList& list = graph->listOfState(this);
+        if (&list != oldList || list.pLastCell() != pOwnerCell()) {
+            list.transferCell(pOwnerCell(), oldList);
+            m_listStamp = graph->nextListStamp();
+        }
         updateGraphCells();
     }
 }
@@ -452,13 +445,19 @@ void QxEdge::settleBetweenManagers() {
 
 void QxEdge::loseEnds() {
     const QxGraph* const graph = pOwnerGraph();
+    // Its ends do not list it any more, since it would leave them again at once: they stay alive
+    // until the edge has lost them, whatever the hooks do.
+    const Ref sourceAlive(m_source);
+    const Ref targetAlive(m_target);
     if (connected() != 0 && deactivated() == 0) {
-        changeState(0, qx::flags::EdgeConnected);
+        changeState(0, qx::flags::EdgeConnected, AtEnds::Unlisted);
         vFollowState();
         tellEnds(&QxGraph::actOnDisconnectEdge, &QxGraph::actOnDisconnectIntergraphEdge,
                  &QxNode::actOnDisconnectEdge);
     }
-    if (pOwnerGraph() == graph) {
+    if (pOwnerGraph() != graph) {
+        enterEndLists();  // a hook has carried it off, with its ends
+    } else {
         nullEndNodes();
         if (hasFlag(BeingInserted) != 0) {
             changeState(0, BeingInserted);
@@ -503,8 +502,9 @@ void QxEdge::updateGraphCells() {
     if (intergraphEdge() == 0 || ownerValid() == 0 || hasFlag(qx::flags::PathObject) != 0) {
         return;
     }
-    if (!m_graphCells) {
-        m_graphCells = std::make_unique<GraphCells>(this);
+    std::unique_ptr<GraphCells>& cells = extras().graphCells;
+    if (!cells) {
+        cells = std::make_unique<GraphCells>(this);
     }
     const bool active = connected() != 0 && deactivated() == 0;
     const auto place = [&](const QxNode* node, QxDListCell& cell, QxDList*& list,
@@ -524,14 +524,18 @@ void QxEdge::updateGraphCells() {
             list = wanted;
         }
     };
-    place(m_source, m_graphCells->sourceCell, m_graphCells->sourceList,
-          &QxGraph::m_leavingIntergraphEdges);
-    place(m_target, m_graphCells->targetCell, m_graphCells->targetList,
-          &QxGraph::m_enteringIntergraphEdges);
+    place(m_source, cells->sourceCell, cells->sourceList, &QxGraph::m_leavingIntergraphEdges);
+    place(m_target, cells->targetCell, cells->targetList, &QxGraph::m_enteringIntergraphEdges);
+}
+
+GraphCells* QxEdge::pGraphCells() const {
+    const qx::internal::GraphObjectExtras* extras = pQueryExtras();
+    return extras != nullptr ? extras->graphCells.get() : nullptr;
 }
 
 void QxEdge::leaveGraphLists() {
-    if (!m_graphCells) {
+    GraphCells* const cells = pGraphCells();
+    if (cells == nullptr) {
         return;
     }
     const auto leave = [](QxDListCell& cell, QxDList*& list) {
@@ -540,6 +544,6 @@ void QxEdge::leaveGraphLists() {
             list = nullptr;
         }
     };
-    leave(m_graphCells->sourceCell, m_graphCells->sourceList);
-    leave(m_graphCells->targetCell, m_graphCells->targetList);
+    leave(cells->sourceCell, cells->sourceList);
+    leave(cells->targetCell, cells->targetList);
 }

@@ -3,12 +3,14 @@
 
 #pragma once
 
-#include <memory>
-
 #include "qx/foundation/graph/QxGraphDLists.h"
 #include "qx/foundation/graph/QxGraphMember.h"
 
 class QxNode;
+
+namespace qx::internal {
+struct GraphCells;
+}
 
 /// An abstract edge from a source to a target node.
 ///
@@ -87,9 +89,11 @@ public:
     QxNode* pTargetNode() const { return m_target; }
     /// The end that is not `node`; `node` itself for a self-loop; null when it is no end.
     QxNode* pOtherNode(const QxNode* node) const;
-    int connected() const;
-    int disconnected() const;
-    int deactivated() const;
+    int connected() const { return hasFlag(qx::flags::EdgeConnected); }
+    int disconnected() const {
+        return hasFlag(qx::flags::EdgeConnected | qx::flags::EdgeDeactivated) == 0 ? 1 : 0;
+    }
+    int deactivated() const { return hasFlag(qx::flags::EdgeDeactivated); }
     int reflexive() const { return m_source != nullptr && m_source == m_target ? 1 : 0; }
     /// Whether the edge runs between graphs: the intergraph lists it, or, while it is detached, its
     /// ends lie in different graphs.
@@ -110,14 +114,8 @@ private:
     friend class QxGraph;
     friend class QxGraphManager;
 
-    /// Where an edge between graphs is listed by the graphs of its ends.
-    struct GraphCells {
-        explicit GraphCells(QxEdge* edge);
-        QxDListCell sourceCell;
-        QxDListCell targetCell;
-        QxDList* sourceList = nullptr;
-        QxDList* targetList = nullptr;
-    };
+    /// Where the graphs of its ends list an edge between graphs; null while none has.
+    qx::internal::GraphCells* pGraphCells() const;
     static constexpr std::uint32_t BeingInserted = qx::flags::EdgeBeingInserted;
 
     using NodeHook = void (QxNode::*)(QxEdge*);
@@ -127,7 +125,9 @@ private:
     QxEdgeDList& endList(QxNode* node, QxEdgeDList QxNode::*active) const;
     void enterEndLists();
     void leaveEndLists();
-    void changeState(std::uint32_t setBits, std::uint32_t clearBits);
+    enum class AtEnds { Listed, Unlisted };
+    void changeState(std::uint32_t setBits, std::uint32_t clearBits,
+                     AtEnds atEnds = AtEnds::Listed);
     void settleAsDisconnected();
     void settleBetweenManagers();
     void loseEnds();
@@ -142,5 +142,4 @@ private:
     QxNode* m_target = nullptr;
     QxDListCell m_sourceCell;
     QxDListCell m_targetCell;
-    std::unique_ptr<GraphCells> m_graphCells;
 };

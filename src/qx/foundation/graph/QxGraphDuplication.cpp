@@ -9,6 +9,7 @@
 #include "qx/foundation/graph/QxNode.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/graph/internal/GraphChange.h"
+#include "qx/foundation/graph/internal/GraphObjectExtras.h"
 #include "qx/foundation/graph/internal/Twins.h"
 
 using qx::internal::each;
@@ -127,11 +128,11 @@ void QxGraph::orderIntergraphEdgesLike(const QxGraph* source) {
         for (; cell != nullptr; cell = cell->pNextCell()) {
             const auto* edge = static_cast<const QxEdge*>(cell->pObject());
             const auto* twin = static_cast<const QxEdge*>(edge->pIUserField());
-            if (twin == nullptr || !twin->m_graphCells) {
+            if (twin == nullptr || twin->pGraphCells() == nullptr) {
                 continue;
             }
-            QxEdge::GraphCells& cells = *twin->m_graphCells;
-            const bool atTarget = cell == &edge->m_graphCells->targetCell;
+            qx::internal::GraphCells& cells = *twin->pGraphCells();
+            const bool atTarget = cell == &edge->pGraphCells()->targetCell;
             if ((atTarget ? cells.targetList : cells.sourceList) == &own) {
                 own.transferCell(atTarget ? &cells.targetCell : &cells.sourceCell, &own);
             }

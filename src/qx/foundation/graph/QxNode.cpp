@@ -9,11 +9,13 @@
 #include "qx/foundation/graph/QxGraph.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/graph/internal/GraphChange.h"
+#include "qx/foundation/graph/internal/GraphObjectExtras.h"
 #include "qx/foundation/util/QxDebugStream.h"
 #include "qx/foundation/util/internal/Ref.h"
 
 using qx::internal::each;
 using qx::internal::GraphChange;
+using qx::internal::IdleEdges;
 using qx::internal::Ref;
 using qx::internal::Snapshot;
 
@@ -37,6 +39,9 @@ QxNode::~QxNode() {
 }
 
 void QxNode::detachEdges() {
+    if (isPlainlyBare()) {
+        return;
+    }
     for (const QxEdgeDList* list :
          {pInEdgeList(), pOutEdgeList(), pDisconnectedEdgeList(), pDeactivatedEdgeList()}) {
         while (const QxDListCell* cell = list->pFirstCell()) {
@@ -57,7 +62,7 @@ int QxNode::isNode() const {
 
 std::size_t QxNode::sizeOf() const {
     return QxGraphMember::sizeOf() + sizeof(QxNode) - sizeof(QxGraphMember) +
-           (m_idleEdges ? sizeof(IdleEdges) : 0);
+           (pIdleEdges() != nullptr ? sizeof(IdleEdges) : 0);
 }
 
 int QxNode::checkInvariants() const {
@@ -165,18 +170,26 @@ int QxNode::intergraphNode() const {
 }
 
 const QxEdgeDList* QxNode::pDisconnectedEdgeList() const {
-    return m_idleEdges ? &m_idleEdges->disconnected : &emptyList();
+    const IdleEdges* idle = pIdleEdges();
+    return idle != nullptr ? &idle->disconnected : &emptyList();
 }
 
 const QxEdgeDList* QxNode::pDeactivatedEdgeList() const {
-    return m_idleEdges ? &m_idleEdges->deactivated : &emptyList();
+    const IdleEdges* idle = pIdleEdges();
+    return idle != nullptr ? &idle->deactivated : &emptyList();
 }
 
-QxNode::IdleEdges& QxNode::idleEdges() {
-    if (!m_idleEdges) {
-        m_idleEdges = std::make_unique<IdleEdges>();
+IdleEdges* QxNode::pIdleEdges() const {
+    const qx::internal::GraphObjectExtras* extras = pQueryExtras();
+    return extras != nullptr ? extras->idleEdges.get() : nullptr;
+}
+
+IdleEdges& QxNode::idleEdges() {
+    std::unique_ptr<IdleEdges>& idle = extras().idleEdges;
+    if (!idle) {
+        idle = std::make_unique<IdleEdges>();
     }
-    return *m_idleEdges;
+    return *idle;
 }
 
 QxEdge* QxNode::pFirstInEdge() const {
@@ -295,10 +308,10 @@ void QxNode::orderEdgesLike(const QxNode* source) {
     };
     reorder(source->m_inEdges, m_inEdges, QxListOfInEdges);
     reorder(source->m_outEdges, m_outEdges, QxListOfOutEdges);
-    if (source->m_idleEdges && m_idleEdges) {
-        reorder(source->m_idleEdges->disconnected, m_idleEdges->disconnected,
-                QxListOfDisconnectedEdges);
-        reorder(source->m_idleEdges->deactivated, m_idleEdges->deactivated,
-                QxListOfDeactivatedEdges);
+    const IdleEdges* from = source->pIdleEdges();
+    IdleEdges* to = pIdleEdges();
+    if (from != nullptr && to != nullptr) {
+        reorder(from->disconnected, to->disconnected, QxListOfDisconnectedEdges);
+        reorder(from->deactivated, to->deactivated, QxListOfDeactivatedEdges);
     }
 }

@@ -3,13 +3,15 @@
 
 #pragma once
 
-#include <memory>
-
 #include "qx/foundation/graph/QxGraphDLists.h"
 #include "qx/foundation/graph/QxGraphMember.h"
 
 class QxEdge;
 class QxFindChilPar;
+
+namespace qx::internal {
+struct IdleEdges;
+}
 
 /// An abstract node: the lists of its incident edges and the hooks through which edges tell it
 /// what happens to them.
@@ -89,23 +91,22 @@ protected:
     /// Nulls the ends of every edge that still points here; for destructors, while the class that
     /// reacts to it still exists.
     void detachEdges();
+    /// Whether no edge in whatever state ends here, told at a glance; false says nothing.
+    bool isPlainlyBare() const {
+        return m_inEdges.isEmpty() != 0 && m_outEdges.isEmpty() != 0 && pQueryExtras() == nullptr;
+    }
 
 private:
     friend class QxEdge;
     friend class QxFindChilPar;
     friend class QxGraph;
 
-    /// What most nodes never have: edges that are not connected.
-    struct IdleEdges {
-        QxEdgeDList disconnected;
-        QxEdgeDList deactivated;
-    };
-
-    IdleEdges& idleEdges();
+    /// The edges that are not connected; null while there have never been any.
+    qx::internal::IdleEdges* pIdleEdges() const;
+    qx::internal::IdleEdges& idleEdges();
     std::int32_t countDisconnected(bool incoming) const;
     void orderEdgesLike(const QxNode* source);
 
     QxEdgeDList m_inEdges;
     QxEdgeDList m_outEdges;
-    std::unique_ptr<IdleEdges> m_idleEdges;
 };

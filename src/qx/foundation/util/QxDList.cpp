@@ -347,6 +347,22 @@ void QxDList::copyAllCellsAndObjects(const QxDList* source) {
     }
 }
 
+void QxDList::assignObjects(QxObject* const* objects, std::size_t count) {
+    QxObject* const* const end = objects + count;
+    for (QxDListCell* cell = m_first; cell != nullptr;) {
+        QxDListCell* const next = cell->m_next;
+        if (objects != end && cell->isHeapCell() != 0) {
+            cell->m_object = *objects++;
+        } else {
+            discardCell(cell);
+        }
+        cell = next;
+    }
+    for (; objects != end; ++objects) {
+        appendObject(*objects);
+    }
+}
+
 void QxDList::deleteAllCells() noexcept {
     while (m_first != nullptr) {
         discardCell(m_first);

@@ -127,6 +127,9 @@ public:
     /// Replaces the contents by clones, which the caller owns; objects that cannot be cloned are
     /// left out. The objects held before are not destroyed. Null or this list: no change.
     void copyAllCellsAndObjects(const QxDList* source);
+    /// Replaces the contents by these objects, none of them null, in heap cells. Those that the
+    /// list has are used again: a list that is filled anew over and over needs no memory.
+    void assignObjects(QxObject* const* objects, std::size_t count);
     /// Empties the list: frees its heap cells, unlinks the embedded ones.
     void deleteAllCells() noexcept;
     /// Empties the list, then drops one reference of each object it held, in order; an object that

@@ -6,8 +6,10 @@
 #include <cstdint>
 #include <functional>
 #include <unordered_map>
+#include <utility>
 #include <vector>
 
+#include "qx/spatial/internal/DrawingOrder.h"
 #include "qx/spatial/internal/IndexedObject.h"
 #include "qx/spatial/internal/QuadEngine.h"
 
@@ -31,6 +33,8 @@ public:
     /// @name Contents
     /// @{
     bool isPending() const { return m_isPending; }
+    /// Whether objects have come or changed that it has not taken in, for it does not follow.
+    bool isBehind() const { return m_hasMissed; }
     /// Whether it is the tree of the graph.
     bool isOwn() const;
     /// Takes in everything that lies in the graph, now or at the first question.
@@ -56,6 +60,21 @@ public:
     void becomeOwn();
     /// @}
 
+    /// What a question works with: memory that questions hand on from one to the next. A question
+    /// inside another gets memory of its own.
+    struct Answer {
+        std::vector<QuadHit> hits;
+        std::vector<FoundObject> found;
+        std::vector<QxObject*> objects;
+    };
+    Answer takeScratch() {
+        Answer scratch = std::move(m_scratch);
+        scratch.hits.clear();
+        scratch.found.clear();
+        return scratch;
+    }
+    void giveBack(Answer&& scratch) { m_scratch = std::move(scratch); }
+
     const QuadEngine& engine() const { return m_engine; }
     bool isExcluded(IndexKind kind) const { return (m_excluded & bitOf(kind)) != 0; }
     std::int32_t slotOf(QxGraphObject& object, IndexKind kind) const;
@@ -72,6 +91,9 @@ private:
     void countChange();
     void build();
     void placeMoved();
+    void fetchMoved(std::size_t from) const;
+
+    static constexpr std::size_t FetchedAtOnce = 32;
 
     const QxQTree& m_tree;
     QxDGraph& m_graph;
@@ -80,6 +102,7 @@ private:
     /// Something has come while changes were not taken in.
     bool m_hasMissed = false;
     QuadEngine m_engine;
+    Answer m_scratch;
     std::vector<std::uint32_t> m_moved;
     std::vector<bool> m_isMoved;
     std::size_t m_changesSinceQuestion = 0;

@@ -35,14 +35,16 @@ public:
     /// The labels of an edge, or of a graph itself, may have moved.
     static void labelsChanged(QxDEdge& edge);
     static void labelsChanged(QxDGraph& graph);
-    /// The object leaves its graph, its owner or its path; nodes, connectors and edges with their
-    /// labels.
+    /// The object leaves its graph, its owner or its path.
     static void ended(QxDNode& node);
     static void ended(QxConnector& connector);
     static void ended(QxLabel& label);
     static void ended(QxPNode& bend);
     static void ended(QxPEdge& segment);
     static void ended(QxDEdge& edge);
+    /// Asks the memory for what the index has of a node and the straight edges at it, which are
+    /// about to go.
+    static void fetchAt(const QxDNode& node);
     /// A segment takes the place of the straight edge that stood for it.
     static void segmentMade(QxDEdge& edge, QxPEdge& segment);
     /// The segment that a straight edge stood for.
@@ -55,8 +57,6 @@ private:
     static void tellEnded(Object& object, IndexKind kind);
     template <class Owner>
     static void tellLabels(Owner& owner);
-    template <class Owner>
-    static void tellLabelsEnded(Owner& owner);
 };
 
 }  // namespace qx::internal

@@ -43,6 +43,9 @@ bool countsInIndex(const QxGraphObject& object, IndexKind kind);
 /// what is cut off.
 QuadShape indexShapeOf(const QxGraphObject& object, IndexKind kind);
 
+/// Asks the memory for what indexShapeOf looks at beyond the object.
+void fetchForShape(const QxGraphObject& object, IndexKind kind);
+
 /// Whether an object whose stored shape meets the rectangle is seen there: it is not set aside, is
 /// visible if it lies between graphs, and is not just a part that is cut off.
 bool showsIn(const QxGraphObject& object, IndexKind kind, const QxRect& rect);
@@ -64,6 +67,12 @@ struct IndexSlot {
     }
     /// Lets the edge of a segment tell the index from now on when its ends move.
     static void trackEdgeOf(QxGraphObject& segment);
+    /// What a straight edge covers that runs between the centers of two nodes of one graph, as most
+    /// do; none for all others.
+    static std::optional<QuadShape> shapeOfPlainEdge(const QxGraphObject& segment);
+    /// Whether a straight edge shows in the rectangle, if what is known already tells; `segment` is
+    /// its segment, or the edge that stands for it.
+    static std::optional<bool> showsAsKnown(const QxGraphObject& segment, const QxRect& rect);
 };
 inline constexpr std::int32_t NoIndexSlot = -1;
 

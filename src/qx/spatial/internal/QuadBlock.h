@@ -102,6 +102,15 @@ struct alignas(64) QuadBlock {
         __builtin_prefetch(&bits);
         __builtin_prefetch(&taken);
     }
+    /// The same for one record, which is about to change.
+    void fetchAhead(std::uint32_t at) const {
+        const QuadEight& eight = boxes[at / QuadEight::Lanes];
+        __builtin_prefetch(&eight.minX, 1);
+        __builtin_prefetch(&eight.maxX, 1);
+        __builtin_prefetch(&payload[at]);
+        __builtin_prefetch(&bits);
+        __builtin_prefetch(&taken);
+    }
     QuadBox unionOfBoxes() const {
         QuadBox all = QuadBox::nothing();
         for (std::uint64_t left = taken; left != 0; left &= left - 1) {

@@ -15,6 +15,7 @@
 // for each object and level of memory, given back in the end.
 
 #include <algorithm>
+#include <bit>
 
 #include "qx/spatial/internal/QuadEngine.h"
 
@@ -79,10 +80,12 @@ private:
     static void deal(std::uint32_t item, const QuadShape& shape, const QuadSquare& square,
                      std::array<Indices, 4>& quadrants) {
         const unsigned met = square.quadrantsOf(shape.box);
-        const bool isOnlyOne = (met & (met - 1)) == 0;
+        if (std::has_single_bit(met)) {
+            quadrants[static_cast<std::size_t>(std::countr_zero(met))].push_back(item);
+            return;
+        }
         for (unsigned quadrant = 0; quadrant < 4; ++quadrant) {
-            if ((met >> quadrant & 1U) != 0 &&
-                (isOnlyOne || square.quadrant(quadrant).overlaps(shape))) {
+            if ((met >> quadrant & 1U) != 0 && square.quadrant(quadrant).overlaps(shape)) {
                 quadrants[quadrant].push_back(item);
             }
         }
@@ -105,6 +108,7 @@ private:
     void fillList(std::uint32_t node, const Indices& items) {
         sortAlongCurve(m_engine.m_nodes[node].square, items);
         QuadEngine::Node& target = m_engine.m_nodes[node];
+        m_records.clear();
         for (const std::uint64_t entry : m_order) {
             const auto slot = static_cast<std::uint32_t>(entry);
             const QuadItem& item = m_items[slot];
@@ -112,10 +116,14 @@ private:
             const auto bits = static_cast<std::uint8_t>((item.kind & QuadBits::Kind) |
                                                         static_cast<unsigned>(item.shape.form) |
                                                         (isLarge ? QuadBits::Large : 0U));
-            target.list.append(m_engine.m_store, {target.square, node},
-                               {item.shape.box, bits, slot, item.payload},
-                               static_cast<std::uint32_t>(entry >> 32U));
+            m_records.push_back({item.shape.box, bits, slot, item.payload});
             target.count += target.isLeaf() && !isLarge ? 1 : 0;
+        }
+        for (std::size_t at = 0; at < m_records.size(); at += QuadBlock::Capacity) {
+            const std::size_t count =
+                std::min<std::size_t>(m_records.size() - at, QuadBlock::Capacity);
+            target.list.appendBlock(m_engine.m_store, node, {m_records.data() + at, count},
+                                    static_cast<std::uint32_t>(m_order[at] >> 32U));
         }
     }
 
@@ -136,6 +144,8 @@ private:
     std::vector<QuadSquare> m_doubled;
     /// Keys and, below them, the items of the list at hand.
     std::vector<std::uint64_t> m_order;
+    /// Its records in that order.
+    std::vector<QuadRecord> m_records;
 };
 
 void QuadEngine::build(const std::vector<QuadItem>& items) {

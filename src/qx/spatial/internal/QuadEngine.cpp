@@ -76,7 +76,7 @@ void QuadEngine::collect(const QuadBox& rect, unsigned kinds, std::vector<QuadHi
         auto end = found.begin();
         const QuadBlock& block = m_store.block(index);
         for (met ^= metBefore(index, shared, rect); met != 0; met &= met - 1) {
-            *end++ = hitAt(block, static_cast<std::uint32_t>(std::countr_zero(met)));
+            *end++ = hitAt(block, index, static_cast<std::uint32_t>(std::countr_zero(met)));
         }
         hits.insert(hits.end(), found.begin(), end);
         return false;

@@ -27,6 +27,8 @@ struct QuadHit {
     std::uint64_t payload;
     std::uint32_t slot;
     unsigned kind;
+    /// Where the record lies, until the next change.
+    QuadStore::Place place;
 };
 
 /// A quadtree over boxes and segments that come, change and go, and knows nothing else about them:
@@ -74,6 +76,12 @@ public:
     std::uint64_t payload(std::uint32_t slot) const { return anyRecord(slot).payload; }
     unsigned kind(std::uint32_t slot) const { return anyRecord(slot).bits & QuadBits::Kind; }
     QuadShape shape(std::uint32_t slot) const { return anyRecord(slot).shape(); }
+    /// Ask the memory for what changes of the object touch, one before the other.
+    void fetchSlot(std::uint32_t slot) const { m_store.fetchSlot(slot); }
+    void fetchRecord(std::uint32_t slot) const { m_store.fetchRecord(slot); }
+    QuadBox boxAt(QuadStore::Place place) const {
+        return m_store.block(QuadStore::blockOf(place)).box(QuadStore::positionOf(place));
+    }
     /// @}
 
     /// @name Queries
@@ -167,8 +175,9 @@ private:
     void curtailRoot();
     bool rewrite(QuadStore::Place place, const QuadShape& shape);
     std::uint64_t metBefore(std::uint32_t index, std::uint64_t shared, const QuadBox& rect) const;
-    static QuadHit hitAt(const QuadBlock& block, std::uint32_t at) {
-        return {block.payload[at], block.slot[at], block.bits[at] & unsigned{QuadBits::Kind}};
+    static QuadHit hitAt(const QuadBlock& block, std::uint32_t index, std::uint32_t at) {
+        return {block.payload[at], block.slot[at], block.bits[at] & unsigned{QuadBits::Kind},
+                QuadStore::placeOf(index, at)};
     }
 
     template <class Visit>
@@ -240,7 +249,8 @@ bool QuadEngine::visitPositions(std::uint32_t index, std::uint64_t positions,
                                 const Visit& visit) const {
     const QuadBlock& block = m_store.block(index);
     for (; positions != 0; positions &= positions - 1) {
-        const QuadHit hit = hitAt(block, static_cast<std::uint32_t>(std::countr_zero(positions)));
+        const auto at = static_cast<std::uint32_t>(std::countr_zero(positions));
+        const QuadHit hit = hitAt(block, index, at);
         if (visit(hit)) {
             return true;
         }

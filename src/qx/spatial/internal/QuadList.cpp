@@ -120,14 +120,17 @@ void QuadList::place(QuadStore& store, const Home& home, const QuadRecord& recor
     fit(store.block(blockAt(at)), at, record.box);
 }
 
-void QuadList::append(QuadStore& store, const Home& home, const QuadRecord& record,
-                      std::uint32_t key) {
-    if (m_count == 0 || store.block(blockAt(m_count - 1)).isFull()) {
-        openAt(store, m_count, home.node, m_count == 0 ? 0 : key);
+void QuadList::appendBlock(QuadStore& store, std::uint32_t node,
+                           std::span<const QuadRecord> records, std::uint32_t key) {
+    openAt(store, m_count, node, m_count == 0 ? 0 : key);
+    const std::uint32_t index = blockAt(m_count - 1);
+    QuadBlock& block = store.block(index);
+    for (std::uint32_t at = 0; at < records.size(); ++at) {
+        store.putAt(index, at, records[at]);
+        block.bounds.unite(records[at].box);
     }
-    store.append(blockAt(m_count - 1), record);
-    fit(store.block(blockAt(m_count - 1)), m_count - 1, record.box);
-    ++m_recordCount;
+    setBounds(m_count - 1, block.bounds);
+    m_recordCount += records.size();
 }
 
 /// The new record has this key; returns the position of the block with room for it. A block that

@@ -8,6 +8,7 @@
 #include <cstddef>
 #include <cstdint>
 #include <iosfwd>
+#include <span>
 #include <vector>
 
 #include "qx/spatial/internal/QuadFilter.h"
@@ -29,9 +30,10 @@ public:
     std::size_t recordCount() const { return m_recordCount; }
 
     void insert(QuadStore& store, const Home& home, const QuadRecord& record);
-    /// Adds behind all others a record that has the largest key yet: what a bulk build calls in
-    /// order.
-    void append(QuadStore& store, const Home& home, const QuadRecord& record, std::uint32_t key);
+    /// Adds a block of records behind all others: what a bulk build calls in order. `key` is that
+    /// of the first record, and no record before has a larger one.
+    void appendBlock(QuadStore& store, std::uint32_t node, std::span<const QuadRecord> records,
+                     std::uint32_t key);
     void remove(QuadStore& store, std::uint32_t slot, QuadStore::Place place);
     /// The record has a new box. Records of large lists may change their block.
     void reshape(QuadStore& store, const Home& home, QuadStore::Place place,

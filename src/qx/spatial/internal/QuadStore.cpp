@@ -46,10 +46,7 @@ std::uint32_t QuadStore::acquireBlock(std::uint32_t node, std::uint32_t key) {
 }
 
 void QuadStore::append(std::uint32_t index, const QuadRecord& record) {
-    QuadBlock& target = block(index);
-    const std::uint32_t position = target.firstFree();
-    target.put(position, record);
-    link(record.slot, placeOf(index, position));
+    putAt(index, block(index).firstFree(), record);
 }
 
 void QuadStore::remove(std::uint32_t slot, Place place) {

@@ -44,6 +44,15 @@ public:
         return entry != None && (entry & ChainFlag) != 0 ? m_cells[entry & ~ChainFlag].place
                                                          : entry;
     }
+    /// Ask the memory for what a change of the slot's record touches: first for where it is, then
+    /// for itself.
+    void fetchSlot(std::uint32_t slot) const { __builtin_prefetch(&m_slots[slot]); }
+    void fetchRecord(std::uint32_t slot) const {
+        const Place place = firstPlace(slot);
+        if (place != None) {
+            block(blockOf(place)).fetchAhead(positionOf(place));
+        }
+    }
     /// The first of its records for which `test(place)` holds, None when it holds for none.
     template <class Test>
     Place findPlace(std::uint32_t slot, const Test& test) const;
@@ -63,6 +72,11 @@ public:
 
     /// Adds a record to a block that is not full. The bit Shared is set as due.
     void append(std::uint32_t index, const QuadRecord& record);
+    /// The same to that position, which must be free.
+    void putAt(std::uint32_t index, std::uint32_t position, const QuadRecord& record) {
+        block(index).put(position, record);
+        link(record.slot, placeOf(index, position));
+    }
     void remove(std::uint32_t slot, Place place);
     /// Moves the record to another block that is not full, or to a free position of its own.
     void move(Place place, std::uint32_t toBlock);

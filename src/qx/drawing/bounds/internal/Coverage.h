@@ -11,6 +11,7 @@ class QxDGraph;
 class QxDNode;
 class QxPEdge;
 class QxLabel;
+class QxLabelManager;
 class QxPNode;
 
 namespace qx::internal {
@@ -25,10 +26,11 @@ namespace qx::internal {
 /// the edges between graphs, which has no nodes, keeps those of its visible edges: the ends, and
 /// the bends one by one.
 ///
-/// Labels of nodes count with their nodes, labels of connectors with these. Those of edges have
-/// extents of their own while their edges count, but follow the drawn part of the edge, which is
-/// computed when somebody asks: a change only lists the edge as outdated, and whoever reads the
-/// extents brings the listed ones up to date first, O(their labels). Labels of graphs do not count.
+/// Labels have extents of their own while their owners count, so that a change of one costs nothing
+/// for the others. Those of edges follow the drawn part of the edge, which is computed when
+/// somebody asks: a change only lists the edge as outdated, and whoever reads the extents brings
+/// the listed ones up to date first: all labels, or the only one that has changed. Labels of graphs
+/// do not count.
 class Coverage {
 public:
     static void changed(QxDNode& node);
@@ -45,10 +47,8 @@ public:
     static void allChanged(QxDGraph& between);
     /// A label covers something else.
     static void changed(QxLabel& label);
-    /// The labels of the owner have become more or less, or may have moved.
-    static void labelsChanged(QxDNode& node);
+    /// All labels of the owner may have moved.
     static void labelsChanged(QxDEdge& edge);
-    static void labelsChanged(QxConnector& connector);
     static void labelsChanged(QxDGraph& graph);
     /// Brings the extents of the labels of edges up to date.
     static void refreshLabels(const QxDGraph& graph);
@@ -70,7 +70,11 @@ public:
 private:
     static void placeEnds(QxDEdge& edge);
     static void endsEnded(QxDEdge& edge);
+    static void place(QxDGraph& graph, QxLabel& label);
+    /// Of one label of the edge, or (null) of all of them.
+    static void outdateLabels(QxDEdge& edge, QxLabel* one);
     static void labelsEnded(QxDEdge& edge);
+    static void forgetOutdated(const QxDEdge& edge, QxLabelManager& labels);
 };
 
 }  // namespace qx::internal

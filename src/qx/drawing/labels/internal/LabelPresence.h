@@ -25,6 +25,8 @@ public:
     static void changed(const QxDNode& node);
     static void changed(QxDEdge& edge);
     static void changed(const QxConnector& connector);
+    /// The node has other labels of its own.
+    static void ownChanged(const QxDNode& node);
     /// The owner is about to leave its graph.
     static void ended(const QxDNode& node);
     static void ended(const QxDEdge& edge);

@@ -4,7 +4,9 @@
 #pragma once
 
 #include <cstdint>
+#include <memory>
 
+#include "qx/foundation/graph/QxGraphDLists.h"
 #include "qx/foundation/util/QxText.h"
 
 class QxChildGraphForestEdge;
@@ -12,8 +14,24 @@ class QxObject;
 
 namespace qx::internal {
 
-/// What few graph objects use: name, user fields, and the relation to a child graph. Classes with
-/// more such state derive from it, so that all of it costs a plain object one pointer.
+/// What most nodes never have: edges that are not connected.
+struct IdleEdges {
+    QxEdgeDList disconnected;
+    QxEdgeDList deactivated;
+};
+
+/// Where an edge between graphs is listed by the graphs of its ends.
+struct GraphCells {
+    explicit GraphCells(QxObject* edge) : sourceCell(edge), targetCell(edge) {}
+    QxDListCell sourceCell;
+    QxDListCell targetCell;
+    QxDList* sourceList = nullptr;
+    QxDList* targetList = nullptr;
+};
+
+/// What few graph objects use: name, user fields, the relation to a child graph, and the lists of
+/// unusual edges. Classes with more such state derive from it, so that all of it costs a plain
+/// object one pointer.
 struct GraphObjectExtras {
     GraphObjectExtras() = default;
     GraphObjectExtras(const GraphObjectExtras&) = delete;
@@ -27,11 +45,13 @@ struct GraphObjectExtras {
     std::int64_t internalField = 0;
     QxObject* internalObject = nullptr;
     QxChildGraphForestEdge* forestEdge = nullptr;
+    std::unique_ptr<IdleEdges> idleEdges;    ///< of a node
+    std::unique_ptr<GraphCells> graphCells;  ///< of an edge
 
     /// Whether nothing is kept here any more.
     virtual bool isIdle() const {
         return !named && userField == 0 && userObject == nullptr && internalField == 0 &&
-               internalObject == nullptr && forestEdge == nullptr;
+               internalObject == nullptr && forestEdge == nullptr && !idleEdges && !graphCells;
     }
 };
 

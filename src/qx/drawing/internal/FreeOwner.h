@@ -7,9 +7,9 @@
 
 namespace qx::internal {
 
-/// The owner of a bend or segment that is in no path, or a label in no list: a factory, which lives
-/// longer than any object that it makes, or null.
-inline QxOwnedObject* ownerOfFreePathObject(QxOwnedObject* owner) {
+/// The owner of a bend, segment, connector or label that belongs to nothing yet, where `owner` was
+/// named for it: its factory, which lives longer than any object that it makes, or null.
+inline QxOwnedObject* ownerWhileFree(QxOwnedObject* owner) {
     while (owner != nullptr && (owner->flagWord() & qx::flags::IsFactory) == 0) {
         owner = owner->pOwner();
     }

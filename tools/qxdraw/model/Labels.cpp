@@ -1,0 +1,146 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+#include "model/Labels.h"
+
+#include <cmath>
+
+#include "model/FieldLayout.h"
+#include "model/NodeSizing.h"
+
+namespace qxdraw {
+
+namespace {
+
+constexpr double Padding = 4;  // between a text and what is around it, both sides together
+
+TextBlock smallText(const std::string& text) {
+    return {wrapEdgeLabel(text), EdgeFontSize};
+}
+
+bool isBlank(const TextBlock& text) {
+    return text.width() <= 0;
+}
+
+void addFields(Drawing& drawing, QxDNode& node, const DocumentNode& source) {
+    for (const PlacedField& field : placeFields(source)) {
+        if (!field.field->parts.empty() || field.field->text.empty()) {
+            continue;
+        }
+        const std::string& text = field.field->text;
+        TextBlock block =
+            fitText(text, field.right - field.left - Padding, field.top - field.bottom - Padding);
+        if (!isBlank(block)) {
+            const DocumentPoint middle = field.center();
+            drawing.addLabel(node, text, std::move(block), true)
+                ->ntMoveTo(toPoint({source.center->x + middle.x, source.center->y + middle.y}));
+        }
+    }
+}
+
+/// The name as it fits into the outline of the node, as large as possible.
+TextBlock fitName(const DocumentNode& node) {
+    constexpr double Widest = 1.0;
+    constexpr double Narrowest = 0.25;
+    constexpr double Step = 0.1;
+    if (node.shape.kind == ShapeKind::Rectangle) {
+        return fitText(node.label, node.width - Padding, node.height - Padding);
+    }
+    TextBlock best;
+    for (double part = Widest - Step / 2; part > Narrowest; part -= Step) {
+        const double width = part * node.width;
+        const double height = innerHeight(node.shape, part) * node.height;
+        TextBlock block = fitText(node.label, width, height);
+        const bool fits = block.width() <= width && block.height() <= height;
+        if (fits && block.fontSize > best.fontSize) {
+            best = std::move(block);
+        }
+        if (best.fontSize >= NameFontSize) {
+            break;
+        }
+    }
+    return best.fontSize > 0 ? best : fitText(node.label, node.width / 2, node.height / 3);
+}
+
+void addName(Drawing& drawing, QxDNode& node, const DocumentNode& source, bool isContainer) {
+    TextBlock block = fitName(source);
+    if (isBlank(block)) {
+        return;
+    }
+    const double down = (source.height - block.height()) / 2 - Padding;
+    QxNodeLabel* label = drawing.addLabel(node, source.label, std::move(block), true);
+    if (isContainer) {
+        label->ntMoveTo(node.ntX(), node.ntY() + static_cast<std::int32_t>(std::lround(down)));
+    }
+}
+
+std::vector<char> containersOf(const GraphDocument& document) {
+    std::vector<char> isContainer(document.nodes.size(), 0);
+    for (const DocumentGraph& graph : document.graphs) {
+        if (graph.node >= 0) {
+            isContainer[static_cast<std::size_t>(graph.node)] = 1;
+        }
+    }
+    return isContainer;
+}
+
+void addNodeLabels(Drawing& drawing, const GraphDocument& document) {
+    const std::vector<char> isContainer = containersOf(document);
+    for (std::size_t i = 0; i < document.nodes.size(); ++i) {
+        const DocumentNode& source = document.nodes[i];
+        QxDNode& node = drawing.node(i);
+        if (source.fields != nullptr) {
+            addFields(drawing, node, source);
+        } else {
+            addName(drawing, node, source, isContainer[i] != 0);
+        }
+        if (TextBlock outer = smallText(source.outerLabel); !isBlank(outer)) {
+            drawing.addLabel(node, source.outerLabel, std::move(outer));
+        }
+    }
+}
+
+void addPortLabels(Drawing& drawing, const GraphDocument& document) {
+    for (const DrawnPort& port : drawing.ports()) {
+        const DocumentPort& source = document.nodes[port.node].ports[port.port];
+        TextBlock text = smallText(source.label);
+        if (source.isMarked && !isBlank(text)) {
+            drawing.addLabel(*port.connector, source.label, std::move(text));
+        }
+    }
+}
+
+void addEdgeLabels(Drawing& drawing, const GraphDocument& document) {
+    using Place = DocumentEdgeLabel::Place;
+    for (std::size_t i = 0; i < document.edges.size(); ++i) {
+        const DocumentEdge& source = document.edges[i];
+        if (drawing.edge(i).hasVisiblePart() == 0) {
+            continue;
+        }
+        if (TextBlock text = smallText(source.label); !isBlank(text)) {
+            drawing.addLabel(drawing.edge(i), source.label, std::move(text));
+        }
+        for (const DocumentEdgeLabel& more : source.moreLabels) {
+            TextBlock text = smallText(more.text);
+            if (isBlank(text)) {
+                continue;
+            }
+            QxEdgeLabel* label = drawing.addLabel(drawing.edge(i), more.text, std::move(text));
+            if (more.place != Place::Anywhere) {
+                label->ntPerMilDistanceFromSource(more.place == Place::Source ? 0 : 1000);
+            }
+        }
+    }
+}
+
+}  // namespace
+
+void addLabels(Drawing& drawing, const GraphDocument& document) {
+    drawing.graph().disableGraphBounds(1, 0);
+    addNodeLabels(drawing, document);
+    addPortLabels(drawing, document);
+    addEdgeLabels(drawing, document);
+    drawing.graph().disableGraphBounds(0, 1);
+}
+
+}  // namespace qxdraw
