@@ -162,6 +162,11 @@ bool Folding::becomeFolder() {
     return true;
 }
 
+bool Folding::isStillPossible() const {
+    const QxDGraphManager* const manager = m_graph->pOwnerGraphManager();
+    return manager != nullptr && m_foldGraph->pOwnerGraphManager() == manager;
+}
+
 void Folding::moveEverything() {
     std::vector<MovingEdge> moving;
     moving.reserve(m_shownEdges);
@@ -171,7 +176,7 @@ void Folding::moveEverything() {
         }
     }
     for (QxDNode* node : m_collected.nodes()) {
-        if (moveNode(*node, *m_graph, *m_foldGraph)) {
+        if (isStillPossible() && moveNode(*node, *m_graph, *m_foldGraph)) {
             fireComplexityChange(*node, NodeFolded);
         }
     }

@@ -137,7 +137,7 @@ void Hiding::tellHidden() const {
 }
 
 void Hiding::unhide() {
-    const Ref hideGraph(m_graph->pHideGraph());
+    const Ref hideGraph(isPossible(*m_graph) ? m_graph->pHideGraph() : nullptr);
     if (!hideGraph) {
         return;
     }

@@ -92,11 +92,19 @@ void Unfolding::unfold() {
         const BoundsHold heldInside(m_foldGraph.get(), BoundsHold::OfAll);
         const BetweenHold heldBetween(*m_graph);
         centerOnFolder();
-        moveHidden();
-        m_graph->transferTopology(m_foldGraph.get());
+        if (isStillPossible()) {
+            moveHidden();
+            m_graph->transferTopology(m_foldGraph.get());
+        }
         bringEdgesHome();
     }
     tell();
+}
+
+/// Listeners have heard of moves.
+bool Unfolding::isStillPossible() const {
+    return m_folder->pOwnerGraph() == m_graph.get() &&
+           m_folder->pFoldGraph() == m_foldGraph.get() && Hiding::isPossible(*m_graph);
 }
 
 /// Gives everything in the fold graph the coordinates that it will have in the graph around: those
@@ -131,10 +139,11 @@ void Unfolding::centerOnFolder() {
 namespace {
 
 void moveBends(const QxDEdge& edge, std::int32_t dx, std::int32_t dy) {
+    const QxDGraph* const graph = edge.pOwnerGraph();
     QxPNodeDList bends;
     edge.buildPathNodeList(bends);
     for (QxPNode* bend : Snapshot<QxPNode>(&bends)) {
-        if (bend->pOwnerEdge() == &edge) {
+        if (bend->pOwnerEdge() == &edge && edge.pOwnerGraph() == graph) {
             bend->ntMove(dx, dy);
         }
     }
@@ -200,7 +209,10 @@ void Unfolding::shiftEdgesBetween(std::int32_t dx, std::int32_t dy) const {
     }
     const FrameMap outward(m_graph.get(), between);
     for (const QxDEdge* edge : edges) {
-        moveBends(*edge, roundedShift(dx * outward.scaleX()), roundedShift(dy * outward.scaleY()));
+        if (edge->pOwnerGraph() == between) {
+            moveBends(*edge, roundedShift(dx * outward.scaleX()),
+                      roundedShift(dy * outward.scaleY()));
+        }
     }
 }
 

@@ -34,6 +34,8 @@ public:
 private:
     bool becomeFolder();
     void placeFolder();
+    /// Whether both graphs are still in one drawing.
+    bool isStillPossible() const;
     void moveEverything();
     void moveHiddenEdge(QxDEdge& edge) const;
     void discardStranded();
@@ -64,6 +66,7 @@ public:
 private:
     void collectEdgesToOutside();
     void collectContents(const QxDGraph& graph);
+    bool isStillPossible() const;
     void centerOnFolder();
     void shiftEdgesBetween(std::int32_t dx, std::int32_t dy) const;
     void shift(std::int32_t dx, std::int32_t dy) const;
