@@ -15,6 +15,7 @@
 #include "qx/nesting/internal/Complexity.h"
 #include "qx/nesting/internal/EdgeHome.h"
 #include "qx/nesting/internal/Hiding.h"
+#include "qx/nesting/internal/MetaEdgeUpkeep.h"
 
 namespace qx::internal {
 
@@ -86,6 +87,7 @@ void Hiding::settleBounds(bool isEmpty) {
 }
 
 void Hiding::hide() {
+    const MetaEdgeHold heldMetaEdges(*m_graph);
     const Ref hideGraph(m_collected.isEmpty() ? nullptr : m_graph->pNewHideGraph());
     if (!hideGraph) {
         return;
@@ -135,10 +137,11 @@ void Hiding::tellHidden() const {
 }
 
 void Hiding::unhide() {
-    const Ref hideGraph(m_graph->pHideGraph());
+    const Ref hideGraph(isPossible(*m_graph) ? m_graph->pHideGraph() : nullptr);
     if (!hideGraph) {
         return;
     }
+    const MetaEdgeHold heldMetaEdges(*m_graph);
     const bool wasEmpty = isEmptyGraph(*m_graph);
     {
         const BoundsHold held(m_graph.get(), BoundsHold::OfAll);
