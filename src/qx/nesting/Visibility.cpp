@@ -390,10 +390,11 @@ public:
         return graph != nullptr && isReachable(*graph);
     }
     bool canShow(QxDEdge& edge) const {
-        const bool isIdle = edge.connected() == 0 || edge.deactivated() != 0;
-        const bool waits = (edge.flagWord() & qx::flags::EdgeWaitsForEnds) != 0;
-        return (!isIdle || (waits && edge.deactivated() == 0)) && canShow(edge.pSourceNode()) &&
-               canShow(edge.pTargetNode());
+        constexpr std::uint32_t ReturnsIdle =
+            qx::flags::EdgeReturnsDisconnected | qx::flags::EdgeReturnsDeactivated;
+        const bool isDrawn = edge.hidden() != 0 ? (edge.flagWord() & ReturnsIdle) == 0
+                                                : edge.connected() != 0 && edge.deactivated() == 0;
+        return isDrawn && canShow(edge.pSourceNode()) && canShow(edge.pTargetNode());
     }
     /// Whether the graph lies, in whatever nodes, in the anchor graph.
     bool isReachable(QxDGraph& graph) const {
