@@ -129,8 +129,7 @@ bool MovingEdge::put(bool isHidden) {
     if (m_edge->ownerValid() != 0) {
         return false;
     }
-    QxDGraph* const graph =
-        EdgeHome(pManager(), m_source.get(), m_target.get(), isHidden).pGraph();
+    QxDGraph* const graph = EdgeHome(pManager(), m_source.get(), m_target.get(), isHidden).pGraph();
     if (graph != nullptr && insertInto(*graph)) {
         return m_edge->ownerValid() != 0;
     }
