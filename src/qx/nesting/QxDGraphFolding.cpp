@@ -18,6 +18,7 @@
 #include "qx/nesting/internal/Complexity.h"
 #include "qx/nesting/internal/Folding.h"
 #include "qx/nesting/internal/Hiding.h"
+#include "qx/nesting/internal/MetaEdgeUpkeep.h"
 
 namespace qx::internal {
 
@@ -83,6 +84,7 @@ void Folding::collect(const QxDList* nodes) {
 }
 
 bool Folding::fold() {
+    const MetaEdgeHold metaEdgesHeld(*m_graph);
     if (!becomeFolder()) {
         return false;
     }

@@ -15,6 +15,7 @@
 #include "qx/nesting/internal/Complexity.h"
 #include "qx/nesting/internal/EdgeHome.h"
 #include "qx/nesting/internal/Hiding.h"
+#include "qx/nesting/internal/MetaEdgeUpkeep.h"
 
 namespace qx::internal {
 
@@ -90,6 +91,7 @@ void Hiding::hide() {
     if (!hideGraph) {
         return;
     }
+    const MetaEdgeHold metaEdgesHeld(*m_graph);
     hideGraph->disableQuadTree(1);
     const BoundsHold held(m_graph.get(), BoundsHold::OfAll);
     const BetweenHold heldBetween(*m_graph);
@@ -139,6 +141,7 @@ void Hiding::unhide() {
     if (!hideGraph) {
         return;
     }
+    const MetaEdgeHold metaEdgesHeld(*m_graph);
     const bool wasEmpty = isEmptyGraph(*m_graph);
     {
         const BoundsHold held(m_graph.get(), BoundsHold::OfAll);

@@ -14,6 +14,7 @@
 #include "qx/nesting/internal/Folding.h"
 #include "qx/nesting/internal/Frame.h"
 #include "qx/nesting/internal/Hiding.h"
+#include "qx/nesting/internal/MetaEdgeUpkeep.h"
 #include "qx/nesting/internal/NestingMove.h"
 
 namespace qx::internal {
@@ -84,6 +85,7 @@ void Unfolding::collectContents(const QxDGraph& graph) {
 }
 
 void Unfolding::unfold() {
+    const MetaEdgeHold metaEdgesHeld(*m_graph);
     {
         const BoundsHold held(m_graph.get(), BoundsHold::OfAll);
         const BoundsHold heldInside(m_foldGraph.get(), BoundsHold::OfAll);
