@@ -8,11 +8,11 @@
 // usage: indexed N [grid|dense|spanned]
 //   grid: the common drawing. dense: the same within one square of 2,000 units. spanned: the common
 //   drawing and an edge from its first to its last node.
-#include <qx/qxdraw.h>
 
 #include <memory>
 
 #include "common.hpp"
+#include "qx/qxdraw.h"
 #if __has_include(<boost/geometry.hpp>)
 #define HAS_RTREE 1
 #include <boost/geometry.hpp>
@@ -43,8 +43,10 @@ struct Shape {
     Shape(int n, const std::string& form) : d(n), name(form == "grid" ? "" : "," + form) {
         if (form == "dense") {
             scale = 2000.0 / (d.side * kSpacing);
-            for (double& x : d.x) x *= scale;
-            for (double& y : d.y) y *= scale;
+            for (double& x : d.x)
+                x *= scale;
+            for (double& y : d.y)
+                y *= scale;
         } else if (form == "spanned") {
             d.edges.emplace_back(0, n - 1);
         }
@@ -61,7 +63,8 @@ struct Shape {
     std::vector<Region> regions() const {
         Rng r(5);
         std::vector<Region> all;
-        for (int i = 0; i < 3000; ++i) all.push_back(region(r));
+        for (int i = 0; i < 3000; ++i)
+            all.push_back(region(r));
         return all;
     }
     std::string label(const char* what) const { return what + name; }
@@ -80,8 +83,8 @@ struct Doc {
     Doc& operator=(const Doc&) = delete;
     ~Doc() { manager->vRelease(); }
     long ask(const QxRect& rect) {
-        graph->pQuadTree()->buildLists(&rect, &foundNodes, nullptr, nullptr, &foundSegments, nullptr,
-                                       nullptr, nullptr, nullptr, 0);
+        graph->pQuadTree()->buildLists(&rect, &foundNodes, nullptr, nullptr, &foundSegments,
+                                       nullptr, nullptr, nullptr, nullptr, 0);
         return foundNodes.count() + foundSegments.count();
     }
     /// Brings the index up to date at next to no further cost: nothing is there.
@@ -99,12 +102,13 @@ std::unique_ptr<Doc> build(const Shape& shape, long askEvery) {
     doc->nodes.reserve(d.n);
     long done = 0;
     const auto ask = [&] {
-        if (++done % askEvery == 0) doc->settle();
+        if (++done % askEvery == 0)
+            doc->settle();
     };
     for (int i = 0; i < d.n; ++i) {
-        doc->nodes.push_back(doc->graph->addNodeWithCoordinates(std::int32_t(std::lround(d.x[i])),
-                                                                std::int32_t(std::lround(d.y[i])),
-                                                                shape.width(), shape.height(), 1, 0));
+        doc->nodes.push_back(doc->graph->addNodeWithCoordinates(
+            std::int32_t(std::lround(d.x[i])), std::int32_t(std::lround(d.y[i])), shape.width(),
+            shape.height(), 1, 0));
         ask();
     }
     for (auto [a, b] : d.edges) {
@@ -131,25 +135,32 @@ void questions(const Shape& shape, Doc& doc, const char* P) {
     const std::vector<Region> regions = shape.regions();
     double t = now();
     long hits = 0;
-    for (const Region& region : regions) hits += doc.ask(region.rect());
+    for (const Region& region : regions)
+        hits += doc.ask(region.rect());
     const double first = (now() - t) / double(regions.size());
     out(P, shape.label("c.query.first").c_str(), n, first * 1e9, "ns/query");
-    out(P, shape.label("c.query.first.hits").c_str(), n, double(hits) / double(regions.size()), "objects");
+    out(P, shape.label("c.query.first.hits").c_str(), n, double(hits) / double(regions.size()),
+        "objects");
     Rng r(5);
-    for (const Region& region : regions) gSink = gSink + doc.ask(region.rect());
+    for (const Region& region : regions)
+        gSink = gSink + doc.ask(region.rect());
     hits = 0;
     long asked = 0;
-    const double again = perCall([&](long) {
-        const Region& region = regions[r.below(std::uint32_t(regions.size()))];
-        hits += doc.ask(region.rect());
-        ++asked;
-    }, 20000, 1.0);
+    const double again = perCall(
+        [&](long) {
+            const Region& region = regions[r.below(std::uint32_t(regions.size()))];
+            hits += doc.ask(region.rect());
+            ++asked;
+        },
+        20000, 1.0);
     out(P, shape.label("c.query").c_str(), n, again * 1e9, "ns/query");
     out(P, shape.label("c.query.hits").c_str(), n, double(hits) / double(asked), "objects");
-    const double overlaps = perCall([&](long) {
-        const QxRect rect = regions[r.below(std::uint32_t(regions.size()))].rect();
-        gSink = gSink + doc.graph->pQuadTree()->overlaps(&rect, 1, 1, 1, 1, 1, 1, 1, 1);
-    }, 100000, 1.0);
+    const double overlaps = perCall(
+        [&](long) {
+            const QxRect rect = regions[r.below(std::uint32_t(regions.size()))].rect();
+            gSink = gSink + doc.graph->pQuadTree()->overlaps(&rect, 1, 1, 1, 1, 1, 1, 1, 1);
+        },
+        100000, 1.0);
     out(P, shape.label("c.overlaps").c_str(), n, overlaps * 1e9, "ns/query");
 }
 
@@ -167,26 +178,33 @@ void indexed(const Shape& shape) {
     const double reach = 20 * shape.scale;
     const auto step = [&] { return std::int32_t(std::lround((r.unit() - 0.5) * reach)); };
     const auto moves = [&](const char* what, int askEvery, bool ends) {
-        const double t = perCall([&](long k) {
-            QxDNode* v = nodes[d.interior(r)];
-            v->moveTo(v->iX() + step(), v->iY() + step(), 1);
-            if (ends) gSink = gSink + readEnds(v);
-            if (k % askEvery == 0) doc->settle();
-        }, 500000, 1.0);
+        const double t = perCall(
+            [&](long k) {
+                QxDNode* v = nodes[d.interior(r)];
+                v->moveTo(v->iX() + step(), v->iY() + step(), 1);
+                if (ends)
+                    gSink = gSink + readEnds(v);
+                if (k % askEvery == 0)
+                    doc->settle();
+            },
+            500000, 1.0);
         out(P, shape.label(what).c_str(), n, t * 1e9, "ns/move");
     };
     moves("b.move(asked every 100)", AskEvery, false);
     moves("b.move(asked every time)", 1, false);
     moves("b.move(asked every 100,clipped ends)", AskEvery, true);
     const QxPoint home = nodes[0]->iCenter();
-    const double border = perCall([&](long k) {
-        const int off = k & 1 ? 0 : 700;
-        nodes[0]->moveTo(home.x() - off, home.y() - off, 1);
-        gSink = gSink + doc->graph->pBoundingRect()->left();
-        doc->settle();
-    }, 500000, 1.0);
+    const double border = perCall(
+        [&](long k) {
+            const int off = k & 1 ? 0 : 700;
+            nodes[0]->moveTo(home.x() - off, home.y() - off, 1);
+            gSink = gSink + doc->graph->pBoundingRect()->left();
+            doc->settle();
+        },
+        500000, 1.0);
     nodes[0]->moveTo(home.x(), home.y(), 1);
-    out(P, shape.label("b.move.border+bounds(asked every time)").c_str(), n, border * 1e9, "ns/move");
+    out(P, shape.label("b.move.border+bounds(asked every time)").c_str(), n, border * 1e9,
+        "ns/move");
 
     std::vector<double> times;
     for (int k = 0; k < 5; ++k) {
@@ -206,7 +224,8 @@ void indexed(const Shape& shape) {
     int done = 0;
     for (int i : randomOrder(n)) {
         doc->graph->discardNode(doc->nodes[i]);
-        if (++done % AskEvery == 0) doc->settle();
+        if (++done % AskEvery == 0)
+            doc->settle();
     }
     out(P, shape.label("d.delete(asked every 100)").c_str(), n, (now() - td) / n * 1e9, "ns/node");
 }
@@ -235,20 +254,26 @@ void rtree(const char* P, const Shape& shape) {
     for (int round = 0; round < 2; ++round) {
         tree.clear();
         const double t = now();
-        for (const Val& v : vals) tree.insert(v);
-        if (round) out(P, shape.label("a.insert.warm").c_str(), n, (now() - t) / shape.objects() * 1e9, "ns/object");
+        for (const Val& v : vals)
+            tree.insert(v);
+        if (round)
+            out(P, shape.label("a.insert.warm").c_str(), n, (now() - t) / shape.objects() * 1e9,
+                "ns/object");
     }
     Rng r(5);
     const std::vector<Region> regions = shape.regions();
     std::vector<Val> found;
     long hits = 0, asked = 0;
-    const double q = perCall([&](long) {
-        const Region& g = regions[r.below(std::uint32_t(regions.size()))];
-        found.clear();
-        tree.query(bgi::intersects(Box(Pt(g.x, g.y), Pt(g.x + g.side, g.y + g.side))), std::back_inserter(found));
-        hits += long(found.size());
-        ++asked;
-    }, 20000, 1.0);
+    const double q = perCall(
+        [&](long) {
+            const Region& g = regions[r.below(std::uint32_t(regions.size()))];
+            found.clear();
+            tree.query(bgi::intersects(Box(Pt(g.x, g.y), Pt(g.x + g.side, g.y + g.side))),
+                       std::back_inserter(found));
+            hits += long(found.size());
+            ++asked;
+        },
+        20000, 1.0);
     out(P, shape.label("c.query").c_str(), n, q * 1e9, "ns/query");
     out(P, shape.label("c.query.hits").c_str(), n, double(hits) / double(asked), "objects");
 }

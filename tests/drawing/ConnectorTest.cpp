@@ -83,6 +83,10 @@ TEST_F(Connector, LeavesItsEdgesForGoodWhateverAListenerAssigns) {
     const Ref<QxConnector> removed(node->removeConnector(connector));
     EXPECT_EQ(removed.get(), connector);
     EXPECT_EQ(edge->pInternalSourceConnector(), nullptr);
+    const auto kept = hold(node->addConnector(0, 0, 0, 0, 1, 0));
+    kept->inDiscard(1);
+    drawing.graph->discardNode(node);
+    EXPECT_EQ(kept->pOwnerNode(), nullptr) << "whatever state it was said to be in";
 }
 
 TEST_F(Connector, ListsNameASelfLoopOnceInTheOrderOfTheNode) {

@@ -130,6 +130,33 @@ TEST_F(LabelTest, ListenersHearWhatComesAndGoesAndOfTexts) {
               (std::vector<std::int32_t>{GraphBoundsChanged, LabelDiscarded}));
 }
 
+TEST_F(LabelTest, GraphsKnowWhatTheyHaveWithoutSearching) {
+    QxDNode* node = drawing.addNode(0, 0);
+    QxDEdge* edge = drawing.addEdge(node, drawing.addNode(100, 0));
+    node->addConnector(0, 0, 0, 0, 1, 0)->addLabel(nullptr, 0);
+    QxNodeLabel* label = node->addLabel(nullptr, 0);
+    edge->addLabel(nullptr, 0);
+    EXPECT_EQ(graph->hasNodeLabelsState(), QxTriStateYes);
+    EXPECT_EQ(graph->numberOfLabels(), 3);
+    node->discardLabel(label);
+    EXPECT_EQ(graph->hasNodeLabelsState(), QxTriStateUnknown);
+    EXPECT_EQ(graph->hasNodeLabels(), 0);
+    edge->deactivate();
+    EXPECT_EQ(graph->hasEdgeLabels(), 0);
+    edge->activate();
+    EXPECT_EQ(graph->hasEdgeLabelsState(), QxTriStateYes);
+    QxDGraph* other = drawing.manager->addGraph(0);
+    graph->addLabel(nullptr, 0);
+    EXPECT_EQ(other->transferTopology(graph), 1);
+    EXPECT_EQ(graph->numberOfLabels(), 0);
+    EXPECT_EQ(other->numberOfLabels(), 3);
+    int walked = 0;
+    for (QxLabelIter it(other); it; ++it) {
+        ++walked;
+    }
+    EXPECT_EQ(walked, 3);
+}
+
 TEST_F(LabelTest, CopiesStandWhereTheirSourcesDo) {
     QxDNode* node = drawing.addNode(0, 0, 100, 40);
     QxDEdge* edge = drawing.addEdge(node, drawing.addNode(400, 0));

@@ -115,6 +115,22 @@ TEST(QxDGraphManager, SwitchesAreIndependent) {
     }
 }
 
+TEST_F(QxDGraphManagerTest, ComputesBoundsFromTheInsideOut) {
+    QxDNode* a = drawing.addNode(0, 0);
+    QxDGraph* between = manager->pIntergraph();
+    between->addEdge(a, drawing.addNode(50, 0), 0);
+    a->ntMoveTo(0, 300);
+    drawing.events.take();
+    manager->calculateGraphBounds();
+    std::vector<const QxObject*> sources;
+    for (const HeardChange& change : drawing.events.take()) {
+        sources.push_back(change.source);
+    }
+    EXPECT_THAT(sources, ElementsAre(graph, between)) << "the intergraph comes last";
+    EXPECT_EQ(graph->pBoundingRect()->top(), 305);
+    EXPECT_EQ(between->pBoundingRect()->top() > 290, true);
+}
+
 using QxDGraphManagerCopy = QxDGraphManagerTest;
 
 TEST_F(QxDGraphManagerCopy, IsAWholeDrawingOfItsOwn) {

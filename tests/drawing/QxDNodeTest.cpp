@@ -186,7 +186,7 @@ TEST_F(Node, NoIncidentEdgeStaysMarked) {
     QxDNode* node = place(0, 0, 10, 10);
     QxDEdge* out = graph->addEdge(node, place(50, 0, 10, 10), 0);
     QxDEdge* in = graph->addEdge(place(0, 50, 10, 10), node, 0);
-    QxDEdge* loop = graph->addEdge(node, node, 0);
+    QxDEdge* loop = graph->insertEdge(factory.qxNewDEdge(graph, 0), node, node);
     for (QxDEdge* edge : {out, in, loop}) {
         edge->marked(1);
     }
@@ -236,6 +236,39 @@ TEST_F(Node, CopiesIntoAnotherFactoryUseItsDatabase) {
     EXPECT_NE(copy->pQueryShapeResource(), source->pQueryShapeResource());
     EXPECT_EQ(copy->pQueryShapeResource()->pShapeResourceDB(), otherFactory.pShapeResourceDB());
     EXPECT_EQ(source->pQueryShapeResource()->useCount(), 1);
+}
+
+TEST_F(Node, AChangeOfShapeWithHooksDiscardsCalculatedConnectors) {
+    QxDNode* node = place(0, 0, 10, 10);
+    for (const int hooks : {0, 1}) {
+        node->ntAddConnector(0, 0, 3, 3);
+        EXPECT_EQ(*node->pChangeShape(hooks != 0 ? &rectangle : &oval, hooks),
+                  hooks != 0 ? rectangle : oval);
+        EXPECT_EQ(node->numberOfAllConnectors(), hooks != 0 ? 0 : 1);
+    }
+    EXPECT_THAT(recorder.takeTypes(), IsEmpty());
+}
+
+TEST_F(Node, ProjectsOntoItsOutline) {
+    QxDNode* node = place(10, 10, 40, 20);
+    node->pShape(&oval, 1);
+    QxPoint point(10, 15);
+    EXPECT_EQ(node->computeProjection(point), QxDirectionUp);
+    EXPECT_EQ(point, QxPoint(10, 0)) << "where the way up enters";
+    EXPECT_EQ(node->computeProjection(point, QxDirectionDown), 1);
+    EXPECT_EQ(point, QxPoint(10, 20));
+    EXPECT_EQ(node->computeProjection(point, QxDirectionNone), 0);
+    node->moveOutside(point, QxDirectionLeft, 0);
+    EXPECT_EQ(point, QxPoint(-30, 20));
+    std::int32_t x = 1000;
+    std::int32_t y = 300;
+    node->computeProjectionAtShapeBorder(x, y, 1);
+    EXPECT_EQ(y, 300);
+    EXPECT_NEAR(x, 954, 50) << "the oval recedes by 1 - sqrt(1 - 0.3 * 0.3)";
+    EXPECT_LT(x, 1000);
+    x = 20;
+    node->computeProjectionAtShapeBorder(x, y = 5, 0);
+    EXPECT_EQ(QxPoint(x, y), QxPoint(17, 5));
 }
 
 }  // namespace

@@ -42,6 +42,8 @@ private:
     /// One of these.
     void run(Edits edits) { edits.begin()[m_random.below(static_cast<int>(edits.size()))](); }
     void edit();
+    void sabotage(QxDNode* node);
+    void carryOff(QxDGraph& home, QxDNode& node);
     void grow();
     void insertLoose(QxDGraph* graph, QxDNode* loose);
     void editTopology(QxDGraph& graph, QxDNode& node, QxDEdge& edge);
@@ -157,8 +159,7 @@ void SabotagedWorld::drawingChanged(QxDrawingChangeEventData* data) {
     }
     if (m_sabotagesLeft > 0 && m_random.chance(30)) {
         --m_sabotagesLeft;
-        m_focus = dynamic_cast<QxDNode*>(data->pSourceNode());
-        edit();
+        sabotage(dynamic_cast<QxDNode*>(data->pSourceNode()));
     }
 }
 
@@ -196,12 +197,6 @@ void SabotagedWorld::edit() {
     QxDNode* node = place != nullptr ? any(objectsOf<QxDNode>(*place->pNodeList())) : nullptr;
     place = any(graphs());
     QxDEdge* edge = place != nullptr ? any(edgesIn(*place)) : nullptr;
-    // Often it concerns the node that is being changed, and its graph.
-    QxDNode* focus = std::exchange(m_focus, nullptr);
-    if (focus != nullptr && focus->pOwnerGraph() != nullptr && m_random.chance(50)) {
-        node = focus;
-        graph = m_random.chance(50) ? focus->pOwnerGraph() : graph;
-    }
     if (node == nullptr || edge == nullptr || graph == nullptr || m_random.chance(20)) {
         return grow();
     }
@@ -211,6 +206,27 @@ void SabotagedWorld::edit() {
          [&] { editBends(*edge); }, [&] { editPlace(*graph, *node); },
          [&] { editPlace(*graph, *node); }, [&] { editBounds(*graph); },
          [&] { m_random.chance(50) ? editGraphs(*graph) : editListeners(heard); }});
+}
+
+/// Often it concerns the node that is being changed.
+void SabotagedWorld::sabotage(QxDNode* node) {
+    QxDGraph* home = node != nullptr ? node->pOwnerGraph() : nullptr;
+    if (home == nullptr || m_random.chance(70)) {
+        edit();
+    } else if (m_random.chance(50)) {
+        refresh(*home);
+    } else {
+        carryOff(*home, *node);
+    }
+}
+
+void SabotagedWorld::carryOff(QxDGraph& home, QxDNode& node) {
+    ++m_edits;
+    willBeSettled(home);
+    if (home.removeNode(&node) != nullptr && node.pOwnerGraph() == nullptr) {
+        m_looseNodes.push_back(&node);
+        insertLoose(any(graphs()), take(m_looseNodes));
+    }
 }
 
 void SabotagedWorld::insertLoose(QxDGraph* graph, QxDNode* loose) {
@@ -274,13 +290,7 @@ void SabotagedWorld::editTopology(QxDGraph& graph, QxDNode& node, QxDEdge& edge)
          },
          [&] { edge.pOwnerGraph()->discardEdge(&edge); },
          [&] { graph.transferTopology(m_random.chance(50) ? any(graphs()) : &home); },
-         [&] {
-             willBeSettled(home);
-             if (home.removeNode(&node) != nullptr && node.pOwnerGraph() == nullptr) {
-                 m_looseNodes.push_back(&node);
-                 insertLoose(any(graphs()), take(m_looseNodes));
-             }
-         }});
+         [&] { carryOff(home, node); }});
 }
 
 void SabotagedWorld::editEdge(QxDNode& node, QxDEdge& edge) {
@@ -330,10 +340,6 @@ void SabotagedWorld::editConnectors(QxDNode& node, QxDEdge& edge) {
 void SabotagedWorld::editLabels(QxDNode& node, QxDEdge& edge) {
     auto* label = static_cast<QxNodeLabel*>(QxNodeLabelIter(&node).pObject());
     auto* other = static_cast<QxEdgeLabel*>(QxEdgeLabelIter(&edge).pObject());
-    if (label == nullptr || other == nullptr || m_random.chance(20)) {
-        label == nullptr ? void(node.addLabel(L"n", 0)) : void(edge.addLabel(L"e", 0));
-        return;
-    }
     const auto carryOver = [&] {
         const Ref<QxDEdge> held = hold(&edge);
         Ref<QxNodeLabel> own(node.removeLabel(label));
@@ -342,9 +348,20 @@ void SabotagedWorld::editLabels(QxDNode& node, QxDEdge& edge) {
             own.release();
         }
     };
-    run({[&] { label->moveTo(anyPlace(), 1); }, [&] { other->moveTo(anyPlace(), 1); },
-         [&] { other->resize(anySize(), 1); }, [&] { other->adjustOnOwnerOverlap(); },
-         [&] { node.discardAllLabels(); }, [&] { edge.discardAllLabels(); }, carryOver});
+    if (m_random.chance(50)) {
+        if (label == nullptr || m_random.chance(10)) {
+            node.addLabel(L"n", 0);
+            return;
+        }
+        return run(
+            {[&] { label->moveTo(anyPlace(), 1); }, carryOver, [&] { node.discardAllLabels(); }});
+    }
+    if (other == nullptr || m_random.chance(10)) {
+        edge.addLabel(L"e", 0);
+        return;
+    }
+    run({[&] { other->moveTo(anyPlace(), 1); }, [&] { other->resize(anySize(), 1); },
+         [&] { other->adjustOnOwnerOverlap(); }, [&] { edge.discardAllLabels(); }});
 }
 
 void SabotagedWorld::editPlace(QxDGraph& graph, QxDNode& node) {

@@ -3,7 +3,7 @@
 
 #include "qx/nesting/internal/EdgeHome.h"
 
-#include "qx/drawing/QxDGraphManager.h"
+#include "qx/drawing/internal/CloneLinks.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 
 namespace qx::internal {
@@ -34,21 +34,28 @@ QxEdgeStateEnum stateOf(const QxDEdge& edge) {
 
 }  // namespace
 
-EdgeHome::EdgeHome(const QxDNode* source, const QxDNode* target, bool isHidden) {
-    QxDGraph* const first = graphAround(source);
-    QxDGraph* const second = graphAround(target);
+EdgeHome::EdgeHome(const QxDGraphManager* manager, const QxDNode* source, const QxDNode* target,
+                   bool isHidden) {
+    const auto placeOf = [manager](const QxDNode* end) {
+        QxDGraph* const graph = graphAround(end);
+        return graph != nullptr && graph->pOwnerGraphManager() == manager ? graph : nullptr;
+    };
+    QxDGraph* const first = placeOf(source);
+    QxDGraph* const second = placeOf(target);
+    if (manager == nullptr) {
+        return;
+    }
     if (isHidden) {
         m_at = hides(first) ? first : hides(second) ? second : first != nullptr ? first : second;
         m_which = hides(m_at) ? Itself : ItsHideGraph;
-    } else if (first != nullptr && second != nullptr &&
-               first->pOwnerGraphManager() == second->pOwnerGraphManager()) {
+    } else if (first != nullptr && second != nullptr) {
         m_at = first;
         m_which = first == second && !hides(first) ? Itself : Between;
     }
 }
 
 EdgeHome::EdgeHome(const QxDEdge& edge)
-    : EdgeHome(edge.pSourceNode(), edge.pTargetNode(), edge.hidden() != 0) {}
+    : EdgeHome(managerOf(edge), edge.pSourceNode(), edge.pTargetNode(), edge.hidden() != 0) {}
 
 QxDGraph* EdgeHome::pQueryGraph() const {
     if (m_at == nullptr || m_which == Itself) {
@@ -77,6 +84,7 @@ MovingEdge::MovingEdge(QxDEdge& edge)
       m_source(edge.pSourceNode()),
       m_target(edge.pTargetNode()),
       m_from(edge.pOwnerGraph()),
+      m_manager(m_from ? m_from->pOwnerGraphManager() : nullptr),
       m_state(stateOf(edge)) {
     noteBends();
 }
@@ -116,7 +124,8 @@ bool MovingEdge::put(bool isHidden) {
     if (m_edge->ownerValid() != 0) {
         return false;
     }
-    QxDGraph* const graph = EdgeHome(m_source.get(), m_target.get(), isHidden).pGraph();
+    QxDGraph* const graph =
+        EdgeHome(m_manager.get(), m_source.get(), m_target.get(), isHidden).pGraph();
     if (graph != nullptr && insertInto(*graph)) {
         return m_edge->ownerValid() != 0;
     }

@@ -90,8 +90,11 @@ const QxDGraph* commonFrame(const QxDGraph* a, const QxDGraph* b) {
 FrameMap::FrameMap(const QxDGraph* from, const QxDGraph* to) {
     from = frameOf(from);
     to = frameOf(to);
-    const QxDGraph* common = from != nullptr && to != nullptr ? commonFrame(from, to) : nullptr;
-    if (common == nullptr || from == to) {
+    if (from == nullptr || to == nullptr || from == to) {
+        return;
+    }
+    const QxDGraph* const common = commonFrame(from, to);
+    if (common == nullptr) {
         return;
     }
     const Climb up(from, common);

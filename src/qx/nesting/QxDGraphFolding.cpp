@@ -11,12 +11,14 @@
 
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/bounds/internal/Change.h"
+#include "qx/drawing/internal/Extras.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/nesting/QxDChildGraphForest.h"
 #include "qx/nesting/QxDChildGraphForestEdge.h"
 #include "qx/nesting/QxDChildGraphForestNode.h"
 #include "qx/nesting/internal/Complexity.h"
 #include "qx/nesting/internal/Folding.h"
+#include "qx/nesting/internal/Frame.h"
 #include "qx/nesting/internal/Hiding.h"
 #include "qx/nesting/internal/MetaEdgeUpkeep.h"
 
@@ -46,7 +48,44 @@ bool hasEndsIn(const QxDGraphManager* manager, const QxDEdge& edge) {
     return isThere(edge.pSourceNode()) && isThere(edge.pTargetNode());
 }
 
+std::uint64_t mixed(const QxPoint& place) {
+    std::uint64_t value = (std::uint64_t{static_cast<std::uint32_t>(place.x())} << 32) |
+                          static_cast<std::uint32_t>(place.y());
+    value = (value ^ (value >> 30)) * 0xbf58476d1ce4e5b9U;
+    value = (value ^ (value >> 27)) * 0x94d049bb133111ebU;
+    return value ^ (value >> 31);
+}
+
 }  // namespace
+
+std::uint64_t sumOfPlaces(const QxDGraph& foldGraph) {
+    const auto isInside = [&](const QxDNode* end) {
+        return end != nullptr && frameOf(end->pOwnerGraph()) == &foldGraph;
+    };
+    std::uint64_t sum = 0;
+    for (const QxDGraph* graph :
+         {&foldGraph, static_cast<const QxDGraph*>(foldGraph.pHideGraph())}) {
+        if (graph == nullptr) {
+            continue;
+        }
+        for (const QxDNode* node : each<QxDNode>(*graph->pNodeList())) {
+            sum += mixed(node->iCenter());
+        }
+        for (const QxEdgeDList* edges :
+             {graph->pEdgeList(), graph->pDisconnectedEdgeList(), graph->pDeactivatedEdgeList()}) {
+            for (const QxDEdge* edge : each<QxDEdge>(*edges)) {
+                QxPNodeDList bends;
+                if (isInside(edge->pSourceNode()) && isInside(edge->pTargetNode())) {
+                    edge->buildPathNodeList(bends);
+                }
+                for (const QxPNode* bend : each<QxPNode>(bends)) {
+                    sum += mixed(bend->iCenter());
+                }
+            }
+        }
+    }
+    return sum;
+}
 
 Folding::Folding(QxDGraph& graph, QxDNode& folder, QxDGraph& foldGraph, bool keepHidden)
     : m_graph(graph),
@@ -84,7 +123,7 @@ void Folding::collect(const QxDList* nodes) {
 }
 
 bool Folding::fold() {
-    const MetaEdgeHold metaEdgesHeld(*m_graph);
+    const MetaEdgeHold heldMetaEdges(*m_graph);
     if (!becomeFolder()) {
         return false;
     }
@@ -97,12 +136,21 @@ bool Folding::fold() {
     }
     m_foldGraph->needsUpdateGraphBounds(1);
     m_foldGraph->calculateGraphBounds(0);
+    placeFolder();
+    return true;
+}
+
+/// Into the middle of what it holds; that is noted, so that the group can be found there again.
+void Folding::placeFolder() {
     QxRect covered;
-    if (m_folder->pOwnerGraph() == m_graph.get() &&
-        m_foldGraph->calculateGraphBounds(covered) != 0) {
+    if (m_foldGraph->calculateGraphBounds(covered) == 0) {
+        return;
+    }
+    m_foldGraph->graphExtras().folded = std::make_unique<GraphExtras::FoldedGroup>(
+        GraphExtras::FoldedGroup{covered.center(), sumOfPlaces(*m_foldGraph)});
+    if (m_folder->pOwnerGraph() == m_graph.get()) {
         m_folder->moveTo(covered.center(), 1);
     }
-    return true;
 }
 
 bool Folding::becomeFolder() {
@@ -114,6 +162,11 @@ bool Folding::becomeFolder() {
     return true;
 }
 
+bool Folding::isStillPossible() const {
+    const QxDGraphManager* const manager = m_graph->pOwnerGraphManager();
+    return manager != nullptr && m_foldGraph->pOwnerGraphManager() == manager;
+}
+
 void Folding::moveEverything() {
     std::vector<MovingEdge> moving;
     moving.reserve(m_shownEdges);
@@ -123,7 +176,7 @@ void Folding::moveEverything() {
         }
     }
     for (QxDNode* node : m_collected.nodes()) {
-        if (moveNode(*node, *m_graph, *m_foldGraph)) {
+        if (isStillPossible() && moveNode(*node, *m_graph, *m_foldGraph)) {
             fireComplexityChange(*node, NodeFolded);
         }
     }

@@ -87,11 +87,11 @@ void Hiding::settleBounds(bool isEmpty) {
 }
 
 void Hiding::hide() {
+    const MetaEdgeHold heldMetaEdges(*m_graph);
     const Ref hideGraph(m_collected.isEmpty() ? nullptr : m_graph->pNewHideGraph());
     if (!hideGraph) {
         return;
     }
-    const MetaEdgeHold metaEdgesHeld(*m_graph);
     hideGraph->disableQuadTree(1);
     const BoundsHold held(m_graph.get(), BoundsHold::OfAll);
     const BetweenHold heldBetween(*m_graph);
@@ -137,11 +137,11 @@ void Hiding::tellHidden() const {
 }
 
 void Hiding::unhide() {
-    const Ref hideGraph(m_graph->pHideGraph());
+    const Ref hideGraph(isPossible(*m_graph) ? m_graph->pHideGraph() : nullptr);
     if (!hideGraph) {
         return;
     }
-    const MetaEdgeHold metaEdgesHeld(*m_graph);
+    const MetaEdgeHold heldMetaEdges(*m_graph);
     const bool wasEmpty = isEmptyGraph(*m_graph);
     {
         const BoundsHold held(m_graph.get(), BoundsHold::OfAll);

@@ -9,6 +9,7 @@
 
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/bounds/internal/Change.h"
+#include "qx/drawing/internal/Extras.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/nesting/internal/Complexity.h"
 #include "qx/nesting/internal/Folding.h"
@@ -85,37 +86,50 @@ void Unfolding::collectContents(const QxDGraph& graph) {
 }
 
 void Unfolding::unfold() {
-    const MetaEdgeHold metaEdgesHeld(*m_graph);
+    const MetaEdgeHold heldMetaEdges(*m_graph);
     {
         const BoundsHold held(m_graph.get(), BoundsHold::OfAll);
         const BoundsHold heldInside(m_foldGraph.get(), BoundsHold::OfAll);
         const BetweenHold heldBetween(*m_graph);
         centerOnFolder();
-        moveHidden();
-        m_graph->transferTopology(m_foldGraph.get());
+        if (isStillPossible()) {
+            moveHidden();
+            m_graph->transferTopology(m_foldGraph.get());
+        }
         bringEdgesHome();
     }
     tell();
 }
 
+/// Listeners have heard of moves.
+bool Unfolding::isStillPossible() const {
+    return m_folder->pOwnerGraph() == m_graph.get() &&
+           m_folder->pFoldGraph() == m_foldGraph.get() && Hiding::isPossible(*m_graph);
+}
+
 /// Gives everything in the fold graph the coordinates that it will have in the graph around: those
-/// at which it is seen in an expanded folder, or such that it surrounds a collapsed one.
+/// at which it is seen in an expanded folder, or such that it surrounds a collapsed one. Where
+/// nothing has moved since it was folded, what has been hidden meanwhile counts, too: the group
+/// comes back as it was.
 void Unfolding::centerOnFolder() {
     QxRect covered;
-    if (m_foldGraph->calculateGraphBounds(covered) == 0) {
-        return;
-    }
-    QxPoint place = covered.center();
+    const bool isCovered = m_foldGraph->calculateGraphBounds(covered) != 0;
+    QxPoint from = covered.center();
+    QxPoint to = from;
+    const auto folded = std::move(m_foldGraph->graphExtras().folded);
     if (m_folder->expanded() != 0) {
-        m_foldGraph->expandedTransformPoint(m_graph.get(), place);
-    } else {
-        place = m_folder->iCenter();
+        m_foldGraph->expandedTransformPoint(m_graph.get(), to);
+        if (m_foldGraph->isAnchorGraph() == 0) {
+            m_foldGraph->vUpdateTransform(QxTransform());
+        }
+    } else if (folded != nullptr && folded->places == sumOfPlaces(*m_foldGraph)) {
+        from = folded->center;
+        to = m_folder->iCenter();
+    } else if (isCovered) {
+        to = m_folder->iCenter();
     }
-    if (m_folder->expanded() != 0 && m_foldGraph->isAnchorGraph() == 0) {
-        m_foldGraph->vUpdateTransform(QxTransform());
-    }
-    const std::int32_t dx = qx::saturatingSub(place.x(), covered.x());
-    const std::int32_t dy = qx::saturatingSub(place.y(), covered.y());
+    const std::int32_t dx = qx::saturatingSub(to.x(), from.x());
+    const std::int32_t dy = qx::saturatingSub(to.y(), from.y());
     if (dx != 0 || dy != 0) {
         shiftEdgesBetween(dx, dy);
         shift(dx, dy);
@@ -125,10 +139,11 @@ void Unfolding::centerOnFolder() {
 namespace {
 
 void moveBends(const QxDEdge& edge, std::int32_t dx, std::int32_t dy) {
+    const QxDGraph* const graph = edge.pOwnerGraph();
     QxPNodeDList bends;
     edge.buildPathNodeList(bends);
     for (QxPNode* bend : Snapshot<QxPNode>(&bends)) {
-        if (bend->pOwnerEdge() == &edge) {
+        if (bend->pOwnerEdge() == &edge && edge.pOwnerGraph() == graph) {
             bend->ntMove(dx, dy);
         }
     }
@@ -194,7 +209,10 @@ void Unfolding::shiftEdgesBetween(std::int32_t dx, std::int32_t dy) const {
     }
     const FrameMap outward(m_graph.get(), between);
     for (const QxDEdge* edge : edges) {
-        moveBends(*edge, roundedShift(dx * outward.scaleX()), roundedShift(dy * outward.scaleY()));
+        if (edge->pOwnerGraph() == between) {
+            moveBends(*edge, roundedShift(dx * outward.scaleX()),
+                      roundedShift(dy * outward.scaleY()));
+        }
     }
 }
 

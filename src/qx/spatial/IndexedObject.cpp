@@ -118,7 +118,8 @@ std::optional<QuadShape> IndexSlot::shapeOfPlainEdge(const QxGraphObject& segmen
     }
     const QxDEdge* edge = wholeEdge(segment);
     if (edge == nullptr || edge->hasConnectors() || typeid(*edge) != typeid(QxDEdge) ||
-        edge->m_sourcePathEdge != edge->m_targetPathEdge) {
+        edge->m_sourcePathEdge != edge->m_targetPathEdge ||
+        (isMade && edge->m_sourcePathEdge != &segment)) {
         return std::nullopt;
     }
     const QxDGraph* graph = edge->pOwnerGraph();

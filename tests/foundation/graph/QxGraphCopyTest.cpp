@@ -48,8 +48,15 @@ TEST_F(QxGraphCopy, ACopyOutlivesChangesAndTheEndOfItsSource) {
     source->pLastGraph()->nameString(L"other");
     source.reset();
     EXPECT_EQ(describe(*copy), before);
-    copy->copyObject(copy.get());
-    copy->copyObject(nullptr);
+    QxGraph* graph = copy->pFirstGraph();
+    for (const int deep : {0, 1}) {
+        copy->copyGraphManager(copy.get(), deep);
+        copy->copyGraphManager(nullptr, deep);
+        graph->copyGraph(graph, deep);
+        graph->copyGraph(nullptr, deep);
+    }
+    graph->duplicateTopology(graph, 1, 1);
+    copy->duplicateTopology(nullptr);
     EXPECT_EQ(describe(*copy), before);
 }
 

@@ -201,8 +201,15 @@ TEST_F(QxGraphHooks, TellTheGraphAndThenBothEndsOfAnEdge) {
     EXPECT_EQ(take(), "a.changeSource b.changeSource");
     e->reverse();
     EXPECT_EQ(take(), "a.changeSource b.changeTarget");
+    e->disconnect();
+    take();
+    EXPECT_EQ(e->connect(a, c), 0);
+    EXPECT_NE(e->connect(b, a), 0);
+    EXPECT_EQ(e->pSourceNode(), b);
+    EXPECT_NE(e->connected(), 0);
+    take();
     const Ref<QxEdge> removed(g->removeEdge(e));
-    EXPECT_EQ(take(), "G.vRemoveEdge G.disconnect a.disconnect b.disconnect G.removed");
+    EXPECT_EQ(take(), "G.vRemoveEdge G.disconnect b.disconnect a.disconnect G.removed");
     EXPECT_EQ(e->pSourceNode(), nullptr);
 }
 
@@ -240,6 +247,7 @@ TEST_F(QxGraphHooks, TellNobodyOfAChangeThatIsNoneOrIsRefused) {
     EXPECT_NE(e->deactivate(), 0);
     EXPECT_EQ(e->disconnect(), 0);
     EXPECT_EQ(e->connect(), 0);
+    EXPECT_EQ(e->connect(b, a), 0) << "deactivated";
     EXPECT_EQ(e->changeEndNodes(b, c), 0) << "the first end would do, the second would not";
     EXPECT_EQ(take(), "");
 }

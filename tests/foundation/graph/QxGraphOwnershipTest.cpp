@@ -30,22 +30,6 @@ protected:
     QxNode* c = h->addNode(0);
 };
 
-TEST_F(QxGraphOwnership, RemovedMembersOutliveTheirGraphAndComeBackElsewhere) {
-    const Ref<QxEdge> edge(g->removeEdge(g->addEdge(a, b, 0)));
-    g->removeNode(a);
-    EXPECT_EQ(a->pUnverifiedOwnerGraph(), g);
-    manager->discardGraph(g);
-    EXPECT_EQ(a->pUnverifiedOwnerGraph(), nullptr);
-    EXPECT_EQ(a->pFactory(), nullptr);
-    EXPECT_EQ(a->pUnverifiedFactory(), &factory);
-    EXPECT_EQ(h->insertNode(a), a);
-    EXPECT_EQ(h->insertEdge(hold(edge.get()).release(), a, c), edge.get());
-    EXPECT_NE(edge->connected(), 0);
-    manager.reset();
-    EXPECT_EQ(edge->pSourceNode(), nullptr);
-    EXPECT_EQ(edge->disconnected(), 1);
-}
-
 TEST_F(QxGraphOwnership, ARemovedGraphAndOneThatWasNeverInsertedOutliveTheManager) {
     manager->addEdge(a, c, 0);
     const Ref<QxGraph> removed(manager->removeGraph(g));

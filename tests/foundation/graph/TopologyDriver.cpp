@@ -159,30 +159,19 @@ void TopologyDriver::stepState() {
     ModelEdge& model = *m_random.pick(m_model.edges());
     QxEdge& edge = *model.edge();
     ModelNode& node = anyNode();
-    switch (m_random.below(9)) {
-        case 0:
-            return agree({"disconnect", edge.disconnect() != 0, m_model.disconnect(model)});
-        case 1:
-        case 2:
-            return agree({"connect", edge.connect() != 0, m_model.connect(model)});
-        case 3:
-            return agree({"deactivate", edge.deactivate() != 0, m_model.deactivate(model)});
-        case 4:
-            return agree({"activate", edge.activate() != 0, m_model.activate(model)});
-        case 5:
-            return reverse(model);
-        case 6:
-            return agree({"changeTargetNode", edge.changeTargetNode(node.node()) != 0,
-                          m_model.changeEnds(model, model.source, &node)});
-        case 7:
-            return agree({"changeEndNodes",
-                          edge.changeEndNodes(node.node(), edge.pSourceNode()) != 0,
-                          m_model.changeEnds(model, &node, model.source)});
-        default:
-            return agree({"changeSourceNodeWithoutConnect",
-                          edge.changeSourceNodeWithoutConnect(node.node()) != 0,
-                          m_model.changeSourceWithoutConnect(model, &node)});
-    }
+    const int kind = m_random.below(9);
+    kind < 1   ? agree({"disconnect", edge.disconnect() != 0, m_model.disconnect(model)})
+    : kind < 3 ? agree({"connect", edge.connect() != 0, m_model.connect(model)})
+    : kind < 4 ? agree({"deactivate", edge.deactivate() != 0, m_model.deactivate(model)})
+    : kind < 5 ? agree({"activate", edge.activate() != 0, m_model.activate(model)})
+    : kind < 6 ? reverse(model)
+    : kind < 7 ? agree({"changeTargetNode", edge.changeTargetNode(node.node()) != 0,
+                        m_model.changeEnds(model, model.source, &node)})
+    : kind < 8 ? agree({"changeEndNodes", edge.changeEndNodes(node.node(), edge.pSourceNode()) != 0,
+                        m_model.changeEnds(model, &node, model.source)})
+               : agree({"changeSourceNodeWithoutConnect",
+                        edge.changeSourceNodeWithoutConnect(node.node()) != 0,
+                        m_model.changeSourceWithoutConnect(model, &node)});
 }
 
 void TopologyDriver::stepNesting() {

@@ -94,8 +94,9 @@ bool hasPort(const QxDEdge& edge) {
 class Bundles {
 public:
     void add(QxDEdge& edge) {
-        const auto key = std::minmax(numberOf(edge.pSourceConnector(), edge.pSourceNode()),
-                                     numberOf(edge.pTargetConnector(), edge.pTargetNode()));
+        const std::size_t source = numberOf(edge.pSourceConnector(), edge.pSourceNode());
+        const std::size_t target = numberOf(edge.pTargetConnector(), edge.pTargetNode());
+        const std::pair<std::size_t, std::size_t> key = std::minmax(source, target);
         const auto [bundle, isNew] = m_indexOf.emplace(key, m_bundles.size());
         if (isNew) {
             m_bundles.emplace_back();

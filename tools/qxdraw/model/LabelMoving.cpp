@@ -286,7 +286,7 @@ private:
 
 void settle(QxLabel& label, const std::vector<Place>& places, Obstacles& obstacles) {
     constexpr std::int64_t MostHitsOfALabel = 5000;
-    constexpr std::int64_t MostHits = 10'000'000;
+    constexpr std::int64_t MostHits = 4'000'000;
     const std::int64_t limit = std::min(obstacles.hits() + MostHitsOfALabel, MostHits);
     QxPoint best = label.ntCenter();
     double bestCost = std::numeric_limits<double>::infinity();

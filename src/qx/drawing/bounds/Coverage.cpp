@@ -30,16 +30,16 @@ void eachConnectorOf(const QxDNode& node, const Act& act) {
     }
 }
 
+}  // namespace
+
 template <class Owner, class Act>
-void eachLabelOf(const Owner& owner, const Act& act) {
-    if (const QxDList* labels = owner.pLabelList()) {
+void Coverage::eachLabelOf(const Owner& owner, const Act& act) {
+    if (const QxDList* labels = owner.pQueryExtras() != nullptr ? owner.pLabelList() : nullptr) {
         for (QxLabel* label : each<QxLabel>(*labels)) {
             act(*label);
         }
     }
 }
-
-}  // namespace
 
 void Coverage::place(QxDGraph& graph, QxLabel& label) {
     QxRect rect;
@@ -194,7 +194,7 @@ void Coverage::ended(QxLabel& label) {
 }
 
 void Coverage::labelsEnded(QxDEdge& edge) {
-    QxLabelManager* labels = edge.pQueryLabelManager();
+    QxLabelManager* labels = edge.pQueryExtras() != nullptr ? edge.pQueryLabelManager() : nullptr;
     if (labels == nullptr) {
         return;
     }

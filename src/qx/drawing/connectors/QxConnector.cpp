@@ -72,6 +72,7 @@ void QxConnector::initDiagrammingConnector() {
 void QxConnector::copyObject(const QxObject* source) {
     if (source != nullptr && source != this) {
         const Ref alive(*this);
+        const Ref sourceAlive(*source);
         copyAttributes(source);
         emptyTopology();
         duplicateTopology(const_cast<QxConnector*>(static_cast<const QxConnector*>(source)));
@@ -107,6 +108,7 @@ void QxConnector::emptyTopology() {
 
 void QxConnector::duplicateTopology(QxConnector* source) {
     if (source != nullptr && source != this) {
+        const Ref sourceAlive(*source);
         internalDuplicateTopology(source);
         source->nullInternalUserFields();
     }

@@ -24,6 +24,7 @@ QxConnector* QxConnectorManager::insertConnector(QxDNode* node, QxConnector* con
         appendCell(&connector->m_ownerCell);
         connector->pOwner(node);
         connector->ownerValid(1);
+        connector->inDiscard(0);
         m_specified += connector->specified();
         LabelPresence::changed(*connector);
         Coverage::changed(*connector);

@@ -189,6 +189,7 @@ void QxDNode::discardAllCalculatedConnectors() {
 
 void QxDNode::releaseConnectors() {
     for (QxConnector* connector : Snapshot<QxConnector>(pQueryConnectorManager())) {
+        connector->inDiscard(0);  // whoever has set it, it goes now
         QxDNode::vDiscardConnector(connector);
     }
 }

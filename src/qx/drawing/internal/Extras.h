@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <cstdint>
 #include <memory>
 #include <vector>
 
@@ -78,6 +79,12 @@ struct GraphExtras : GraphObjectExtras {
     std::int32_t connectorLabels = 0;
     /// The edges whose labels may cover something else than the extents say.
     QxDList outdatedLabelEdges;
+    /// Of a fold graph: the middle of the group when it was folded, and a sum over all places.
+    struct FoldedGroup {
+        QxPoint center;
+        std::uint64_t places;
+    };
+    std::unique_ptr<const FoldedGroup> folded;
 
     /// The list of affected edges is handed out.
     bool isIdle() const override { return false; }

@@ -8,6 +8,7 @@
 
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
+#include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxPNode.h"
 #include "qx/foundation/graph/QxGraphChangeEventTypeEnum.h"
@@ -24,12 +25,13 @@ namespace qx::internal {
 /// its source's graph.
 class EdgeHome {
 public:
-    EdgeHome(const QxDNode* source, const QxDNode* target, bool isHidden);
+    /// Ends outside the manager's graphs do not count.
+    EdgeHome(const QxDGraphManager* manager, const QxDNode* source, const QxDNode* target,
+             bool isHidden);
     /// Of an edge that stays hidden, or not.
     explicit EdgeHome(const QxDEdge& edge);
 
-    /// Null when it has not been made yet, and when there is none: an end lies in no graph, or they
-    /// lie in different drawings.
+    /// Null when it has not been made yet, and when there is none, for want of an end.
     QxDGraph* pQueryGraph() const;
     /// Makes the graph when it is missing.
     QxDGraph* pGraph() const;
@@ -77,6 +79,7 @@ private:
     Ref<QxDNode> m_source;
     Ref<QxDNode> m_target;
     Ref<QxDGraph> m_from;
+    Ref<QxDGraphManager> m_manager;
     QxEdgeStateEnum m_state;
     bool m_isStranded = false;
     std::vector<std::pair<Ref<QxPNode>, QxPoint>> m_bends;

@@ -33,6 +33,9 @@ public:
 
 private:
     bool becomeFolder();
+    void placeFolder();
+    /// Whether both graphs are still in one drawing.
+    bool isStillPossible() const;
     void moveEverything();
     void moveHiddenEdge(QxDEdge& edge) const;
     void discardStranded();
@@ -47,6 +50,9 @@ private:
     std::vector<Ref<QxDEdge>> m_stranded;
 };
 
+/// A sum over the places of the nodes and bends in a fold graph, hidden or not, in any order.
+std::uint64_t sumOfPlaces(const QxDGraph& foldGraph);
+
 /// Moves what lies in the fold graph of a folder node back into the graph of the folder.
 class Unfolding {
 public:
@@ -60,6 +66,7 @@ public:
 private:
     void collectEdgesToOutside();
     void collectContents(const QxDGraph& graph);
+    bool isStillPossible() const;
     void centerOnFolder();
     void shiftEdgesBetween(std::int32_t dx, std::int32_t dy) const;
     void shift(std::int32_t dx, std::int32_t dy) const;

@@ -70,6 +70,8 @@ public:
 private:
     static void placeEnds(QxDEdge& edge);
     static void endsEnded(QxDEdge& edge);
+    template <class Owner, class Act>
+    static void eachLabelOf(const Owner& owner, const Act& act);
     static void place(QxDGraph& graph, QxLabel& label);
     /// Of one label of the edge, or (null) of all of them.
     static void outdateLabels(QxDEdge& edge, QxLabel* one);
