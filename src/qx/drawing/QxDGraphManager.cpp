@@ -116,7 +116,7 @@ QxGraph* QxDGraphManager::vInsertGraph(QxGraph* graph) {
         insertGraph(shown);  // which takes this one along
         return graph->pOwnerGraphManager() == this ? graph : nullptr;
     }
-    const MetaEdgeHold held(this, MetaEdgeHold::KeepsArrivals);
+    const MetaEdgeHold held(this);
     auto* inserted = static_cast<QxDGraph*>(QxGraphManager::vInsertGraph(graph));
     const auto isHere = [&] {
         return inserted != nullptr && inserted->pOwnerGraphManager() == this &&

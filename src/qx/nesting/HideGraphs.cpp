@@ -16,6 +16,7 @@
 #include "qx/foundation/util/internal/Ref.h"
 #include "qx/nesting/internal/Complexity.h"
 #include "qx/nesting/internal/EdgeHome.h"
+#include "qx/nesting/internal/MetaEdgeUpkeep.h"
 
 using qx::internal::each;
 using qx::internal::EdgeHome;
@@ -70,6 +71,9 @@ void QxDGraph::setHideLink(QxDGraph* hideGraph) {
     m_hideLink = hideGraph;
     hideGraph->m_hideLink = this;
     hideGraph->setFlag(qx::flags::GraphHide, 1);
+    if (pOwnerGraphManager() != nullptr && hideGraph->numberOfNodes() > 0) {
+        qx::internal::MetaEdgeUpkeep::everythingChanged(*pOwnerGraphManager());
+    }
     hideGraph->needsUpdateGraphBounds(0);
     hideGraph->disableQuadTree(1);
     QxEdgeDList edges;
