@@ -636,6 +636,11 @@ private:
     /// The edges between graphs at this graph, and at those nested in it, may have come into sight
     /// or gone out of it. O(these edges and graphs).
     void tellContainedEdges();
+    /// The graph has come to a manager or left one: what it knew of being seen there is void.
+    void forgetVisibility() {
+        m_visibilityStamp = 0;
+        setFlag(qx::flags::GraphResting, 0);
+    }
     /// Lets bounds and index rest, or brings them up to date.
     void rest();
     void resume();
