@@ -98,8 +98,8 @@ private:
             random.pick(nodes())->pChildGraph(graph);
         }
         for (int i = 0; i < 5; ++i) {
-            QxDNode* node = graph->addNodeWithCoordinates(
-                random.below(300), random.below(300), 20 + random.below(20), 20, 1, 0);
+            QxDNode* node = graph->addNodeWithCoordinates(random.below(300), random.below(300),
+                                                          20 + random.below(20), 20, 1, 0);
             node->addConnector(1000, 0, 0, 0, 1, 0);
         }
     }

@@ -51,10 +51,21 @@ QxDGraph* QxDGraph::pNewHideGraph() {
 
 namespace {
 
+/// Whether `graph` is `around` or lies, hidden or not, somewhere in it.
+bool liesIn(const QxDGraph* graph, const QxDGraph& around) {
+    while (graph != nullptr && graph != &around) {
+        const QxGraphMember* parent = graph->pParentGraphMember();
+        graph = parent != nullptr ? static_cast<const QxDGraph*>(parent->pOwnerGraph())
+                                  : graph->pHideFromGraph();
+    }
+    return graph != nullptr;
+}
+
 /// Whether the graph may hide what comes from `shown`.
 bool canHideFor(const QxDGraph& shown, const QxDGraph& graph) {
     return graph.pHideGraph() == nullptr && graph.isHideGraph() == 0 && graph.isIntergraph() == 0 &&
-           graph.isChildGraph() == 0 && graph.pUnverifiedFactory() == shown.pUnverifiedFactory() &&
+           graph.isChildGraph() == 0 && !liesIn(&shown, graph) &&
+           graph.pUnverifiedFactory() == shown.pUnverifiedFactory() &&
            (graph.pOwnerGraphManager() == nullptr ||
             graph.pOwnerGraphManager() == shown.pOwnerGraphManager());
 }

@@ -125,6 +125,11 @@ QxEdge* QxDChildGraphForest::vNewEdge(int) {
     return new QxDChildGraphForestEdge(this);
 }
 
+QxGraph* QxDChildGraphForest::vHidePartner(const QxGraph* graph) const {
+    const auto* drawn = static_cast<const QxDGraph*>(graph);
+    return drawn->isHideGraph() != 0 ? drawn->pHideFromGraph() : drawn->pHideGraph();
+}
+
 QxDGraphManager* QxDChildGraphForest::pGraphManager() const {
     return static_cast<QxDGraphManager*>(QxChildGraphForest::pGraphManager());
 }

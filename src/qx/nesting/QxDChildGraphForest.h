@@ -36,6 +36,7 @@ protected:
     void vDiscardChildGraphForestEdge(QxChildGraphForestEdge* edge) override;
     QxNode* vNewNode(int type) override;
     QxEdge* vNewEdge(int type) override;
+    QxGraph* vHidePartner(const QxGraph* graph) const override;
 
 private:
     friend class QxDChildGraphForestEdge;

@@ -188,19 +188,37 @@ bool QxChildGraphForest::canNest(const QxGraphMember* member, const QxGraph* gra
     return !isNestedIn(around, graph);
 }
 
+QxGraph* QxChildGraphForest::vHidePartner(const QxGraph*) const {
+    return nullptr;
+}
+
 bool QxChildGraphForest::isNestedIn(const QxGraph* graph, const QxGraph* around) const {
-    if (around == nullptr || (graph != around && around->m_forestNode->outDegree() == 0)) {
+    const auto isElsewhere = [graph](const QxGraph* one) {
+        return one == nullptr || (graph != one && (one->m_forestNode == nullptr ||
+                                                   one->m_forestNode->outDegree() == 0));
+    };
+    if (around == nullptr || (isElsewhere(around) && isElsewhere(vHidePartner(around)))) {
         return false;  // nothing is nested there: a chain that grows at its end needs no climb
     }
     // Climbs the connected relations: the owner graphs of members on their way are new already.
     while (graph != nullptr && graph != around) {
         const QxChildGraphForestNode* node = graph->m_forestNode;
         const QxEdge* relation = node != nullptr ? node->pFirstInEdge() : nullptr;
-        graph = relation != nullptr
-                    ? static_cast<const QxChildGraphForestNode*>(relation->pSourceNode())->m_graph
-                    : nullptr;
+        if (relation != nullptr) {
+            graph = static_cast<const QxChildGraphForestNode*>(relation->pSourceNode())->m_graph;
+        } else {
+            graph = graph->isHideGraph() != 0 ? vHidePartner(graph) : nullptr;
+        }
     }
     return graph != nullptr;
+}
+
+void QxChildGraphForest::endCycle(QxGraphMember* member, const QxGraph* graph) {
+    const QxChildGraphForestEdge* relation = member->pChildGraphForestEdge();
+    if (relation != nullptr && relation->pForest() == this &&
+        isNestedIn(graph, relation->pChildGraph())) {
+        endRelation(member);
+    }
 }
 
 void QxChildGraphForest::endRelation(QxGraphMember* member) {

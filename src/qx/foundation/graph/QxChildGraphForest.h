@@ -49,6 +49,9 @@ public:
     QxGraphMember* pParentGraphMember(const QxGraph* graph) const;
     /// The relation that nests `graph`, connected or, failing that, disconnected; null for none.
     QxChildGraphForestEdge* pParentRelation(const QxGraph* graph) const;
+    /// Ends the relation of a member that is about to come into its own child graph, or into a
+    /// graph that lies in that.
+    void endCycle(QxGraphMember* member, const QxGraph* graph);
     /// The graph around `graph`; null at the top.
     QxGraph* pParentGraph(const QxGraph* graph) const;
     /// The innermost graph in which both lie, themselves included; null when there is none.
@@ -59,6 +62,9 @@ public:
 protected:
     QxNode* vNewNode(int type) override;
     QxEdge* vNewEdge(int type) override;
+    /// The graph that belongs to the same place: of a hide graph what it hides from, of any other
+    /// graph what hides from it. Null for none, and always in this layer.
+    virtual QxGraph* vHidePartner(const QxGraph* graph) const;
 
 private:
     friend class QxGraphManager;

@@ -213,6 +213,7 @@ private:
 
     std::uint64_t nextListStamp() { return ++m_lastListStamp; }
     QxEdgeDList& listOfState(const QxEdge* edge);
+    bool endCycleThrough(QxGraphMember* member);
     void adopt(QxGraphMember* member, QxDList& list);
     void dismiss(QxGraphMember* member, QxDList& list);
     bool disconnectOwnEdgesAt(QxNode* node);

@@ -80,6 +80,9 @@ QxNode* QxGraph::vInsertNode(QxNode* node) {
         return nullptr;
     }
     const Ref alive(*node);
+    if (!endCycleThrough(node)) {
+        return nullptr;
+    }
     GraphChange change(*this, *node, NodeInserted);
     adopt(node, m_nodes);
     tellGraphsOfIntergraphEdgesAt(node);
@@ -134,6 +137,9 @@ QxEdge* QxGraph::vInsertEdge(QxEdge* edge, QxNode* source, QxNode* target) {
         return nullptr;
     }
     const Ref alive(*edge);
+    if (!endCycleThrough(edge)) {
+        return nullptr;
+    }
     GraphChange change(*this, *edge, EdgeInserted);
     edge->initEndNodes(source, target);
     edge->setFlag(QxEdge::BeingInserted, 1);
@@ -202,7 +208,7 @@ void QxGraph::takeOverMembers(QxGraph& former, L QxGraph::*list,
                                   : (isNodes ? NodeRemoved : EdgeRemoved);
     const bool heard = qx::internal::hearsGraphChange(at, type);
     for (QxGraphMember* member : Snapshot<QxGraphMember>(&(former.*list))) {
-        if (member->pOwnerGraph() != &former) {
+        if (member->pOwnerGraph() != &former || !endCycleThrough(member)) {
             continue;  // a hook has taken it away
         }
         if (heard) {
@@ -280,6 +286,16 @@ QxEdgeDList& QxGraph::listOfState(const QxEdge* edge) {
     }
     const bool active = edge->connected() != 0 || edge->hasFlag(QxEdge::BeingInserted) != 0;
     return active ? m_edges : m_disconnectedEdges;
+}
+
+/// Before a member comes here, for nobody may find it in its own child graph. False when a listener
+/// has taken it elsewhere.
+bool QxGraph::endCycleThrough(QxGraphMember* member) {
+    const QxGraph* const former = member->pOwnerGraph();
+    if (QxChildGraphForest* forest = forestFor(member, this)) {
+        forest->endCycle(member, this);
+    }
+    return member->pOwnerGraph() == former;
 }
 
 void QxGraph::adopt(QxGraphMember* member, QxDList& list) {
