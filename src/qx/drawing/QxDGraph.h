@@ -633,6 +633,9 @@ private:
     /// @{
     /// The bounds have changed: the node that shows the graph follows.
     void refitAround(int keepNodeInPlace);
+    /// The margins, or the spacings of the view area, have changed: the view area becomes what the
+    /// margin bounding rectangle needs.
+    void refitToMargins(int keepNodeInPlace);
     /// The edges between graphs at this graph, and at those nested in it, may have come into sight
     /// or gone out of it. O(these edges and graphs).
     void tellContainedEdges();
