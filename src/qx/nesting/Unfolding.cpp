@@ -98,6 +98,7 @@ void Unfolding::unfold() {
         }
         bringEdgesHome();
     }
+    m_foldGraph->refitAround(1);  // an expanded folder shows an empty graph now
     tell();
 }
 
