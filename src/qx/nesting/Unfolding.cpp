@@ -164,9 +164,10 @@ public:
     bool holds(const QxDNode* node) const {
         return node != nullptr && m_tops.count(node->pOwnerGraph()) != 0;
     }
-    const QxGraphMember* of(const QxDNode& node) const {
-        const QxGraphMember* const top = m_tops.at(node.pOwnerGraph());
-        return top != nullptr ? top : &node;
+    /// Whether both lie deeper, in one of its nodes.
+    bool areInOneNode(const QxDNode& a, const QxDNode& b) const {
+        const QxGraphMember* const top = m_tops.at(a.pOwnerGraph());
+        return top != nullptr && top == m_tops.at(b.pOwnerGraph());
     }
 
 private:
@@ -202,7 +203,7 @@ void Unfolding::shiftEdgesBetween(std::int32_t dx, std::int32_t dy) const {
              {graph->pLeavingIntergraphEdgeList(), graph->pUnconnectedIntergraphEdgeList()}) {
             for (QxDEdge* edge : each<QxDEdge>(*list)) {
                 if (lieIn(edge->pSourceNode(), graph) && tops.holds(edge->pTargetNode()) &&
-                    tops.of(*edge->pSourceNode()) != tops.of(*edge->pTargetNode())) {
+                    !tops.areInOneNode(*edge->pSourceNode(), *edge->pTargetNode())) {
                     edges.add(edge);
                 }
             }
