@@ -150,11 +150,13 @@ std::string visiblePartDifference(QxDEdge& edge, const Points& bends, bool withF
         drawn.push_back(to);
     }
     return !seen && (from != source.iCenter() || to != target.iCenter()) ? "is cut though not seen"
-           : seen && clipsThere && !there.isWayOut(out, from)            ? "is cut at the source"
-           : seen && clipsBack && !back.isWayOut(last - in, to)          ? "is cut at the target"
-           : pointsSeen(edge) != drawn                                   ? "points that are seen"
-           : withFlags && !areFlagged(edge, seen, out, in)               ? "flags of its path"
-                                                                         : "";
+           : seen && (clipsThere ? !there.isWayOut(out, from) : from != source.iCenter())
+               ? "is cut at the source"
+           : seen && (clipsBack ? !back.isWayOut(last - in, to) : to != target.iCenter())
+               ? "is cut at the target"
+           : pointsSeen(edge) != drawn                     ? "points that are seen"
+           : withFlags && !areFlagged(edge, seen, out, in) ? "flags of its path"
+                                                           : "";
 }
 
 }  // namespace qxtest

@@ -34,12 +34,12 @@ void EditWorld::stepClipping() {
             edge.clipTargetSide(m_random.below(2));
             break;
         case 1:
-            edge.clipSourceSide(m_random.below(2));
-            edge.ntFromPoint(1);  // found, and to be found anew
-            if (model.source != nullptr) {
-                drawn(*model.source)->forceClipping(m_random.below(2));
-                m_complaint = visibleDifference(model);
+            edge.clipSourceSide(0);
+            for (int force = 3; force > 0 && model.source != nullptr; --force) {
+                drawn(*model.source)->forceClipping(force % 2);
+                m_complaint = m_complaint.empty() ? visibleDifference(model) : m_complaint;
             }
+            edge.clipSourceSide(m_random.below(2));
             break;
         case 2:
             edge.pTargetOrPathEdge();

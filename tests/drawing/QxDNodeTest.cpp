@@ -6,7 +6,7 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "drawing/DrawingTesting.h"
+#include "drawing/WorldFactory.h"
 #include "qx/foundation/geometry/QxShape.h"
 
 namespace {
@@ -247,6 +247,37 @@ TEST_F(Node, AChangeOfShapeWithHooksDiscardsCalculatedConnectors) {
         EXPECT_EQ(node->numberOfAllConnectors(), hooks != 0 ? 0 : 1);
     }
     EXPECT_THAT(recorder.takeTypes(), IsEmpty());
+}
+
+/// Carries the node that has changed off to another graph.
+class CarriesOff : public QxDrawingChangeListener {
+public:
+    explicit CarriesOff(QxDGraph& to) : m_to(to) {}
+    using QxDrawingChangeListener::drawingChanged;
+    void drawingChanged(QxDrawingChangeEventData* data) override {
+        auto* node = static_cast<QxDNode*>(data->pSourceNode());
+        if (node->pOwnerGraph() != &m_to) {
+            node->pOwnerGraph()->removeNode(node);
+            m_to.insertNode(node);
+        }
+    }
+
+private:
+    QxDGraph& m_to;
+};
+
+TEST(NodeInTheMiddleOfAChange, MayGoToAnotherGraphWhereTheRestIsMade) {
+    WorldFactory factory;
+    SmallDrawing drawing(factory);
+    QxDGraph* to = drawing.manager->addGraph(WorldFactory::Shown);
+    QxDNode* node = drawing.addNode(0, 0);
+    drawing.addNode(100, 0);
+    CarriesOff listener(*to);
+    factory.pEventManager()->addDrawingChangeListener(&factory, &listener, NodeResized);
+    node->updateForDiagramming(rectAt(500, 500, 20, 20));
+    EXPECT_EQ(node->pOwnerGraph(), to);
+    EXPECT_EQ(boundsOf(drawing.graph), (Box{95, -5, 105, 5}));
+    EXPECT_EQ(boundsOf(to), (Box{490, 490, 510, 510}));
 }
 
 TEST_F(Node, ProjectsOntoItsOutline) {
