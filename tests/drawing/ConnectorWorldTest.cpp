@@ -241,6 +241,15 @@ private:
         if (!stays) {
             unassign(line, end);
         }
+        for (Pin* pin : line.pins) {
+            if (pin != nullptr && !pin->specified) {
+                // Between graphs a calculated one stands by proportion, in a graph by offset.
+                EXPECT_EQ(pin->real->ntCenter(), placeOf(*pin)) << "it stays where it is";
+                pin->perMil = {pin->real->perMilX(), pin->real->perMilY()};
+                const QxSize offset = pin->real->ntOffset();
+                pin->offset = {offset.width(), offset.height()};
+            }
+        }
     }
     void assign(Line& line, int end, QxDNode* stranger) {
         std::vector<Pin*> choice{nullptr};

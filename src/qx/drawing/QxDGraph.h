@@ -424,8 +424,9 @@ public:
     /// The hide graph of an ordinary graph, the graph that a hide graph hides from; else null.
     QxDGraph* pHideGraph() const { return isHideGraph() != 0 ? nullptr : m_hideLink; }
     QxDGraph* pHideFromGraph() const { return isHideGraph() != 0 ? m_hideLink : nullptr; }
-    /// Makes `hideGraph` the hide graph of this one. Nothing happens for null, this graph, the
-    /// intergraph, and when one of them has such a link already or is a hide graph.
+    /// Makes `hideGraph` the hide graph of this one, which takes it over when no manager lists it.
+    /// Nothing happens for null, this graph, the intergraph, a nested graph, one of another manager
+    /// or factory, and when one of the two has such a link already or is a hide graph.
     void setHideLink(QxDGraph* hideGraph);
     int hasHiddenNodes() const;
     /// Edges in whatever state.
@@ -440,18 +441,21 @@ public:
     /// first.
     /// @{
 
-    /// Moves nodes of this graph into `foldGraph`, which becomes the child graph of `folderNode`,
-    /// a node of this graph; the folder comes to stand in the middle of what it holds. Hidden edges
-    /// at these nodes stay hidden when `keepHidden` is nonzero. Fires NodeFolded and EdgeFolded for
-    /// each object as it moves. 1; 0, and no change, for nulls, no nodes, a fold graph that holds
-    /// anything or cannot be nested there, and in a hide graph, the intergraph or a graph without
-    /// a manager.
+    /// Moves nodes of this graph, other than the folder, into `foldGraph`, which becomes the child
+    /// graph of `folderNode`, a node of this graph; the folder comes to stand in the middle of what
+    /// it holds. Hidden edges at these nodes stay hidden when `keepHidden` is nonzero. Fires
+    /// NodeFolded and EdgeFolded for each object as it moves. 1; 0, and no change, for nulls, no
+    /// nodes, a fold graph that holds anything or cannot be nested there, and in a hide graph, the
+    /// intergraph or a graph without a manager. Linear in the nodes and their edges, with a
+    /// logarithm for the order; so is unfold.
     int fold(QxDNode* folderNode, QxDGraph* foldGraph, const QxDNodeDList* nodes,
              QxDNodeDList* foldedNodeList, QxDEdgeDList* foldedEdgeList, int keepHidden);
-    /// Moves everything in the fold graph of `folderNode` back into this graph, around the folder;
-    /// hidden objects of the fold graph stay hidden when `keepHidden` is nonzero. Fires
-    /// NodeUnfolded, then EdgeUnfolded, when all is done. The folder and its empty fold graph stay.
-    /// 1; 0, and no change, for what is no folder node of this graph, and in a hide graph.
+    /// Moves everything in the fold graph of `folderNode` back into this graph, around the folder,
+    /// just as it stood around it if nothing has moved in there since the fold; out of an expanded
+    /// folder to where it is seen. Hidden objects of the fold graph stay hidden when `keepHidden`
+    /// is nonzero. Fires NodeUnfolded, then EdgeUnfolded, when all is done. The folder and its
+    /// empty fold graph stay. 1; 0, and no change, for what is no folder node of this graph, and in
+    /// a hide graph.
     int unfold(QxDNode* folderNode, QxDNodeDList* unfoldedNodeList, QxDEdgeDList* unfoldedEdgeList,
                int keepHidden);
     /// What fold would take: its nodes, the edges of this graph at them, and their hidden edges.
@@ -629,9 +633,17 @@ private:
     /// @{
     /// The bounds have changed: the node that shows the graph follows.
     void refitAround(int keepNodeInPlace);
+    /// The margins, or the spacings of the view area, have changed: the view area becomes what the
+    /// margin bounding rectangle needs.
+    void refitToMargins(int keepNodeInPlace);
     /// The edges between graphs at this graph, and at those nested in it, may have come into sight
     /// or gone out of it. O(these edges and graphs).
     void tellContainedEdges();
+    /// The graph has come to a manager or left one: what it knew of being seen there is void.
+    void forgetVisibility() {
+        m_visibilityStamp = 0;
+        setFlag(qx::flags::GraphResting, 0);
+    }
     /// Lets bounds and index rest, or brings them up to date.
     void rest();
     void resume();

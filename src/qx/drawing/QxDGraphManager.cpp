@@ -129,6 +129,7 @@ QxGraph* QxDGraphManager::vInsertGraph(QxGraph* graph) {
         showAnchor(inserted);
     }
     if (isHere()) {
+        inserted->forgetVisibility();
         // Outside a manager raw moves may have left the bounds behind.
         inserted->disableGraphBounds(1, 0);
         inserted->disableGraphBounds(0, 0);
@@ -157,6 +158,7 @@ QxGraph* QxDGraphManager::vRemoveGraph(QxGraph* graph) {
     MetaEdgeUpkeep::leaves(*static_cast<QxDGraph*>(graph));
     QxGraph* const removed = QxGraphManager::vRemoveGraph(graph);
     if (removed != nullptr) {
+        drawn.forgetVisibility();
         forgetFormerAnchor(drawn);
         removeHideGraphOf(drawn);
     }
@@ -196,6 +198,9 @@ int QxDGraphManager::vTransferTopology(QxGraphManager* manager) {
     MetaEdgeUpkeep::everythingChanged(*this);
     if (QxGraphManager::vTransferTopology(other) == 0) {
         return 0;
+    }
+    for (QxDGraph* graph : each<QxDGraph>(*pGraphList())) {
+        graph->forgetVisibility();
     }
     other->showAnchor(other->pFirstGraph());  // none, unless a listener has added it
     const bool isHere = anchor && anchor->pOwnerGraphManager() == this;

@@ -264,7 +264,7 @@ private:
     void showAnchor(QxDGraph* graph);
 
     /// What is nested in what has changed: forget what graphs know of their visibility.
-    void nestingChanged() { ++m_nestingStamp; }
+    void nestingChanged() { m_nestingStamp = m_nestingStamp + 1 != 0 ? m_nestingStamp + 1 : 1; }
 
     QxDGraph* m_anchor = nullptr;
     std::uint32_t m_nestingStamp = 1;

@@ -59,8 +59,8 @@ int QxDGraph::vDiscardNode(QxNode* node) {
 QxEdge* QxDGraph::vInsertEdge(QxEdge* edge, QxNode* source, QxNode* target) {
     using qx::internal::Ref;
     const Ref<QxDEdge> alive(static_cast<QxDEdge*>(edge));
-    const Ref<QxDGraph> former(
-        alive ? static_cast<QxDGraph*>(edge->pUnverifiedOwnerGraph()) : nullptr);
+    const Ref<QxDGraph> former(alive ? static_cast<QxDGraph*>(edge->pUnverifiedOwnerGraph())
+                                     : nullptr);
     QxEdge* inserted = nullptr;
     Change::inGraph(*this, [&] {
         inserted = QxGraph::vInsertEdge(edge, source, target);

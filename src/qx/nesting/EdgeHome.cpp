@@ -84,9 +84,14 @@ MovingEdge::MovingEdge(QxDEdge& edge)
       m_source(edge.pSourceNode()),
       m_target(edge.pTargetNode()),
       m_from(edge.pOwnerGraph()),
-      m_manager(m_from ? m_from->pOwnerGraphManager() : nullptr),
       m_state(stateOf(edge)) {
     noteBends();
+}
+
+/// That of the graph it was in or, when that has gone meanwhile, of the one its source is in.
+const QxDGraphManager* MovingEdge::pManager() const {
+    const QxDGraphManager* const manager = m_from->pOwnerGraphManager();
+    return manager != nullptr ? manager : managerOf(*m_source);
 }
 
 void MovingEdge::noteBends() {
@@ -124,8 +129,7 @@ bool MovingEdge::put(bool isHidden) {
     if (m_edge->ownerValid() != 0) {
         return false;
     }
-    QxDGraph* const graph =
-        EdgeHome(m_manager.get(), m_source.get(), m_target.get(), isHidden).pGraph();
+    QxDGraph* const graph = EdgeHome(pManager(), m_source.get(), m_target.get(), isHidden).pGraph();
     if (graph != nullptr && insertInto(*graph)) {
         return m_edge->ownerValid() != 0;
     }

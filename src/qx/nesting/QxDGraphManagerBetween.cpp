@@ -64,9 +64,17 @@ QxDEdge* QxDGraphManager::convertEdgeFromOldOwnerGraph(QxDEdge* edge, QxDGraph* 
         graph->pOwnerGraphManager() != this || oldGraph->pOwnerGraphManager() != this) {
         return edge;
     }
+    const bool becomesOther = graph->isIntergraph() != oldGraph->isIntergraph();
+    QxPNodeDList bends;
+    edge->buildPathNodeList(bends);
+    if (bends.isEmpty() != 0 && !becomesOther) {
+        return edge;
+    }
     Change::run(*edge, [&] {
-        qx::internal::mapBends(*edge, FrameMap(oldGraph, graph));
-        if (graph->isIntergraph() != oldGraph->isIntergraph()) {
+        if (bends.isEmpty() == 0) {
+            qx::internal::mapBends(*edge, FrameMap(oldGraph, graph));
+        }
+        if (becomesOther) {
             convertConnectors(*edge, graph->isIntergraph() != 0);
         }
     });

@@ -210,6 +210,9 @@ QxDGraph* QxDGraphManager::pAnchorGraph(QxDGraph* graph) {
 }
 
 void QxDGraphManager::showAnchor(QxDGraph* graph) {
+    if (graph != nullptr && graph->isHideGraph() != 0) {
+        graph = graph->pHideFromGraph();
+    }
     QxDGraph* const old = m_anchor;
     const Ref alive(*this);
     const Ref<QxDGraph> oldAlive(old);

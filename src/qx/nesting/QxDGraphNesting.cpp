@@ -142,6 +142,7 @@ void QxDGraph::resume() {
     setFlag(qx::flags::GraphResting, 0);
     if (keepsBounds()) {
         calculateGraphBounds(1);  // nothing has kept them up to date meanwhile
+        refitAround(1);           // what counts for its margins depends on the anchor graph
     }
     disableQuadTree(0);
 }

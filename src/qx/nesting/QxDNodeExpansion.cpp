@@ -12,6 +12,7 @@
 #include "qx/nesting/QxDChildGraphForestEdge.h"
 #include "qx/nesting/QxExpandedNodeExtension.h"
 #include "qx/nesting/internal/Complexity.h"
+#include "qx/nesting/internal/ManagerExtras.h"
 #include "qx/nesting/internal/MetaEdgeUpkeep.h"
 
 using qx::internal::Change;
@@ -89,7 +90,10 @@ bool QxDNode::showChildGraph(QxDGraph& child) {
         return false;
     }
     if (child.isVisible() == 0) {
-        child.calculateGraphBounds(0);  // which rest while nobody sees them
+        // They rest while nobody sees them. The fit comes once the graph has its place.
+        const qx::internal::Refits::Hold held(
+            pOwnerGraph()->pOwnerGraphManager()->managerExtras().refits, child);
+        child.calculateGraphBounds(0);
     }
     QxRect contents;
     child.ntUpdatedBoundingRect(contents);

@@ -45,3 +45,10 @@ void QxDGraph::refitAround(int keepNodeInPlace) {
         }
     }
 }
+
+void QxDGraph::refitToMargins(int keepNodeInPlace) {
+    if (QxDNode* node = pNestedWithinNode()) {
+        const qx::internal::Ref alive(*this);
+        node->fitToNestedGraph(keepNodeInPlace, 0, 1);
+    }
+}

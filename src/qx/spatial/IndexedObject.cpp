@@ -189,7 +189,8 @@ std::optional<bool> IndexSlot::showsAsKnown(const QxGraphObject& segment, const 
         return std::nullopt;
     }
     const QxDEdge* edge = wholeEdge(segment);
-    if (edge == nullptr || !edge->isDrawnLineKnown() || edge->pOwnerGraph()->isIntergraph() != 0 ||
+    if (edge == nullptr || typeid(*edge) != typeid(QxDEdge) || !edge->isDrawnLineKnown() ||
+        edge->pOwnerGraph()->isIntergraph() != 0 ||
         (isMade && (edge->m_sourcePathEdge != &segment ||
                     (segment.flagWord() & flags::SegmentVisible) == 0))) {
         return std::nullopt;

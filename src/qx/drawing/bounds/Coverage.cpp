@@ -135,6 +135,17 @@ void Coverage::changed(QxLabel& label) {
         place(*label.pGraph(), label);
     }
     IndexUpkeep::changed(label);
+    if (label.isGraphLabel() != 0 && label.pGraph() != nullptr) {
+        ownLabelsChanged(*label.pGraph());
+    }
+}
+
+void Coverage::ownLabelsChanged(QxDGraph& graph) {
+    if (graph.isAnchorGraph() == 0) {
+        const bool isEmpty = graph.numberOfNodes() == 0 && graph.numberOfEdges() == 0 &&
+                             graph.numberOfGraphLabels() == 0;
+        graph.refitAround(isEmpty ? 1 : 0);
+    }
 }
 
 void Coverage::outdateLabels(QxDEdge& edge, QxLabel* one) {

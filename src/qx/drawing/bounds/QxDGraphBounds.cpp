@@ -186,7 +186,11 @@ void QxDGraph::vUpdateBoundingRect(const QxRect& rect, int fit) {
     const QxRect old = m_bounds;
     m_bounds = rect;
     qx::internal::Coverage::labelsChanged(*this);  // they stand where the bounds put them
-    refitAround(fit);
+    if (isIntergraph() == 0) {
+        refitAround(fit);
+    } else if (QxDGraph* anchor = pAnchorGraph()) {
+        anchor->refitAround(fit);  // whose margins hold the edges between graphs, too
+    }
     qx::internal::fireDrawingChange(*this, GraphBoundsChanged, [&] {
         return new QxDrawingChangeEventData(this, &old, &m_bounds);
     });

@@ -12,6 +12,7 @@ std::int32_t QxDGraph::setConstant(QxSpacing& spacing, std::int32_t value) {
     const std::int32_t stored = std::max(value, 0);
     if (stored != spacing.constant()) {
         spacing.constant(stored);
+        refitToMargins(&spacing == &m_leftMargin ? 0 : 1);
         fireMarginsChangedEvent();
     }
     return stored;
@@ -20,6 +21,7 @@ std::int32_t QxDGraph::setConstant(QxSpacing& spacing, std::int32_t value) {
 std::int16_t QxDGraph::setProportional(QxSpacing& spacing, std::int16_t value) {
     if (value >= 0 && value != spacing.proportional()) {
         spacing.proportional(value);
+        refitToMargins(1);
         fireMarginsChangedEvent();
     }
     return spacing.proportional();

@@ -58,7 +58,9 @@ void tellPresence(QxDEdge& edge) {
 void tellPresence(QxConnector& connector) {
     LabelPresence::changed(connector);
 }
-void tellPresence(QxDGraph&) {}
+void tellPresence(QxDGraph& graph) {
+    Coverage::ownLabelsChanged(graph);
+}
 
 }  // namespace
 

@@ -71,6 +71,7 @@ public:
 
 private:
     static void noteReturn(QxDEdge& edge, QxEdgeStateEnum state);
+    const QxDGraphManager* pManager() const;
     void noteBends();
     bool insertInto(QxDGraph& graph);
     void restoreBends(const QxDGraph& graph) const;
@@ -79,7 +80,6 @@ private:
     Ref<QxDNode> m_source;
     Ref<QxDNode> m_target;
     Ref<QxDGraph> m_from;
-    Ref<QxDGraphManager> m_manager;
     QxEdgeStateEnum m_state;
     bool m_isStranded = false;
     std::vector<std::pair<Ref<QxPNode>, QxPoint>> m_bends;

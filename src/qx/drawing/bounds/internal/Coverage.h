@@ -50,6 +50,8 @@ public:
     /// All labels of the owner may have moved.
     static void labelsChanged(QxDEdge& edge);
     static void labelsChanged(QxDGraph& graph);
+    /// Labels of the graph itself have come, gone, or moved: its margins have to hold them.
+    static void ownLabelsChanged(QxDGraph& graph);
     /// Brings the extents of the labels of edges up to date.
     static void refreshLabels(const QxDGraph& graph);
     /// The object leaves its graph.
