@@ -153,7 +153,9 @@ private:
 
     void discardSomething() {
         if (random.chance(30) && manager->numberOfGraphs() > 4) {
-            QxDGraph* const graph = manager->removeGraph(random.pick(graphs()));
+            QxDGraph* graph = random.pick(graphs());
+            graph =
+                manager->removeGraph(graph->isHideGraph() != 0 ? graph->pHideFromGraph() : graph);
             if (random.chance(50)) {
                 manager->insertGraph(graph);
                 manager->discardGraph(random.chance(50) ? graph : nullptr);

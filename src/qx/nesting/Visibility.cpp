@@ -208,10 +208,12 @@ public:
         }
     }
 
-    /// The edges that a meta-edge stands for, in their order.
+    /// The edges that a meta-edge stands for, in their order; those that a self-loop is drawn for
+    /// count as represented by its node.
     void appendReplaced(const QxDEdge& metaEdge) {
         const MetaEnds ends = qx::internal::endsOfMetaEdge(metaEdge, m_manager);
-        if (!ends.isComplete() || pMetaEdgeBetween(m_manager, ends) != &metaEdge) {
+        if (!ends.isComplete() || ends.first == ends.second ||
+            pMetaEdgeBetween(m_manager, ends) != &metaEdge) {
             return;
         }
         std::vector<QxDEdge*> replaced;
