@@ -1,0 +1,92 @@
+// Copyright (c) 2026 the qxdraw authors
+// SPDX-License-Identifier: MIT
+
+// Nested graphs, and the edges between them.
+
+#include "BenchMeasure.h"
+#include "qx/drawing/QxDEdge.h"
+#include "qx/drawing/QxDGraph.h"
+#include "qx/drawing/QxDGraphManager.h"
+#include "qx/drawing/QxDNode.h"
+#include "qx/drawing/QxFactory.h"
+#include "qx/nesting/QxDNodePair.h"
+
+namespace {
+
+/// A graph of groups, nodes that hold a graph of their own, and edges between nodes of any two
+/// groups.
+class GroupedDrawing {
+public:
+    GroupedDrawing(std::int64_t groupCount, std::int64_t groupSize, std::int64_t edgeCount)
+        : manager(m_factory.newDGraphManager()) {
+        qx::bench::keepFreedMemory();
+        QxDGraph* const root = manager->addGraph(0);
+        std::vector<QxDNode*> nodes;
+        for (std::int32_t g = 0; g < groupCount; ++g) {
+            groups.push_back(
+                root->addNodeWithCoordinates(g % 10 * 1000, g / 10 * 1000, 60, 40, 1, 0));
+            QxDGraph* const inside = manager->addGraph(0);
+            for (std::int32_t i = 0; i < groupSize; ++i) {
+                nodes.push_back(
+                    inside->addNodeWithCoordinates(i % 30 * 100, i / 30 * 100, 60, 40, 1, 0));
+            }
+            groups.back()->pChildGraph(inside);
+        }
+        std::mt19937 random(1);
+        while (edgeCount > 0) {
+            QxDNode* const source = nodes[random() % nodes.size()];
+            QxDNode* const target = nodes[random() % nodes.size()];
+            if (source->pOwnerGraph() != target->pOwnerGraph()) {
+                manager->addEdge(source, target, 0);
+                --edgeCount;
+            }
+        }
+    }
+    GroupedDrawing(const GroupedDrawing&) = delete;
+    GroupedDrawing& operator=(const GroupedDrawing&) = delete;
+    ~GroupedDrawing() { manager->vRelease(); }
+
+private:
+    QxFactory m_factory;
+
+public:
+    QxDGraphManager* manager;
+    std::vector<QxDNode*> groups;
+};
+
+/// A check that finds everything in order: 100 collapsed groups, a meta-edge between any two, and
+/// so many edges that they stand for.
+void CheckMetaEdges(benchmark::State& state) {
+    GroupedDrawing drawing(100, 100, state.range(0));
+    QxDNodePairDList pairs;
+    QxDEdgeDList edges;
+    drawing.manager->checkMetaEdges(pairs, edges);
+    drawing.manager->updateMetaEdges(&pairs, &edges, nullptr, 0);
+    for (auto _ : state) {
+        drawing.manager->checkMetaEdges(pairs, edges);
+    }
+    if (pairs.count() + edges.count() != 0) {
+        state.SkipWithError("the check disagrees with the update");
+    }
+}
+BENCHMARK(CheckMetaEdges)
+    ->ArgName("edges")
+    ->Arg(10'000)
+    ->Arg(100'000)
+    ->Unit(benchmark::kMillisecond);
+
+/// Expands and collapses one group of many, with the meta-edges kept current (1) or not (0).
+void ExpandAndCollapse(benchmark::State& state) {
+    GroupedDrawing drawing(state.range(0), 100, 20 * state.range(0));
+    drawing.manager->updatesMetaEdges(static_cast<int>(state.range(1)));
+    for (auto _ : state) {
+        drawing.groups[0]->expand();
+        drawing.groups[0]->collapse();
+    }
+}
+BENCHMARK(ExpandAndCollapse)
+    ->ArgNames({"groups", "current"})
+    ->ArgsProduct({{100, 1'000}, {0, 1}})
+    ->Unit(benchmark::kMicrosecond);
+
+}  // namespace
