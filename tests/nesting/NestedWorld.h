@@ -147,7 +147,9 @@ private:
         QxDGraph* graph = random.pick(graphs());
         if (node->hidden() == 0 && graph->isHideGraph() == 0) {
             node->pOwnerGraph()->removeNode(node);
-            graph->insertNode(node);
+            if (graph->insertNode(node) == nullptr && node->pOwnerGraph() == nullptr) {
+                node->vRelease();
+            }
         }
     }
 

@@ -84,8 +84,7 @@ void expectReason(const QxDGraphManager& manager, QxGraphObject* object) {
     QxGraphObject* blame = nullptr;
     const QxInvisibilityEnum why = manager.whyInvisible(object, &blame);
     const auto* edge = object->isEdge() != 0 ? static_cast<QxDEdge*>(object) : nullptr;
-    const bool shows =
-        object->isVisible() != 0 && (edge == nullptr || edge->hasVisiblePart() != 0);
+    const bool shows = object->isVisible() != 0 && (edge == nullptr || edge->hasVisiblePart() != 0);
     ASSERT_EQ(why == QxInvisibleNot, shows);
     ASSERT_EQ(blame == nullptr, shows);
     const auto* member = static_cast<QxGraphMember*>(blame);
@@ -119,7 +118,9 @@ void expectShown(NestedWorld& world, QxGraphObject* object) {
     const QxInvisibilityEnum before = manager.whyInvisible(object, nullptr);
     QxDList touched;
     const int steps = manager.showObject(object, &touched);
-    ASSERT_EQ(touched.count(), std::max(steps, 0));
+    if (steps >= 0) {
+        ASSERT_EQ(touched.count(), steps);
+    }
     const QxInvisibilityEnum after = manager.whyInvisible(object, nullptr);
     if (steps < 0 && after != QxInvisibleEndsCoverEachOther) {
         ASSERT_EQ(after, before);
@@ -188,8 +189,7 @@ TEST(Visibility, ShowsInsideOutAndLeavesTheRestAlone) {
     EXPECT_EQ(manager->pVisibleRepresentative(inner), folder);
     QxDList touched;
     EXPECT_EQ(manager->showObject(label, &touched), 5);
-    EXPECT_EQ(objectsOf<QxDNode>(touched),
-              (std::vector<QxDNode*>{node, box, box, outer, folder}));
+    EXPECT_EQ(objectsOf<QxDNode>(touched), (std::vector<QxDNode*>{node, box, box, outer, folder}));
     EXPECT_EQ(manager->pVisibleRepresentative(label), label);
     EXPECT_NE(other->hidden(), 0);
     EXPECT_EQ(outer->pOwnerGraph(), root);

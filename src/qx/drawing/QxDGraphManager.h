@@ -164,8 +164,9 @@ public:
     /// hidden, collapsed, disconnected, or the graph that lies outside the anchor graph.
     QxInvisibilityEnum whyInvisible(QxGraphObject* object, QxGraphObject** blame) const;
     /// Unhides, unfolds and expands no more than it takes to make the object visible; appends to
-    /// `touched` (may be null) the objects acted on, in order. The number of steps; -1, and no
-    /// change, when that is impossible.
+    /// `touched` (may be null) the objects acted on, in order. The number of steps; -1 when
+    /// that is impossible. Nothing is changed then, unless the ends of an edge turn out to cover
+    /// each other once they show.
     int showObject(QxGraphObject* object, QxDList* touched);
     /// @}
 

@@ -253,20 +253,20 @@ void QxDGraphManager::translateIntergraphCoordinates(QxDGraph* newAnchor) {
     if (between == nullptr) {
         return;
     }
-    QxDGraph*& former = managerExtras().formerAnchor;
     if (m_anchor != nullptr) {
-        former = m_anchor;
+        managerExtras().formerAnchor = Ref<QxDGraph>(m_anchor);
     }
-    if (newAnchor == nullptr || former == nullptr || newAnchor == former ||
-        newAnchor->pOwnerGraphManager() != this) {
+    const Ref<QxDGraph> former = managerExtras().formerAnchor;
+    if (newAnchor == nullptr || !former || newAnchor == former.get() ||
+        former->pOwnerGraphManager() != this || newAnchor->pOwnerGraphManager() != this) {
         return;
     }
     double offsetX = 0.0;
     double scaleX = 1.0;
     double offsetY = 0.0;
     double scaleY = 1.0;
-    newAnchor->getTransformCoef(former, offsetX, scaleX, offsetY, scaleY);
-    former = nullptr;
+    newAnchor->getTransformCoef(former.get(), offsetX, scaleX, offsetY, scaleY);
+    managerExtras().formerAnchor = Ref<QxDGraph>();
     QxEdgeDList edges;
     between->buildAllEdgeList(&edges);
     for (const QxDEdge* edge : Snapshot<QxDEdge>(&edges)) {
@@ -281,8 +281,8 @@ void QxDGraphManager::translateIntergraphCoordinates(QxDGraph* newAnchor) {
 }
 
 void QxDGraphManager::forgetFormerAnchor(const QxDGraph& graph) {
-    if (pQueryExtras() != nullptr && managerExtras().formerAnchor == &graph) {
-        managerExtras().formerAnchor = nullptr;
+    if (pQueryExtras() != nullptr && managerExtras().formerAnchor.get() == &graph) {
+        managerExtras().formerAnchor = Ref<QxDGraph>();
     }
 }
 
