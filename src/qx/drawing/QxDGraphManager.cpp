@@ -157,9 +157,9 @@ QxGraph* QxDGraphManager::vRemoveGraph(QxGraph* graph) {
     }
     MetaEdgeUpkeep::leaves(*static_cast<QxDGraph*>(graph));
     QxGraph* const removed = QxGraphManager::vRemoveGraph(graph);
+    forgetFormerAnchor();
     if (removed != nullptr) {
         drawn.forgetVisibility();
-        forgetFormerAnchor(drawn);
         removeHideGraphOf(drawn);
     }
     if (removed != nullptr && removed == m_anchor) {
@@ -202,6 +202,7 @@ int QxDGraphManager::vTransferTopology(QxGraphManager* manager) {
     for (QxDGraph* graph : each<QxDGraph>(*pGraphList())) {
         graph->forgetVisibility();
     }
+    other->forgetFormerAnchor();
     other->showAnchor(other->pFirstGraph());  // none, unless a listener has added it
     const bool isHere = anchor && anchor->pOwnerGraphManager() == this;
     showAnchor(m_anchor != nullptr ? m_anchor : isHere ? anchor.get() : pFirstGraph());

@@ -243,7 +243,8 @@ private:
     /// The same with the connectors that it is to be attached to.
     QxDEdge* addMetaEdge(const qx::internal::MetaEnds& ends, int type);
     void translateIntergraphCoordinates(QxDGraph* newAnchor);
-    void forgetFormerAnchor(const QxDGraph& graph);
+    /// When it has left the manager.
+    void forgetFormerAnchor();
     /// Brings the bounds of the visible graphs that keep them up to date, inner graphs first.
     void refreshShownBounds();
     /// @name A graph and its hide graph come and go together (nesting/HideGraphs.cpp)

@@ -254,19 +254,19 @@ void QxDGraphManager::translateIntergraphCoordinates(QxDGraph* newAnchor) {
         return;
     }
     if (m_anchor != nullptr) {
-        managerExtras().formerAnchor = Ref<QxDGraph>(m_anchor);
+        managerExtras().formerAnchor = m_anchor->pOwnerGraphManager() == this ? m_anchor : nullptr;
     }
-    const Ref<QxDGraph> former = managerExtras().formerAnchor;
-    if (newAnchor == nullptr || !former || newAnchor == former.get() ||
-        former->pOwnerGraphManager() != this || newAnchor->pOwnerGraphManager() != this) {
+    QxDGraph* const former = managerExtras().formerAnchor;
+    if (newAnchor == nullptr || former == nullptr || newAnchor == former ||
+        newAnchor->pOwnerGraphManager() != this) {
         return;
     }
     double offsetX = 0.0;
     double scaleX = 1.0;
     double offsetY = 0.0;
     double scaleY = 1.0;
-    newAnchor->getTransformCoef(former.get(), offsetX, scaleX, offsetY, scaleY);
-    managerExtras().formerAnchor = Ref<QxDGraph>();
+    newAnchor->getTransformCoef(former, offsetX, scaleX, offsetY, scaleY);
+    managerExtras().formerAnchor = nullptr;
     QxEdgeDList edges;
     between->buildAllEdgeList(&edges);
     for (const QxDEdge* edge : Snapshot<QxDEdge>(&edges)) {
@@ -280,9 +280,11 @@ void QxDGraphManager::translateIntergraphCoordinates(QxDGraph* newAnchor) {
     }
 }
 
-void QxDGraphManager::forgetFormerAnchor(const QxDGraph& graph) {
-    if (pQueryExtras() != nullptr && managerExtras().formerAnchor.get() == &graph) {
-        managerExtras().formerAnchor = Ref<QxDGraph>();
+void QxDGraphManager::forgetFormerAnchor() {
+    const ManagerExtras* extras = pQueryManagerExtras();
+    if (extras != nullptr && extras->formerAnchor != nullptr &&
+        extras->formerAnchor->pOwnerGraphManager() != this) {
+        managerExtras().formerAnchor = nullptr;
     }
 }
 

@@ -16,7 +16,7 @@ struct ManagerExtras : GraphObjectExtras {
     Refits refits;
     /// In whose coordinates the bends of the edges between graphs are while there is no anchor
     /// graph; null when nobody knows.
-    Ref<QxDGraph> formerAnchor;
+    QxDGraph* formerAnchor = nullptr;
     MetaEdgeState metaEdges;
 
     bool isIdle() const override { return false; }
