@@ -210,8 +210,15 @@ TEST_P(NestingSeeds, CyclesChangeNoCoordinate) {
         world.edit();
     }
     world.manager->collapseAll();
-    for (QxDGraph* graph : world.graphs()) {
-        graph->unhideAll();
+    for (bool isHidden = true; isHidden;) {
+        isHidden = false;
+        for (QxDGraph* graph : world.graphs()) {
+            if (graph->pHideGraph() != nullptr) {
+                graph->unhideAll();  // and a graph of the list goes
+                isHidden = graph->pHideGraph() == nullptr;
+                break;
+            }
+        }
     }
     const auto start = world.coordinates();
     for (int i = 0; i < 100; ++i) {

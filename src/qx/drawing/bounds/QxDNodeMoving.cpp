@@ -55,6 +55,7 @@ void QxDNode::updateForDiagramming(const QxRect& rect) {
     if (target == m_rect) {
         return;
     }
+    const qx::internal::Ref alive(*this);
     qx::internal::Change::ofGeometry(*this, [&] {
         if (!(target.size() == iSize())) {
             vResizeAdjustConnectors(target.size());
@@ -67,6 +68,7 @@ void QxDNode::updateForDiagramming(const QxRect& rect) {
 }
 
 void QxDNode::restoreMovedNode() {
+    const qx::internal::Ref alive(*this);
     const QxPoint oldCenter = iCenter();
     moveBack();
     followWithNestedGraph(oldCenter);
