@@ -40,7 +40,10 @@ public:
             QxPNodeDList bends;
             edge->buildPathNodeList(bends);
             const auto* bend = static_cast<const QxPNode*>(bends.pFirstObject());
-            all.emplace_back(edge->pOwnerGraph(), edge->connected(), edge->deactivated(),
+            // A hide graph goes with what it hides; the next one is another.
+            const QxDGraph* owner = edge->pOwnerGraph();
+            owner = edge->hidden() != 0 ? owner->pHideFromGraph() : owner;
+            all.emplace_back(owner, edge->connected() - edge->hidden(), edge->deactivated(),
                              bend != nullptr ? bend->iX() : 0, bend != nullptr ? bend->iY() : 0);
         }
         return all;
