@@ -293,6 +293,21 @@ QxPerMil proportionOf(const QxSize& offset, const QxRect& rect) {
             proportionOf(offset.height(), rect.bottomHalfHeight(), rect.topHalfHeight())};
 }
 
+using Basis = qx::internal::ConnectorExtras::Basis;
+
+QxSize placeOf(const QxPerMil& perMil, const QxSize& offset, const QxRect& rect) {
+    return {qx::saturatingAdd(perMil.getOffsetX(rect), offset.width()),
+            qx::saturatingAdd(perMil.getOffsetY(rect), offset.height())};
+}
+
+/// Where a connector comes to stand, always reckoned from the same place, so that the node may
+/// change its size back and forth and no rounding adds up.
+QxSize placeFrom(const Basis& basis, const QxRect& rect) {
+    const QxSize offset =
+        basis.scales ? scaledOffset(basis.offset, basis.nodeRect, rect) : basis.offset;
+    return placeOf(basis.perMil, offset, rect);
+}
+
 }  // namespace
 
 void QxDNode::updateCalculatedConnectorsOnResize(const QxRect&, const QxRect& rectBefore,
@@ -301,9 +316,38 @@ void QxDNode::updateCalculatedConnectorsOnResize(const QxRect&, const QxRect& re
     if (graph != nullptr && graph->fileReadRunning() != 0) {
         return;
     }
+    // Expanded nodes change their size at the library's will, and get their old one back.
+    const auto followFromBasis = [&](QxConnector& connector) {
+        QxPerMil perMil = connector.getPerMil();
+        const QxSize at = placeOf(perMil, connector.ntOffset(), rectBefore);
+        auto& basis = static_cast<qx::internal::ConnectorExtras&>(connector.extras()).basis;
+        if (!basis || !(basis->lastPlace == at) || !(basis->lastNodeSize == rectBefore.size())) {
+            basis = std::make_unique<Basis>(Basis{rectBefore, perMil, connector.ntOffset(),
+                                                  connector.isUsedWithinGraph(), at, QxSize()});
+        }
+        const QxSize place = placeFrom(*basis, rectNow);
+        basis->lastPlace = place;
+        basis->lastNodeSize = rectNow.size();
+        // As a proportion or as an offset, as it is kept now.
+        if (!(perMil == basis->perMil) && !(perMil == QxPerMil())) {
+            perMil.compute(place.width(), place.height(), rectNow);
+        }
+        const QxSize part = placeOf(perMil, QxSize(), rectNow);
+        connector.vSetPerMil(perMil);
+        connector.vSetOffset(QxSize(qx::saturatingSub(place.width(), part.width()),
+                                    qx::saturatingSub(place.height(), part.height())));
+    };
     for (QxConnector* connector : Snapshot<QxConnector>(pQueryConnectorManager())) {
-        if (connector->specified() == 0 && connector->isUsedWithinGraph()) {
+        if (connector->specified() != 0) {
+            continue;
+        }
+        const bool scales = connector->isUsedWithinGraph();
+        if (expanded() != 0) {
+            followFromBasis(*connector);
+        } else if (scales) {
             connector->vSetOffset(scaledOffset(connector->ntOffset(), rectBefore, rectNow));
+        }
+        if (scales) {
             connector->setFlag(qx::flags::ConnectorRescaled, 1);
         }
     }
