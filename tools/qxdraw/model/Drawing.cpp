@@ -59,6 +59,12 @@ void setMargins(QxDGraph& graph, std::int32_t margin) {
     graph.topMarginConstantSpacing(margin);
 }
 
+void moveWithContents(QxDNode& node, const QxPoint& center) {
+    const QxPoint before = node.iCenter();
+    node.ntMoveTo(center);
+    node.actOnMoveTo(before);
+}
+
 /// Moves a node that shows a graph to where what is in the graph has the coordinates of the whole
 /// drawing.
 void alignWithContents(const QxDGraph& graph, QxDNode& node) {
@@ -67,7 +73,7 @@ void alignWithContents(const QxDGraph& graph, QxDNode& node) {
     double scale = 1;
     graph.getExpandedTransformCoef(node.pOwnerGraph(), offsetX, scale, offsetY, scale);
     const QxPoint center = node.iCenter();
-    node.ntMoveTo(QxPoint(center.x() - toUnits(offsetX), center.y() - toUnits(offsetY)));
+    moveWithContents(node, QxPoint(center.x() - toUnits(offsetX), center.y() - toUnits(offsetY)));
 }
 
 DocumentBox toBox(const QxRect& rect) {
@@ -103,9 +109,8 @@ void Drawing::DrawingFactory::sizeLabels(const TextBlock& text, bool isInside) {
 }
 
 void Drawing::DrawingFactory::sizeTitle(const TextBlock& text) {
-    constexpr double Bold = 1.08;  // times as wide as the same text in the normal weight
-    m_labelSize =
-        QxSize(toUnits(std::ceil(text.width() * Bold)), toUnits(std::ceil(text.height())));
+    m_labelSize = QxSize(toUnits(std::ceil(text.width() * BoldTimesAsWide)),
+                         toUnits(std::ceil(text.height())));
 }
 
 QxGraphLabel* Drawing::DrawingFactory::vNewGraphLabel(QxOwnedObject* owner, int type) {
@@ -232,7 +237,7 @@ void Drawing::placeNested(std::size_t index, GraphDocument& document) {
                 QxSize(toUnits(box->width()), toUnits(box->height())));
         }
         node.fitToNestedGraph(1, 0, 1);
-        node.ntMoveTo(toPoint(place.center.value_or(DocumentPoint{})));
+        moveWithContents(node, toPoint(place.center.value_or(DocumentPoint{})));
     } else {
         node.fitToNestedGraph(0, 0, 1);
         alignWithContents(graph, node);

@@ -16,6 +16,7 @@
 #include <cmath>
 #include <unordered_map>
 
+#include "model/Compaction.h"
 #include "model/Nesting.h"
 #include "model/StartPlacement.h"
 #include "model/Turning.h"
@@ -46,6 +47,9 @@ public:
           m_isPlaced(document.graphs.size(), 0) {}
 
     void run() {
+        for (std::size_t i = 1; i < m_document.graphs.size(); ++i) {
+            m_isNested = m_isNested || isShown(static_cast<int>(i));
+        }
         findMembers();
         findEdges();
         if (m_options.spring) {
@@ -160,19 +164,33 @@ private:
                            [&](int member) { return m_document.nodes[at(member)].center; });
     }
 
-    /// The members of a graph and the edges between them. Around boxes some room is left.
+    /// What is left free between the members of a graph: where graphs are nested drawings get
+    /// close, and edges and their labels need some room.
+    double roomAround(int graph) {
+        constexpr double LabelPart = 0.6;
+        if (!m_isNested) {
+            return 0;
+        }
+        double widths = 0;
+        for (const Edge& edge : m_edges[at(graph)]) {
+            widths += widthOf(wrapEdgeLabel(m_document.edges[edge.index].label), EdgeFontSize);
+        }
+        const auto count = static_cast<double>(m_edges[at(graph)].size());
+        return BoxSpacing::Neighbour + (count > 0 ? LabelPart * widths / count : 0);
+    }
+
+    /// The members of a graph and the edges between them.
     GraphDocument membersOf(int graph) {
         GraphDocument part;
         part.directed = m_document.directed;
         std::unordered_map<int, int> numberOf;
+        const double room = roomAround(graph);
         for (const int member : m_members[at(graph)]) {
             numberOf.emplace(member, static_cast<int>(part.nodes.size()));
             DocumentNode& copy = part.nodes.emplace_back(nodeAt(member));
             copy.graph = 0;
-            if (shownIn(member) >= 0) {
-                copy.width += 2 * BoxSpacing::Neighbour;
-                copy.height += 2 * BoxSpacing::Neighbour;
-            }
+            copy.width += room;
+            copy.height += room;
         }
         for (const Edge& edge : m_edges[at(graph)]) {
             DocumentEdge& copy = part.edges.emplace_back();
@@ -210,6 +228,9 @@ private:
         placeNodes(part, options.edgeLength);
         if (m_options.spring) {
             layOut(part, options);
+            if (m_isNested && !m_options.keepOverlaps) {
+                compact(part);
+            }
         }
         m_done += own;
         takeCenters(graph, part);
@@ -244,7 +265,7 @@ private:
                       : own;
         }
         DocumentBox all = box.value_or(DocumentBox{});
-        all.right = std::max(all.right, all.left + title.width() * 1.08);
+        all.right = std::max(all.right, all.left + title.width() * BoldTimesAsWide);
         all.top += hasTitle ? title.height() + BoxSpacing::TitleGap : 0;
         constexpr double P = BoxSpacing::Padding;
         all = {all.left - P, all.bottom - P, all.right + P, all.top + P};
@@ -391,6 +412,7 @@ private:
     std::vector<DocumentPoint> m_middles;  ///< of the boxes, in the coordinates of their graphs
     std::vector<std::optional<DocumentBox>> m_given;
     std::vector<char> m_isPlaced;  ///< graphs with coordinates of the whole drawing
+    bool m_isNested = false;  ///< any nested graph is shown
     double m_done = 0;
     double m_all = 0;
 };

@@ -43,7 +43,7 @@ CommonView commonViewOf(const GraphDocument& document, const std::vector<int>& d
 struct BoxSpacing {
     static constexpr double Padding = 16;   ///< between the border and what is in the box
     static constexpr double TitleGap = 8;   ///< between the title and what is under it
-    static constexpr double Neighbour = 9;  ///< left free around a box
+    static constexpr double Neighbour = 22;  ///< left free between members of a graph
 };
 
 /// The title of a graph as it is painted; without lines when it has none.

@@ -323,7 +323,10 @@ private:
     }
 
     void writeTitles() {
-        m_svg += "<g text-anchor=\"middle\" fill=\"#3f4a57\" font-weight=\"bold\">\n";
+        m_svg +=
+            "<g text-anchor=\"middle\" fill=\"#3f4a57\" font-weight=\"bold\" "
+            "stroke=\"#ffffff\" stroke-width=\"2.5\" stroke-linejoin=\"round\" "
+            "paint-order=\"stroke\">\n";
         for (const SceneLabel& label : m_scene.labels) {
             if (label.isTitle) {
                 writeText(label);
