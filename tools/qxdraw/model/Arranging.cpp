@@ -59,7 +59,9 @@ std::unique_ptr<Drawing> arrange(GraphDocument& document, const ArrangingOptions
     drawing->place(document);
     connectPorts(*drawing, document);
     spreadEdges(*drawing);
-    leadAroundNodes(*drawing);
+    if (layout.spring) {
+        leadAroundNodes(*drawing);  // else all stays as the file has it
+    }
     addLabels(*drawing, document);
     moveLabelsApart(*drawing);
     return drawing;

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -97,6 +98,8 @@ public:
                          const QxSize& size, bool isInside);
 
 private:
+    friend class BoundsRest;
+
     /// Its labels have their size before their owner places them, its graphs keep connectors in
     /// their index.
     class DrawingFactory : public QxFactory {
@@ -121,11 +124,13 @@ private:
     void nestGraphs(const GraphDocument& document);
     void addEdge(const DocumentEdge& source);
     void placeNested(std::size_t index, GraphDocument& document);
-    void fitToBox(std::size_t index, const DocumentBox& box);
+    void standTitles(const QxDGraph& graph, const DocumentBox* box) const;
+    void fitToBox(std::size_t index) const;
 
     DrawingFactory m_factory;
     QxDGraphManager* m_manager;
     std::vector<QxDGraph*> m_graphs;
+    std::vector<std::optional<DocumentBox>> m_boxes;  ///< that the file gives the graphs
     std::vector<QxDNode*> m_nodes;
     std::vector<QxDEdge*> m_edges;
     std::unordered_map<const QxGraphMember*, std::size_t> m_indexOf;
