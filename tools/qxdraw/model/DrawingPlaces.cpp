@@ -41,11 +41,6 @@ DocumentBox toBox(const QxRect& rect) {
             static_cast<double>(rect.right()), static_cast<double>(rect.top())};
 }
 
-DocumentBox united(const DocumentBox& a, const DocumentBox& b) {
-    return {std::min(a.left, b.left), std::min(a.bottom, b.bottom), std::max(a.right, b.right),
-            std::max(a.top, b.top)};
-}
-
 }  // namespace
 
 void setMargins(QxDGraph& graph, std::int32_t margin) {
