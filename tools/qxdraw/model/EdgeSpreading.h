@@ -12,4 +12,7 @@ namespace qxdraw {
 /// ports look away from the other end are led around their nodes. Edges that have bends keep them.
 void spreadEdges(Drawing& drawing);
 
+/// Makes the loops at nodes that show graphs anew: labels in these may have made the nodes larger.
+void renewLoopsOfBoxes(Drawing& drawing);
+
 }  // namespace qxdraw
