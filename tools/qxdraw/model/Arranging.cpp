@@ -49,7 +49,7 @@ std::unique_ptr<Drawing> arrange(GraphDocument& document, const ArrangingOptions
     layout.edgeLength = options.edgeLength;
     layout.keepOverlaps = options.keepOverlaps;
     layout.onProgress = std::move(onProgress);
-    if (layout.spring) {
+    if (layout.spring || options.orthogonal) {
         forgetBends(document);
     }
     auto drawing = nestedDrawing(document, options.view);
@@ -57,7 +57,7 @@ std::unique_ptr<Drawing> arrange(GraphDocument& document, const ArrangingOptions
     layOutNested(document, *drawing, layout);
     drawing->place(document);
     connectPorts(*drawing, document);
-    spreadEdges(*drawing);
+    spreadEdges(*drawing, {bundleMode(options.bundles), options.orthogonal});
     addLabels(*drawing, document);
     moveLabelsApart(*drawing);
     return drawing;

@@ -9,6 +9,9 @@
 #include <utility>
 
 #include "model/PortRouting.h"
+#include "qx/drawing/QxDrawingIters.h"
+#include "qx/drawing/QxPNode.h"
+#include "qx/drawing/QxPathIter.h"
 #include "qx/foundation/geometry/QxPointDList.h"
 
 namespace qxdraw {
@@ -43,7 +46,8 @@ bool leadAround(const std::vector<QxDEdge*>& bundle) {
     return true;
 }
 
-/// A fan: one bend an edge, on the line that halves the way, to both sides in turn.
+/// A fan of edges between the same two ports, which the model leaves alone: one bend an edge, on
+/// the line that halves the way, to both sides in turn.
 void fanOut(const std::vector<QxDEdge*>& bundle) {
     const QxDEdge& first = *bundle.front();
     const DocumentPoint a = toPlace(first.ntFromPoint(0));
@@ -60,20 +64,6 @@ void fanOut(const std::vector<QxDEdge*>& bundle) {
             bendAt(*bundle[i], {{(a.x + b.x) / 2 - (b.y - a.y) / length * offset,
                                  (a.y + b.y) / 2 + (b.x - a.x) / length * offset}});
         }
-    }
-}
-
-/// Loops inside each other above the node.
-void makeLoops(const std::vector<QxDEdge*>& loops) {
-    constexpr double Rise = 22;
-    constexpr double Reach = 14;
-    const QxDNode& node = *loops.front()->pSourceNode();
-    const double step =
-        std::max(Reach, node.ntWidth() / 2.0 / (static_cast<double>(loops.size()) + 1));
-    for (std::size_t i = 0; i < loops.size(); ++i) {
-        const double x = step * static_cast<double>(i + 1);
-        const double y = node.ntTop() + Rise + Rise / 2 * static_cast<double>(i);
-        bendAt(*loops[i], {{node.ntX() + x, y}, {node.ntX() - x, y}});
     }
 }
 
@@ -116,10 +106,64 @@ private:
     std::vector<std::vector<QxDEdge*>> m_bundles;
 };
 
+/// Lays the loops of a node out above it; those that have bends keep them.
+void makeLoops(QxDNode& node) {
+    struct BentLoop {
+        QxDEdge* edge;
+        QxPointDList bends;
+    };
+    std::vector<BentLoop> bent;
+    for (QxOutDEdgeIter it(&node); it; ++it) {
+        QxDEdge* edge = it.pEdge();
+        if (edge->reflexive() != 0 && edge->hasBends() != 0) {
+            bent.push_back({edge, {}});
+            for (QxPathNodeIter bend(edge); bend; ++bend) {
+                bent.back().bends.appendPoint(bend.pNode()->iCenter());
+            }
+        }
+    }
+    node.reorganizeReflexiveEdges();
+    for (const BentLoop& loop : bent) {
+        if (!hasPort(*loop.edge)) {
+            loop.edge->pSourceConnector(nullptr);
+            loop.edge->pTargetConnector(nullptr);
+        }
+        loop.edge->reroute(loop.bends, 1);
+    }
+}
+
+/// Lets the model lay out the edges between two nodes.
+void spread(const std::vector<QxDEdge*>& bundle, QxMultiEdgeModeEnum mode) {
+    QxDEdgeDList list;
+    for (QxDEdge* edge : bundle) {
+        list.appendEdge(edge);
+    }
+    bundle.front()->reorganizeMultiEdgeBundle(mode, &list);
+}
+
+template <class Act>
+void eachGraph(const Drawing& drawing, const Act& act) {
+    for (std::size_t i = 0; i < drawing.numberOfGraphs(); ++i) {
+        act(drawing.graph(i));
+    }
+    if (QxDGraph* between = drawing.manager().pQueryIntergraph()) {
+        act(*between);
+    }
+}
+
 }  // namespace
 
-void spreadEdges(Drawing& drawing) {
+QxMultiEdgeModeEnum bundleMode(const std::string& name) {
+    if (name == "overlap") {
+        return QxMultiEdgeOverlap;
+    }
+    return name == "bend" ? QxMultiEdgeOneBend : QxMultiEdgeParallel;
+}
+
+void spreadEdges(Drawing& drawing, const SpreadingOptions& options) {
+    constexpr std::int32_t BundleSpacing = 14;
     const BoundsRest rest(drawing);
+    eachGraph(drawing, [](QxDGraph& graph) { graph.diagrammingMultiEdgeSpacing(BundleSpacing); });
     Bundles bundles;
     for (std::size_t i = 0; i < drawing.numberOfEdges(); ++i) {
         if (drawing.edge(i).isVisible() != 0 && drawing.edge(i).hasBends() == 0) {
@@ -127,12 +171,24 @@ void spreadEdges(Drawing& drawing) {
         }
     }
     for (const std::vector<QxDEdge*>& bundle : bundles.all()) {
-        const QxDEdge& first = *bundle.front();
-        if (first.pSourceNode() == first.pTargetNode()) {
-            (hasPort(first) ? makePortLoops : makeLoops)(bundle);
-        } else if (!(hasPort(first) && leadAround(bundle)) && bundle.size() > 1) {
+        QxDEdge& first = *bundle.front();
+        const bool isLoop = first.reflexive() != 0;
+        if (!hasPort(first)) {
+            isLoop ? makeLoops(*first.pSourceNode()) : spread(bundle, options.bundles);
+        } else if (isLoop) {
+            makePortLoops(bundle);
+        } else if (!leadAround(bundle) && bundle.size() > 1) {
             fanOut(bundle);
         }
+    }
+    routeAlongAxes(drawing, options.orthogonal);
+}
+
+void routeAlongAxes(Drawing& drawing, bool isWanted) {
+    const BoundsRest rest(drawing);
+    eachGraph(drawing, [&](QxDGraph& graph) { graph.orthogonalRouting(isWanted ? 1 : 0); });
+    for (std::size_t i = 0; i < drawing.numberOfEdges(); ++i) {
+        drawing.edge(i).repairOrthogonalRouting();
     }
 }
 
