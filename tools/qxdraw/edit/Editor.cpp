@@ -211,7 +211,12 @@ void Editor::shape(const Words& words) {
     DocumentNode& source = m_document.nodes[m_drawing.indexOf(node)];
     source.shape = shapeFromName(words[2]);
     const QxShape shape = toShape(source.shape);
+    // Under control of a layout the model lays the edges out anew, else they would lose their
+    // place.
+    m_drawing.manager().controlStarted(1);
     node.pShape(&shape, 0);
+    m_drawing.manager().controlStarted(0);
+    spreadLoops(node);
     nameNode(m_drawing, m_drawing.indexOf(node), m_document);
 }
 
@@ -253,6 +258,7 @@ void Editor::connector(const Words& words) {
         } else {
             edge->pTargetConnector(&connector);
         }
+        leadAroundNodes(*edge);
         edge->repairOrthogonalRouting();
     }
 }

@@ -85,6 +85,10 @@ void Story::note(const std::string& kind, const std::string& what) {
 }
 
 void Story::hear(const QxDrawingChangeEventData& data) {
+    if (data.pSourceNode() != nullptr && data.pSourceNode()->isPathNode() == 0 &&
+        !m_drawing.findIndex(*data.pSourceNode())) {
+        return;  // it is being made
+    }
     const auto pathOf = [&](const QxDEdge* edge) -> PathChange& {
         return m_paths[edge != nullptr ? nameOf(*edge) : "an edge"];
     };

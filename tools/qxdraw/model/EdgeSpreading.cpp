@@ -19,6 +19,7 @@ namespace qxdraw {
 namespace {
 
 constexpr double Spacing = 22;       // between the edges of a bundle: room for a label
+constexpr double BentSpacing = 14;   // of bends: on both sides of the way, at twice as much
 constexpr double LeastSpacing = 12;  // of many edges on a short way: the label can be read still
 
 void bendAt(QxDEdge& edge, const std::vector<DocumentPoint>& places) {
@@ -141,6 +142,69 @@ void spread(const std::vector<QxDEdge*>& bundle, QxMultiEdgeModeEnum mode) {
     bundle.front()->reorganizeMultiEdgeBundle(mode, &list);
 }
 
+/// An edge along the axes that turns twice on its way, as seen along the first segment.
+struct Step {
+    QxDEdge* edge;
+    bool isUpright;  ///< its middle segment
+    std::int32_t start;
+    std::int32_t end;    ///< along the way
+    std::int32_t level;  ///< across it, at the end with the smaller place along the way
+    std::int32_t otherLevel;
+    std::int32_t middle;
+};
+
+/// Without an edge when it does not turn twice.
+Step stepOf(QxDEdge& edge) {
+    QxPointDList list;
+    edge.buildEdgePointList(list);
+    if (list.count() != 4) {
+        return {};
+    }
+    const auto pointAt = [&](std::int32_t position) { return *list.pPointInPosition(position); };
+    const bool isUpright = pointAt(2).x() == pointAt(3).x();
+    const auto along = [&](const QxPoint& p) { return isUpright ? p.x() : p.y(); };
+    const auto across = [&](const QxPoint& p) { return isUpright ? p.y() : p.x(); };
+    const bool isForward = along(pointAt(1)) < along(pointAt(4));
+    const QxPoint& first = isForward ? pointAt(1) : pointAt(4);
+    const QxPoint& last = isForward ? pointAt(4) : pointAt(1);
+    return {&edge,         isUpright,    along(first),     along(last),
+            across(first), across(last), along(pointAt(2))};
+}
+
+/// Lets edges between the same two nodes that turn twice at the same place turn one after the
+/// other, so that they neither meet nor cross.
+void partMiddles(const std::vector<QxDEdge*>& bundle) {
+    std::vector<Step> steps;
+    for (QxDEdge* edge : bundle) {
+        const Step step = edge->reflexive() == 0 ? stepOf(*edge) : Step{};
+        if (step.edge != nullptr && step.start < step.middle && step.middle < step.end &&
+            (steps.empty() || steps.front().isUpright == step.isUpright)) {
+            steps.push_back(step);
+        }
+    }
+    if (steps.size() < 2) {
+        return;
+    }
+    const bool rises = steps.front().otherLevel > steps.front().level;
+    std::sort(steps.begin(), steps.end(), [&](const Step& a, const Step& b) {
+        return rises ? a.level > b.level : a.level < b.level;
+    });
+    const auto count = static_cast<double>(steps.size());
+    const double room = steps.front().end - steps.front().start;
+    const double spacing = std::min(BentSpacing, room / (count + 1));
+    for (std::size_t i = 0; i < steps.size(); ++i) {
+        const Step& step = steps[i];
+        const double place =
+            steps.front().middle + (static_cast<double>(i) - (count - 1) / 2) * spacing;
+        for (QxPathNodeIter bend(step.edge); bend; ++bend) {
+            const QxPoint at = bend.pNode()->iCenter();
+            const auto moved = static_cast<std::int32_t>(std::lround(place));
+            bend.pNode()->ntMoveTo(step.isUpright ? QxPoint(moved, at.y())
+                                                  : QxPoint(at.x(), moved));
+        }
+    }
+}
+
 template <class Act>
 void eachGraph(const Drawing& drawing, const Act& act) {
     for (std::size_t i = 0; i < drawing.numberOfGraphs(); ++i) {
@@ -161,9 +225,11 @@ QxMultiEdgeModeEnum bundleMode(const std::string& name) {
 }
 
 void spreadEdges(Drawing& drawing, const SpreadingOptions& options) {
-    constexpr std::int32_t BundleSpacing = 14;
     const BoundsRest rest(drawing);
-    eachGraph(drawing, [](QxDGraph& graph) { graph.diagrammingMultiEdgeSpacing(BundleSpacing); });
+    const double spacing = options.bundles == QxMultiEdgeOneBend ? BentSpacing : Spacing;
+    eachGraph(drawing, [&](QxDGraph& graph) {
+        graph.diagrammingMultiEdgeSpacing(static_cast<std::int32_t>(spacing));
+    });
     Bundles bundles;
     for (std::size_t i = 0; i < drawing.numberOfEdges(); ++i) {
         if (drawing.edge(i).isVisible() != 0 && drawing.edge(i).hasBends() == 0) {
@@ -184,11 +250,26 @@ void spreadEdges(Drawing& drawing, const SpreadingOptions& options) {
     routeAlongAxes(drawing, options.orthogonal);
 }
 
+void spreadLoops(QxDNode& node) {
+    makeLoops(node);
+}
+
+void leadAroundNodes(QxDEdge& edge) {
+    leadAround({&edge});
+}
+
 void routeAlongAxes(Drawing& drawing, bool isWanted) {
     const BoundsRest rest(drawing);
     eachGraph(drawing, [&](QxDGraph& graph) { graph.orthogonalRouting(isWanted ? 1 : 0); });
+    Bundles bundles;
     for (std::size_t i = 0; i < drawing.numberOfEdges(); ++i) {
         drawing.edge(i).repairOrthogonalRouting();
+        if (isWanted && drawing.edge(i).isVisible() != 0) {
+            bundles.add(drawing.edge(i));
+        }
+    }
+    for (const std::vector<QxDEdge*>& bundle : bundles.all()) {
+        partMiddles(bundle);
     }
 }
 

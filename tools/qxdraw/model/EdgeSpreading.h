@@ -24,6 +24,10 @@ QxMultiEdgeModeEnum bundleMode(const std::string& name);
 /// nodes. Edges that have bends keep them.
 void spreadEdges(Drawing& drawing, const SpreadingOptions& options);
 
+/// The same for the loops of a node, and for an edge that ends at ports.
+void spreadLoops(QxDNode& node);
+void leadAroundNodes(QxDEdge& edge);
+
 /// Lets all edges run along the axes, or as they like from now on.
 void routeAlongAxes(Drawing& drawing, bool isWanted);
 
