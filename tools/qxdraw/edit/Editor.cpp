@@ -9,6 +9,7 @@
 #include "import/ImportLimits.h"
 #include "import/Numbers.h"
 #include "import/Shapes.h"
+#include "model/AxisRouting.h"
 #include "model/EdgeSpreading.h"
 #include "model/Labels.h"
 #include "model/NestedLayout.h"
@@ -258,7 +259,7 @@ void Editor::connector(const Words& words) {
         } else {
             edge->pTargetConnector(&connector);
         }
-        leadAroundNodes(*edge);
+        leadAroundPorts(*edge);
         edge->repairOrthogonalRouting();
     }
 }
@@ -343,9 +344,7 @@ void Editor::fold(const Words& words) {
         place = nodes.empty() ? *node.pIRect() : place |= *node.pIRect();
         nodes.push_back(index);
     }
-    if (!m_drawing.fold(nodes, words[1], m_document)) {
-        throw ScriptError("these nodes cannot be folded");
-    }
+    m_drawing.fold(nodes, words[1], m_document);
     m_drawing.node(m_drawing.numberOfNodes() - 1).moveTo(place.center(), 1);
     m_names = nullptr;
     followVisibility();

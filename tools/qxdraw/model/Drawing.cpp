@@ -10,10 +10,10 @@
 
 #include "model/Nesting.h"
 #include "model/NodeSizing.h"
+#include "qx/drawing/QxDrawingIters.h"
 #include "qx/foundation/geometry/QxPointDList.h"
 #include "qx/foundation/geometry/QxShape.h"
 #include "qx/foundation/util/QxText.h"
-#include "qx/drawing/QxDrawingIters.h"
 #include "qx/nesting/QxDNodePair.h"
 #include "qx/spatial/QxQTree.h"
 
@@ -171,8 +171,8 @@ void Drawing::addGraph(const DocumentGraph& source) {
 void Drawing::addNode(const DocumentNode& source) {
     const QxSize size(toUnits(source.width), toUnits(source.height));
     QxDGraph* graph = m_graphs[static_cast<std::size_t>(source.graph)];
-    QxDNode* node = graph->addNodeWithCoordinates(toPoint(source.center.value_or(DocumentPoint{})),
-                                                  size, 1, 0);
+    QxDNode* node =
+        graph->addNodeWithCoordinates(toPoint(source.center.value_or(DocumentPoint{})), size, 1, 0);
     const QxShape shape = toShape(source.shape);
     node->pChangeShape(&shape, 0);
     setName(*node, source.label);
@@ -273,9 +273,8 @@ void Drawing::fitToBox(std::size_t index, const DocumentBox& box) {
     alignWithContents(graph, node);
 }
 
-bool Drawing::fold(const std::vector<int>& nodes, const std::string& name,
+void Drawing::fold(const std::vector<int>& nodes, const std::string& name,
                    GraphDocument& document) {
-    const auto nodeAt = [&](int index) { return m_nodes[static_cast<std::size_t>(index)]; };
     DocumentNode folder;
     folder.id = folder.label = name;
     folder.graph = document.nodes[static_cast<std::size_t>(nodes.front())].graph;
@@ -284,25 +283,22 @@ bool Drawing::fold(const std::vector<int>& nodes, const std::string& name,
     addGraph({});
     QxDNodeDList list;
     for (const int index : nodes) {
-        list.appendNode(nodeAt(index));
+        list.appendNode(m_nodes[static_cast<std::size_t>(index)]);
     }
     QxDNode& node = *m_nodes.back();
-    if (node.pOwnerGraph()->fold(&node, m_graphs.back(), &list, nullptr, nullptr, 0) == 0) {
-        return false;
-    }
-    document.graphs.push_back(
-        {name, folder.graph, static_cast<int>(document.nodes.size()), name, {}});
-    const int foldGraph = static_cast<int>(document.graphs.size()) - 1;
+    node.pOwnerGraph()->fold(&node, m_graphs.back(), &list, nullptr, nullptr, 0);
+    const int foldGraph = static_cast<int>(document.graphs.size());
     for (const int index : nodes) {
         document.nodes[static_cast<std::size_t>(index)].graph = foldGraph;
     }
     for (DocumentGraph& graph : document.graphs) {
-        if (graph.node >= 0 && &graph != &document.graphs.back()) {
+        if (graph.node >= 0) {
             graph.parent = document.nodes[static_cast<std::size_t>(graph.node)].graph;
         }
     }
+    document.graphs.push_back(
+        {name, folder.graph, static_cast<int>(document.nodes.size()), name, {}});
     document.nodes.push_back(std::move(folder));
-    return true;
 }
 
 void Drawing::addTitle(std::size_t graph, const std::string& text, TextBlock painted) {
@@ -372,9 +368,8 @@ void Drawing::addMetaEdges(GraphDocument& document) {
         const auto found =
             m_edges[i]->isVisible() != 0
                 ? edgeBetween.end()
-                : edgeBetween.find(
-                      {m_manager->pVisibleRepresentative(m_edges[i]->pSourceNode()),
-                       m_manager->pVisibleRepresentative(m_edges[i]->pTargetNode())});
+                : edgeBetween.find({m_manager->pVisibleRepresentative(m_edges[i]->pSourceNode()),
+                                    m_manager->pVisibleRepresentative(m_edges[i]->pTargetNode())});
         if (found != edgeBetween.end()) {
             DocumentEdge& described = document.edges[found->second];
             ++described.standsFor;
@@ -385,6 +380,11 @@ void Drawing::addMetaEdges(GraphDocument& document) {
     for (std::size_t i = first; i < m_edges.size(); ++i) {
         document.edges[i].label = std::to_string(document.edges[i].standsFor);
     }
+}
+
+bool isShownIn(const QxDNode& inner, const QxDNode& outer) {
+    const QxDGraph* nested = outer.pNestedGraph();
+    return nested != nullptr && inner.pOwnerGraph()->recursivelyNestedWithin(nested) != 0;
 }
 
 BoundsRest::BoundsRest(const Drawing& drawing) : m_drawing(drawing) {
@@ -410,8 +410,7 @@ BoundsRest::~BoundsRest() {
     }
 }
 
-QxConnector& Drawing::addConnector(QxDNode& node, const DocumentPoint& center,
-                                   const QxSize& size) {
+QxConnector& Drawing::addConnector(QxDNode& node, const DocumentPoint& center, const QxSize& size) {
     QxConnector* connector = node.addConnector(0, 0, 0, 0, 1, 0);
     const QxShape rectangle(QxShapeTypeRectangle);
     connector->pShape(&rectangle);

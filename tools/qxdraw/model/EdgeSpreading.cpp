@@ -5,9 +5,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <map>
 #include <utility>
 
+#include "model/AxisRouting.h"
 #include "model/PortRouting.h"
 #include "qx/drawing/QxDrawingIters.h"
 #include "qx/drawing/QxPNode.h"
@@ -134,7 +136,7 @@ void makeLoops(QxDNode& node) {
 }
 
 /// Lets the model lay out the edges between two nodes.
-void spread(const std::vector<QxDEdge*>& bundle, QxMultiEdgeModeEnum mode) {
+void layOut(const std::vector<QxDEdge*>& bundle, QxMultiEdgeModeEnum mode) {
     QxDEdgeDList list;
     for (QxDEdge* edge : bundle) {
         list.appendEdge(edge);
@@ -142,76 +144,38 @@ void spread(const std::vector<QxDEdge*>& bundle, QxMultiEdgeModeEnum mode) {
     bundle.front()->reorganizeMultiEdgeBundle(mode, &list);
 }
 
-/// An edge along the axes that turns twice on its way, as seen along the first segment.
-struct Step {
-    QxDEdge* edge;
-    bool isUpright;  ///< its middle segment
-    std::int32_t start;
-    std::int32_t end;    ///< along the way
-    std::int32_t level;  ///< across it, at the end with the smaller place along the way
-    std::int32_t otherLevel;
-    std::int32_t middle;
-};
-
-/// Without an edge when it does not turn twice.
-Step stepOf(QxDEdge& edge) {
-    QxPointDList list;
-    edge.buildEdgePointList(list);
-    if (list.count() != 4) {
-        return {};
+/// How many graphs are around an edge; the most for the innermost ones, -1 between graphs.
+int depthOf(const QxDEdge& edge) {
+    int depth = -1;
+    for (const QxDGraph* graph = edge.intergraphEdge() != 0 ? nullptr : edge.pOwnerGraph();
+         graph != nullptr; graph = graph->pNestedWithinGraph()) {
+        ++depth;
     }
-    const auto pointAt = [&](std::int32_t position) { return *list.pPointInPosition(position); };
-    const bool isUpright = pointAt(2).x() == pointAt(3).x();
-    const auto along = [&](const QxPoint& p) { return isUpright ? p.x() : p.y(); };
-    const auto across = [&](const QxPoint& p) { return isUpright ? p.y() : p.x(); };
-    const bool isForward = along(pointAt(1)) < along(pointAt(4));
-    const QxPoint& first = isForward ? pointAt(1) : pointAt(4);
-    const QxPoint& last = isForward ? pointAt(4) : pointAt(1);
-    return {&edge,         isUpright,    along(first),     along(last),
-            across(first), across(last), along(pointAt(2))};
+    return depth;
 }
 
-/// Lets edges between the same two nodes that turn twice at the same place turn one after the
-/// other, so that they neither meet nor cross.
-void partMiddles(const std::vector<QxDEdge*>& bundle) {
-    std::vector<Step> steps;
-    for (QxDEdge* edge : bundle) {
-        const Step step = edge->reflexive() == 0 ? stepOf(*edge) : Step{};
-        if (step.edge != nullptr && step.start < step.middle && step.middle < step.end &&
-            (steps.empty() || steps.front().isUpright == step.isUpright)) {
-            steps.push_back(step);
-        }
-    }
-    if (steps.size() < 2) {
+void spread(const std::vector<QxDEdge*>& bundle, QxMultiEdgeModeEnum mode) {
+    QxDEdge& first = *bundle.front();
+    QxDNode& source = *first.pSourceNode();
+    const QxDNode& target = *first.pTargetNode();
+    const bool isLoop = &source == &target;
+    if (!hasPort(first)) {
+        isLoop ? makeLoops(source) : layOut(bundle, mode);
+    } else if (isLoop) {
+        makePortLoops(bundle);
+    } else if (!isShownIn(source, target) && !isShownIn(target, source) && leadAround(bundle)) {
         return;
-    }
-    const bool rises = steps.front().otherLevel > steps.front().level;
-    std::sort(steps.begin(), steps.end(), [&](const Step& a, const Step& b) {
-        return rises ? a.level > b.level : a.level < b.level;
-    });
-    const auto count = static_cast<double>(steps.size());
-    const double room = steps.front().end - steps.front().start;
-    const double spacing = std::min(BentSpacing, room / (count + 1));
-    for (std::size_t i = 0; i < steps.size(); ++i) {
-        const Step& step = steps[i];
-        const double place =
-            steps.front().middle + (static_cast<double>(i) - (count - 1) / 2) * spacing;
-        for (QxPathNodeIter bend(step.edge); bend; ++bend) {
-            const QxPoint at = bend.pNode()->iCenter();
-            const auto moved = static_cast<std::int32_t>(std::lround(place));
-            bend.pNode()->ntMoveTo(step.isUpright ? QxPoint(moved, at.y())
-                                                  : QxPoint(at.x(), moved));
-        }
+    } else if (bundle.size() > 1) {
+        fanOut(bundle);
     }
 }
 
-template <class Act>
-void eachGraph(const Drawing& drawing, const Act& act) {
+void setSpacing(const Drawing& drawing, std::int32_t spacing) {
     for (std::size_t i = 0; i < drawing.numberOfGraphs(); ++i) {
-        act(drawing.graph(i));
+        drawing.graph(i).diagrammingMultiEdgeSpacing(spacing);
     }
     if (QxDGraph* between = drawing.manager().pQueryIntergraph()) {
-        act(*between);
+        between->diagrammingMultiEdgeSpacing(spacing);
     }
 }
 
@@ -225,26 +189,23 @@ QxMultiEdgeModeEnum bundleMode(const std::string& name) {
 }
 
 void spreadEdges(Drawing& drawing, const SpreadingOptions& options) {
-    const BoundsRest rest(drawing);
-    const double spacing = options.bundles == QxMultiEdgeOneBend ? BentSpacing : Spacing;
-    eachGraph(drawing, [&](QxDGraph& graph) {
-        graph.diagrammingMultiEdgeSpacing(static_cast<std::int32_t>(spacing));
-    });
+    setSpacing(drawing, static_cast<std::int32_t>(
+                            options.bundles == QxMultiEdgeOneBend ? BentSpacing : Spacing));
     Bundles bundles;
     for (std::size_t i = 0; i < drawing.numberOfEdges(); ++i) {
         if (drawing.edge(i).isVisible() != 0 && drawing.edge(i).hasBends() == 0) {
             bundles.add(drawing.edge(i));
         }
     }
+    // What sticks out in a nested graph makes its node larger, around which edges are led.
+    std::map<int, std::vector<const std::vector<QxDEdge*>*>, std::greater<>> byDepth;
     for (const std::vector<QxDEdge*>& bundle : bundles.all()) {
-        QxDEdge& first = *bundle.front();
-        const bool isLoop = first.reflexive() != 0;
-        if (!hasPort(first)) {
-            isLoop ? makeLoops(*first.pSourceNode()) : spread(bundle, options.bundles);
-        } else if (isLoop) {
-            makePortLoops(bundle);
-        } else if (!leadAround(bundle) && bundle.size() > 1) {
-            fanOut(bundle);
+        byDepth[depthOf(*bundle.front())].push_back(&bundle);
+    }
+    for (const auto& [depth, together] : byDepth) {
+        const BoundsRest rest(drawing);
+        for (const std::vector<QxDEdge*>* bundle : together) {
+            spread(*bundle, options.bundles);
         }
     }
     routeAlongAxes(drawing, options.orthogonal);
@@ -254,23 +215,8 @@ void spreadLoops(QxDNode& node) {
     makeLoops(node);
 }
 
-void leadAroundNodes(QxDEdge& edge) {
+void leadAroundPorts(QxDEdge& edge) {
     leadAround({&edge});
-}
-
-void routeAlongAxes(Drawing& drawing, bool isWanted) {
-    const BoundsRest rest(drawing);
-    eachGraph(drawing, [&](QxDGraph& graph) { graph.orthogonalRouting(isWanted ? 1 : 0); });
-    Bundles bundles;
-    for (std::size_t i = 0; i < drawing.numberOfEdges(); ++i) {
-        drawing.edge(i).repairOrthogonalRouting();
-        if (isWanted && drawing.edge(i).isVisible() != 0) {
-            bundles.add(drawing.edge(i));
-        }
-    }
-    for (const std::vector<QxDEdge*>& bundle : bundles.all()) {
-        partMiddles(bundle);
-    }
 }
 
 }  // namespace qxdraw

@@ -26,9 +26,6 @@ void spreadEdges(Drawing& drawing, const SpreadingOptions& options);
 
 /// The same for the loops of a node, and for an edge that ends at ports.
 void spreadLoops(QxDNode& node);
-void leadAroundNodes(QxDEdge& edge);
-
-/// Lets all edges run along the axes, or as they like from now on.
-void routeAlongAxes(Drawing& drawing, bool isWanted);
+void leadAroundPorts(QxDEdge& edge);
 
 }  // namespace qxdraw
