@@ -139,8 +139,9 @@ CLI::App* addEditCommand(CLI::App& app, qxdraw::EditOptions& options) {
         "Nodes have their names in the file; an EDGE is NODE->NODE (NODE->NODE#2: the second "
         "one). Names\nwith blanks stand in \"quotes\". Lines that start with # are passed over. "
         "The first bad line ends the\nscript, and nothing is written.\n"
-        "Example:\n  printf 'move a 300 100\\nbend a->b 200,50\\n' |\n"
-        "    qxdraw edit samples/mixed.gml -o edited.svg");
+        "Examples:\n  qxdraw edit samples/bundles.dot -o bundles.svg --script "
+        "samples/bundles.edits\n"
+        "  echo 'move server 400 100' | qxdraw edit samples/bundles.dot -o moved.svg");
     return command;
 }
 
