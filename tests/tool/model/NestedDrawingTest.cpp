@@ -59,6 +59,10 @@ public:
     }
 
     GraphDocument document() const { return m_document; }
+    /// Folder nodes come after those of the document.
+    std::string nameOf(const GraphDocument& shown, int node) const {
+        return index(node) < m_nested.nodes.size() ? shown.nodes[index(node)].id : "folder";
+    }
     const ViewOptions& view() const { return m_view; }
 
     /// How many edges each pair of shown things is joined by, stand-ins included.
@@ -127,13 +131,6 @@ private:
     std::set<std::string> m_folded;
 };
 
-std::string nameOf(const GraphDocument& document, int node) {
-    const std::string& id = document.nodes[static_cast<std::size_t>(node)].id;
-    const bool isKnown = (id.starts_with("n") && id.find_first_of(", ") == std::string::npos) ||
-                         id.starts_with("cluster_");
-    return isKnown ? id : "folder";
-}
-
 bool lieApart(const QxRect& a, const QxRect& b) {
     return a.right() <= b.left() || b.right() <= a.left() || a.top() <= b.bottom() ||
            b.top() <= a.bottom();
@@ -178,7 +175,7 @@ TEST(NestedDrawing, ShowsWhatAPlainWalkSaysInBoxesThatHoldIt) {
         for (std::size_t i = 0; i < drawing->numberOfEdges(); ++i) {
             const DocumentEdge& edge = document.edges[i];
             if (drawing->edge(i).isVisible() != 0) {
-                edges[{nameOf(document, edge.source), nameOf(document, edge.target)}] +=
+                edges[{world.nameOf(document, edge.source), world.nameOf(document, edge.target)}] +=
                     std::max(edge.standsFor, 1);
             }
         }

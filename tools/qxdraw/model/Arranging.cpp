@@ -59,8 +59,8 @@ std::unique_ptr<Drawing> arrange(GraphDocument& document, const ArrangingOptions
     drawing->place(document);
     connectPorts(*drawing, document);
     spreadEdges(*drawing, {bundleMode(options.bundles), options.orthogonal});
-    if (!options.orthogonal) {
-        leadAroundNodes(*drawing);
+    if (layout.spring && !options.orthogonal) {
+        leadAroundNodes(*drawing);  // else all stays as the file has it
     }
     addLabels(*drawing, document);
     moveLabelsApart(*drawing);

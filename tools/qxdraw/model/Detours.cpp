@@ -12,6 +12,7 @@
 
 #include "model/Nesting.h"
 #include "model/ShownObjects.h"
+#include "qx/drawing/QxPathIter.h"
 #include "qx/foundation/geometry/QxPointDList.h"
 
 namespace qxdraw {
@@ -35,8 +36,11 @@ public:
         const DocumentPoint to = toPlace(edge.ntToPoint(0));
         std::vector<const QxDNode*> obstacles;
         Way best{from, to};
+        for (QxPathNodeIter it(&edge); it; ++it) {
+            best.insert(best.end() - 1, toPlace(it.pNode()->iCenter()));
+        }
         double bestCost = costOf(best, edge, &obstacles);
-        std::pair<const QxDNode*, std::size_t> bestCorner;
+        const QxDNode* around = nullptr;
         const std::size_t count = std::min(obstacles.size(), MostTried);
         for (std::size_t i = 0; i < count; ++i) {
             const std::array<DocumentPoint, 4> corners = cornersOf(*obstacles[i]);
@@ -50,13 +54,13 @@ public:
                     if (cost < bestCost) {
                         best = way;
                         bestCost = cost;
-                        bestCorner = {obstacles[i], corner};
+                        around = obstacles[i];
                     }
                 }
             }
         }
-        if (best.size() > 2) {
-            ++m_uses[bestCorner.first];
+        if (around != nullptr) {
+            ++m_uses[around];
             QxPointDList bends;
             for (std::size_t i = 1; i + 1 < best.size(); ++i) {
                 bends.appendPoint(toPoint(best[i]));
@@ -154,7 +158,9 @@ void leadAroundNodes(Drawing& drawing) {
     for (std::size_t i = 0; i < drawing.numberOfEdges(); ++i) {
         QxDEdge& edge = drawing.edge(i);
         shown += edge.isVisible() != 0 ? 1 : 0;
-        if (edge.isVisible() != 0 && edge.hasBends() == 0 &&
+        const bool isFanned = edge.numberOfBends() == 1 && edge.pSourceConnector() == nullptr &&
+                              edge.pTargetConnector() == nullptr;
+        if (edge.isVisible() != 0 && (edge.hasBends() == 0 || isFanned) &&
             edge.pSourceNode() != edge.pTargetNode()) {
             straight.push_back(&edge);
         }

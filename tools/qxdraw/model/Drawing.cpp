@@ -166,6 +166,7 @@ void Drawing::addGraph(const DocumentGraph& source) {
     setMargins(*graph, m_graphs.empty() ? Margin : static_cast<std::int32_t>(BoxSpacing::Padding));
     setName(*graph, source.label);
     m_graphs.push_back(graph);
+    m_boxes.emplace_back();
 }
 
 void Drawing::addNode(const DocumentNode& source) {
@@ -241,9 +242,8 @@ void Drawing::placeNested(std::size_t index, GraphDocument& document) {
     } else {
         node.fitToNestedGraph(0, 0, 1);
         alignWithContents(graph, node);
-        if (box) {
-            fitToBox(index, united(toBox(*node.pIRect()), *box));
-        }
+        m_boxes[index] = box;
+        fitToBox(index);
     }
     const DocumentBox shown = toBox(*node.pIRect());
     place.center = shown.center();
@@ -251,18 +251,41 @@ void Drawing::placeNested(std::size_t index, GraphDocument& document) {
     place.height = shown.height();
 }
 
-/// Margins make up for what lies between the contents and the box.
-void Drawing::fitToBox(std::size_t index, const DocumentBox& box) {
-    QxDGraph& graph = *m_graphs[index];
-    QxDNode& node = *graph.pNestedWithinNode();
-    QxRect inner = *graph.pBoundingRect();
-    for (const DrawnLabel& label : m_labels) {
-        if (label.isTitle && label.label->pOwnerGraph() == &graph) {
-            label.label->ntMoveTo(
-                QxPoint(toUnits(box.left + BoxSpacing::Padding + label.label->ntWidth() / 2.0),
-                        toUnits(box.top - BoxSpacing::Padding - label.label->ntHeight() / 2.0)));
+/// Titles stand right above the contents, or at the top of the box.
+void Drawing::standTitles(const QxDGraph& graph, const DocumentBox* box) const {
+    for (const DrawnLabel& drawn : m_labels) {
+        if (!drawn.isTitle || drawn.label->pOwnerGraph() != &graph) {
+            continue;
         }
+        auto& label = static_cast<QxGraphLabel&>(*drawn.label);
+        if (box != nullptr) {
+            label.ntMoveTo(
+                QxPoint(toUnits(box->left + BoxSpacing::Padding + label.ntWidth() / 2.0),
+                        toUnits(box->top - BoxSpacing::Padding - label.ntHeight() / 2.0)));
+            continue;
+        }
+        const bool isWhole = &graph == m_graphs.front();
+        label.ntSetPerMil(isWhole ? 0 : -1000, 1000);
+        label.ntSetOffset(QxSize(isWhole ? 0 : label.ntWidth() / 2,
+                                 toUnits(BoxSpacing::TitleGap + label.ntHeight() / 2.0)));
     }
+}
+
+/// A node whose graph has a box in the file is as large as that, or as large as the contents need.
+/// Margins make up for what lies between.
+void Drawing::fitToBox(std::size_t index) const {
+    QxDGraph& graph = *m_graphs[index];
+    QxDNode* node = graph.pNestedWithinNode();
+    if (!m_boxes[index] || node == nullptr || graph.boundsInitialized() == 0) {
+        return;
+    }
+    standTitles(graph, nullptr);
+    setMargins(graph, static_cast<std::int32_t>(BoxSpacing::Padding));
+    node->fitToNestedGraph(0, 0, 1);
+    alignWithContents(graph, *node);
+    const DocumentBox box = united(toBox(*node->pIRect()), *m_boxes[index]);
+    standTitles(graph, &box);
+    QxRect inner = *graph.pBoundingRect();
     if (QxRect labels; graph.calculateGraphLabelBounds(labels) != 0) {
         inner |= labels;
     }
@@ -270,7 +293,8 @@ void Drawing::fitToBox(std::size_t index, const DocumentBox& box) {
     graph.rightMarginConstantSpacing(toUnits(box.right) - inner.right());
     graph.bottomMarginConstantSpacing(inner.bottom() - toUnits(box.bottom));
     graph.topMarginConstantSpacing(toUnits(box.top) - inner.top());
-    alignWithContents(graph, node);
+    node->fitToNestedGraph(0, 0, 1);
+    alignWithContents(graph, *node);
 }
 
 void Drawing::fold(const std::vector<int>& nodes, const std::string& name,
@@ -304,11 +328,8 @@ void Drawing::fold(const std::vector<int>& nodes, const std::string& name,
 void Drawing::addTitle(std::size_t graph, const std::string& text, TextBlock painted) {
     m_factory.sizeTitle(painted);
     QxGraphLabel* label = m_graphs[graph]->addLabel(QxText::decodeUtf8(text).c_str(), 0);
-    const bool isWhole = graph == 0;
-    label->ntSetPerMil(isWhole ? 0 : -1000, 1000);
-    label->ntSetOffset(QxSize(isWhole ? 0 : label->ntWidth() / 2,
-                              toUnits(BoxSpacing::TitleGap + label->ntHeight() / 2.0)));
     m_labels.push_back({label, std::move(painted), false, true});
+    standTitles(*m_graphs[graph], nullptr);
 }
 
 std::optional<std::size_t> Drawing::findIndex(const QxGraphMember& member) const {
@@ -407,6 +428,7 @@ BoundsRest::~BoundsRest() {
     std::sort(order.begin(), order.end());
     for (const auto& [depth, index] : order) {
         m_drawing.graph(index).disableGraphBounds(0, index == 0 ? 1 : 0);
+        m_drawing.fitToBox(index);
     }
 }
 

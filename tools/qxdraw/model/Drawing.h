@@ -105,6 +105,8 @@ public:
                          const QxSize& size, bool isInside);
 
 private:
+    friend class BoundsRest;
+
     /// Its labels have their size before their owner places them, its graphs keep connectors in
     /// their index.
     class DrawingFactory : public QxFactory {
@@ -129,7 +131,8 @@ private:
     void nestGraphs(const GraphDocument& document);
     void addEdge(const DocumentEdge& source);
     void placeNested(std::size_t index, GraphDocument& document);
-    void fitToBox(std::size_t index, const DocumentBox& box);
+    void standTitles(const QxDGraph& graph, const DocumentBox* box) const;
+    void fitToBox(std::size_t index) const;
 
     /// Forgets edges that are about to go, and what the document says of them.
     void forgetEdges(const QxDEdgeDList& edges, GraphDocument& document);
@@ -137,6 +140,7 @@ private:
     mutable DrawingFactory m_factory;
     QxDGraphManager* m_manager;
     std::vector<QxDGraph*> m_graphs;
+    std::vector<std::optional<DocumentBox>> m_boxes;  ///< that the file gives the graphs
     std::vector<QxDNode*> m_nodes;
     std::vector<QxDEdge*> m_edges;
     std::unordered_map<const QxGraphMember*, std::size_t> m_indexOf;
