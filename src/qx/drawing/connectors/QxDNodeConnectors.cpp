@@ -307,11 +307,19 @@ void QxDNode::actOnChangeShape(const QxShape* shape) {
     const QxDGraphManager* manager = qx::internal::managerOf(*this);
     if (manager != nullptr && manager->isReading() == 0 &&
         numberOfAllConnectors() != numberOfConnectors()) {
-        for (QxDEdge* edge : Snapshot<QxDEdge>(pInEdgeList())) {
+        const Snapshot<QxDEdge> in(pInEdgeList());
+        const Snapshot<QxDEdge> out(pOutEdgeList());
+        for (QxDEdge* edge : in) {
             setConnectorOnChangeShape(shape, edge, 1);
         }
-        for (QxDEdge* edge : Snapshot<QxDEdge>(pOutEdgeList())) {
+        for (QxDEdge* edge : out) {
             setConnectorOnChangeShape(shape, edge, 0);
+        }
+        // Those, too, that listeners have carried off meanwhile.
+        for (const auto* edges : {&in, &out}) {
+            for (QxDEdge* edge : *edges) {
+                edge->marked(0);
+            }
         }
     }
     unmarkIncidentEdges();
