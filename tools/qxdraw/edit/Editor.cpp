@@ -281,6 +281,11 @@ void Editor::label(const Words& words) {
 
 void Editor::followVisibility() {
     m_drawing.addMetaEdges(m_document);
+    for (std::size_t i = 0; i < m_drawing.numberOfEdges(); ++i) {
+        if (m_document.edges[i].standsFor > 0) {
+            nameEdge(m_drawing, i, m_document);
+        }
+    }
     for (std::size_t i = 0; i < m_drawing.numberOfNodes(); ++i) {
         if (m_drawing.node(i).pChildGraph() != nullptr) {
             nameNode(m_drawing, i, m_document);
