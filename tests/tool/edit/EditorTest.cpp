@@ -70,8 +70,7 @@ TEST_F(EditorTest, ShowsAndHidesAndComesBack) {
     EXPECT_THAT(run("collapse c"), HasSubstr("collapsed"));
     EXPECT_EQ(shownEdges(), all - 1) << "two edges that stand for others, but none within";
     EXPECT_EQ(labels(), texts) << "a name and two numbers for a title and two names";
-    and numbers ";
-        run("expand c");
+    run("expand c");
     EXPECT_EQ(shownEdges(), all);
     EXPECT_EQ(labels(), texts);
     EXPECT_THAT(run("hide a"), HasSubstr("hidden"));
