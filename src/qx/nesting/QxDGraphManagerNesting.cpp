@@ -242,6 +242,11 @@ void QxDGraphManager::showAnchor(QxDGraph* graph) {
         graph->disableNestingGraphBoundsAndQuadTree(0, 0);
     }
     if (between) {
+        if (isReading() == 0) {
+            for (QxDEdge* edge : Snapshot<QxDEdge>(between->pEdgeList())) {
+                edge->repairOrthogonalRouting();
+            }
+        }
         between->refreshGraphBounds();
     }
     if (graph != old && graph == m_anchor) {

@@ -27,21 +27,6 @@ std::int32_t toUnits(double value) {
     return static_cast<std::int32_t>(std::lround(value));
 }
 
-QxShape toShape(const DocumentShape& source) {
-    if (source.kind == ShapeKind::Oval) {
-        return QxShape(QxShapeTypeOval);
-    }
-    if (source.kind == ShapeKind::Rectangle) {
-        return QxShape(QxShapeTypeRectangle);
-    }
-    QxPointDList outline;
-    for (const DocumentPoint& corner : source.outline) {
-        outline.appendPoint(QxPoint(toUnits(corner.x * QxShape::FrameHalf),
-                                    toUnits(corner.y * QxShape::FrameHalf)));
-    }
-    return QxShape::fromOutline(outline);
-}
-
 class IndexedGraph : public QxDGraph {
 public:
     using QxDGraph::QxDGraph;
@@ -59,6 +44,21 @@ void setName(QxGraphObject& object, const std::string& name) {
 }
 
 }  // namespace
+
+QxShape toShape(const DocumentShape& source) {
+    if (source.kind == ShapeKind::Oval) {
+        return QxShape(QxShapeTypeOval);
+    }
+    if (source.kind == ShapeKind::Rectangle) {
+        return QxShape(QxShapeTypeRectangle);
+    }
+    QxPointDList outline;
+    for (const DocumentPoint& corner : source.outline) {
+        outline.appendPoint(QxPoint(toUnits(corner.x * QxShape::FrameHalf),
+                                    toUnits(corner.y * QxShape::FrameHalf)));
+    }
+    return QxShape::fromOutline(outline);
+}
 
 QxPoint toPoint(const DocumentPoint& point) {
     return {toUnits(point.x), toUnits(point.y)};
@@ -208,11 +208,47 @@ void Drawing::addTitle(std::size_t graph, const std::string& text, TextBlock pai
     standTitles(*m_graphs[graph], nullptr);
 }
 
+std::optional<std::size_t> Drawing::findIndex(const QxGraphMember& member) const {
+    const auto found = m_indexOf.find(&member);
+    return found != m_indexOf.end() ? std::optional(found->second) : std::nullopt;
+}
+
+void Drawing::discardLabels(QxDNode& node) {
+    std::erase_if(m_labels, [&](const DrawnLabel& label) {
+        const bool goes = label.isInside && label.label->pOwnerNode() == &node;
+        return goes && node.discardLabel(static_cast<QxNodeLabel*>(label.label)) != 0;
+    });
+}
+
+void Drawing::discardLabels(QxDEdge& edge) {
+    std::erase_if(m_labels, [&](const DrawnLabel& label) {
+        return label.label->pOwnerEdge() == &edge &&
+               edge.discardLabel(static_cast<QxEdgeLabel*>(label.label)) != 0;
+    });
+}
+
+void Drawing::forgetEdges(const QxDEdgeDList& edges, GraphDocument& document) {
+    for (QxDEdgeDListIter it(&edges); it; ++it) {
+        const std::optional<std::size_t> index = findIndex(*it.pEdge());
+        if (!index) {
+            continue;
+        }
+        discardLabels(*it.pEdge());
+        m_edges.erase(m_edges.begin() + static_cast<std::ptrdiff_t>(*index));
+        document.edges.erase(document.edges.begin() + static_cast<std::ptrdiff_t>(*index));
+        m_indexOf.erase(it.pEdge());
+        for (std::size_t i = *index; i < m_edges.size(); ++i) {
+            m_indexOf[m_edges[i]] = i;
+        }
+    }
+}
+
 void Drawing::addMetaEdges(GraphDocument& document) {
     QxDNodePairDList needed;
     QxDEdgeDList outdated;
     QxDEdgeDList added;
     m_manager->checkMetaEdges(needed, outdated);
+    forgetEdges(outdated, document);
     m_manager->updateMetaEdges(&needed, &outdated, &added, 0);
     const std::size_t first = m_edges.size();
     std::map<std::pair<QxGraphObject*, QxGraphObject*>, std::size_t> edgeBetween;
