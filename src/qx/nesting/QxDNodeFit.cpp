@@ -11,6 +11,7 @@
 #include "qx/drawing/bounds/internal/Change.h"
 #include "qx/foundation/util/internal/Ref.h"
 #include "qx/nesting/QxExpandedNodeExtension.h"
+#include "qx/update/internal/MoveReactions.h"
 
 using qx::internal::Change;
 
@@ -109,7 +110,7 @@ void QxDNode::updateExpandedNodeForDiagramming(const QxRect& rect, int keepNodeI
     const qx::internal::Ref alive(*this);
     const bool isOnlyNoted = keepNodeInPlace != 0 && onlyTouchingBits != 0;
     if (!isOnlyNoted && !(rect == m_rect)) {
-        Change::ofGeometry(*this, [&] {
+        qx::internal::withReactions(*this, qx::internal::MoveKind::Fit, [&] {
             const QxSize size = rect.size();
             const QxPoint center = rect.center();
             if (!(size == iSize())) {

@@ -19,6 +19,7 @@
 #include "qx/drawing/internal/Extras.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/geometry/QxPerMil.h"
+#include "qx/update/internal/MoveReactions.h"
 
 using qx::internal::Change;
 using qx::internal::Ref;
@@ -303,10 +304,22 @@ void QxDNode::updateCalculatedConnectorsOnResize(const QxRect&, const QxRect& re
     }
     for (QxConnector* connector : Snapshot<QxConnector>(pQueryConnectorManager())) {
         if (connector->specified() == 0 && connector->isUsedWithinGraph()) {
-            connector->vSetOffset(scaledOffset(connector->ntOffset(), rectBefore, rectNow));
-            connector->setFlag(qx::flags::ConnectorRescaled, 1);
+            rescaleConnector(*connector, rectBefore, rectNow);
         }
     }
+}
+
+void QxDNode::rescaleConnector(QxConnector& connector, const QxRect& before, const QxRect& now) {
+    // During a move from what it was at first, so that many steps round no more than one does.
+    QxSize offset = scaledOffset(connector.ntOffset(), before, now);
+    for (const QxConnector::User& user : connector.m_users) {
+        if (const auto atStart = qx::internal::offsetAtStart(connector, *user.edge)) {
+            offset = scaledOffset(atStart->offset, atStart->nodeRect, now);
+            qx::internal::noteNewOffset(connector, *user.edge, offset);
+        }
+    }
+    connector.vSetOffset(offset);
+    connector.setFlag(qx::flags::ConnectorRescaled, 1);
 }
 
 void QxDNode::actOnUpdateConnectors(const QxRect& rectAtStart, const QxRect& rectBefore) {
