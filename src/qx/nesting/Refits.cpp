@@ -3,6 +3,8 @@
 
 #include "qx/nesting/internal/Refits.h"
 
+#include <algorithm>
+
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxDNode.h"
 #include "qx/nesting/internal/ManagerExtras.h"
@@ -13,26 +15,47 @@ void Refits::request(QxDGraph& graph, int keepNodeInPlace) {
     if (m_held == &graph) {
         return;
     }
-    if (!m_waiting.empty() && m_waiting.back().graph.get() == &graph) {
-        m_waiting.back().keepNodeInPlace = keepNodeInPlace;
+    // While fits wait, one for each graph will do.
+    const auto first = m_waits != 0 || m_waiting.empty() ? m_waiting.begin() : m_waiting.end() - 1;
+    const auto same = std::find_if(first, m_waiting.end(), [&](const Request& request) {
+        return request.graph.get() == &graph;
+    });
+    if (same != m_waiting.end()) {
+        same->keepNodeInPlace = keepNodeInPlace;
     } else {
         m_waiting.push_back({Ref<QxDGraph>(&graph), keepNodeInPlace});
     }
-    if (!m_isServing) {
-        serve();
+    serveWaiting();
+}
+
+void Refits::serveWaiting() {
+    if (m_isServing || m_waits != 0) {
+        return;
+    }
+    m_isServing = true;
+    while (!m_waiting.empty() && m_waits == 0) {
+        const Request request = std::move(m_waiting.front());
+        m_waiting.pop_front();
+        perform(request);
+    }
+    m_isServing = false;
+}
+
+void Refits::serve(const QxDGraph& graph) {
+    const auto asked = std::find_if(
+        m_waiting.begin(), m_waiting.end(),
+        [&](const Request& request) { return request.graph.get() == &graph; });
+    if (asked != m_waiting.end()) {
+        const Request request = std::move(*asked);
+        m_waiting.erase(asked);
+        perform(request);
     }
 }
 
-void Refits::serve() {
-    m_isServing = true;
-    while (!m_waiting.empty()) {
-        const Request request = std::move(m_waiting.front());
-        m_waiting.pop_front();
-        if (QxDNode* node = request.graph->pNestedWithinNode()) {
-            node->fitToNestedGraph(request.keepNodeInPlace, 0, 0);
-        }
+void Refits::perform(const Request& request) {
+    if (QxDNode* node = request.graph->pNestedWithinNode()) {
+        node->fitToNestedGraph(request.keepNodeInPlace, 0, 0);
     }
-    m_isServing = false;
 }
 
 }  // namespace qx::internal

@@ -89,9 +89,12 @@ bool dragBend(QxPNode& bend, const QxPoint& center) {
         manager->isUpdatingAffectedGraphs() != 0) {
         return false;  // or it is noticed by those who are about to work the path out
     }
+    const QxPoint step = center - bend.iCenter();
+    if (bend.iCenter() + step != center) {
+        return false;  // farther than a coordinate can tell
+    }
     const Ref alive(*edge);
     const Ref dragged(bend);
-    const QxPoint step = center - bend.iCenter();
     auto record = Ref<QxDEdgeInitialGeometry>::adopt(new QxDEdgeInitialGeometry(&bend));
     const Snapshot<QxEdgeLabel> labels(edge->pLabelList());
     for (QxEdgeLabel* label : labels) {

@@ -150,6 +150,10 @@ Reactions* Reactions::open(const QxDGraphManager& manager) {
     return extras != nullptr ? extras->reactions : nullptr;
 }
 
+Refits& Reactions::refitsOf(QxDGraphManager& manager) {
+    return manager.managerExtras().refits;
+}
+
 bool Reactions::isHere(const QxDEdge& edge) const {
     const QxDEdgeInitialGeometry* record = edge.pEdgeInitialGeometry();
     return record != nullptr && record->m_reactions == this;
@@ -173,11 +177,14 @@ void Reactions::add(QxDEdge& edge) {
     QxDEdgeInitialGeometry* const former = edge.pEdgeInitialGeometry();
     if (former != nullptr && former->m_reactions != nullptr) {
         former->m_reactions->ask(edge);
-        return;
+    } else {
+        add(edge, new QxDEdgeInitialGeometry(&edge));
     }
-    auto record = Ref<QxDEdgeInitialGeometry>::adopt(new QxDEdgeInitialGeometry(&edge));
+}
+
+void Reactions::add(QxDEdge& edge, QxDEdgeInitialGeometry* record) {
     record->m_reactions = this;
-    edge.pEdgeInitialGeometry(record.handOver());
+    edge.pEdgeInitialGeometry(record);
     for (QxEdgeLabel* label : Snapshot<QxEdgeLabel>(edge.pLabelList())) {
         label->storeMovedLabel();
         label->cleanUpLabelMoveControlInfo();
@@ -299,8 +306,10 @@ void Reactions::follow(QxDEdge& edge) {
     if (!isActive(edge) || edge.pSourceNode() == nullptr || edge.pTargetNode() == nullptr) {
         return;
     }
-    const bool isBack = record->isBack(true) && record->isBack(false);
-    if (m_extent == Whole || record->asOrthogonalRouted() != 0) {
+    // The path of an edge a part of which is dragged has been worked out already.
+    const bool isDragged = record->status() != QxGeometryOfEdge;
+    const bool isBack = !isDragged && record->isBack(true) && record->isBack(false);
+    if (!isDragged && (m_extent == Whole || record->asOrthogonalRouted() != 0)) {
         record->reroute();
     }
     placeLabels(edge, isBack);

@@ -12,11 +12,14 @@
 
 class QxConnector;
 class QxDEdge;
+class QxDEdgeInitialGeometry;
 class QxDGraphManager;
 class QxDNode;
 class QxNode;
 
 namespace qx::internal {
+
+class Refits;
 
 /// Lets edges follow a move of what they are attached to. Before the move the edges are added, each
 /// with a record of what it looks like; after it, run() works their paths out, places their labels
@@ -41,6 +44,10 @@ public:
 
     /// Those of the drawing that the next move joins; null for none.
     static Reactions* open(const QxDGraphManager& manager);
+    /// The fits that a move may have to keep waiting.
+    static Refits& refitsOf(QxDGraphManager& manager);
+    /// The edges that have been added, in order.
+    const std::vector<Ref<QxDEdge>>& edges() const { return m_edges; }
 
     /// Edges that move with a node as a whole though nobody else moves their bends.
     using Carried = std::vector<Ref<QxDEdge>>;
@@ -52,6 +59,8 @@ public:
     void addAround(const QxConnector& connector);
     /// Adds the edge, unless it is invisible, whatever it looks like.
     void add(QxDEdge& edge);
+    /// The same with a record for the drag of a part of the edge, which it takes over.
+    void add(QxDEdge& edge, QxDEdgeInitialGeometry* drag);
 
     /// May be called again and again while the move goes on.
     void run();
