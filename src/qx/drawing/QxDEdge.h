@@ -362,11 +362,11 @@ public:
     /// (even) number of edges runs, for a step of half the spacing.
     static void computeOffsetPointsForMultiEdgesParallel(QxPoint& out, double stepX, double stepY,
                                                          int index, int odd);
-    /// Gives both ends calculated connectors on that line shifted by `offset`, in anchor
-    /// coordinates. An end whose node the line does not meet stays without one.
+    /// Gives both ends calculated connectors on that line shifted by `offset`, in the coordinates
+    /// of the path. An end whose node the line does not meet stays without one.
     void assignConnectorsMultiEdgesParallel(const QxPoint* offset);
-    /// A new calculated connector where the way `from` inside the node `toward` a point, in anchor
-    /// coordinates, leaves its shape; null where it does not. It is not assigned to the edge yet.
+    /// A new calculated connector where the way `from` a point `toward` another, in the coordinates
+    /// of the path, meets the node's shape; null where it does not. No end is assigned to it yet.
     QxConnector* setConnector(QxDNode* node, QxPoint from, QxPoint toward);
     /// @}
 

@@ -290,8 +290,8 @@ public:
 
     /// Lays the connected self-loops out above the node, one within the other: each leaves the top
     /// on the right, runs across and returns on the left, by calculated connectors. Those with a
-    /// specified connector stay as they are. Nothing happens to a node without a graph or one that
-    /// is not visible. O(degree).
+    /// specified connector stay as they are. Nothing happens to a node without a graph. O(k log k)
+    /// for k edges.
     void reorganizeReflexiveEdges();
     /// Fills the list with what a change of shape lays out together with this edge of the node: the
     /// straight edges of the same graph in its direction that need not run along the axes, which

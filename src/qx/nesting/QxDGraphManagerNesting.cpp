@@ -239,6 +239,11 @@ void QxDGraphManager::showAnchor(QxDGraph* graph) {
         graph->disableNestingGraphBoundsAndQuadTree(0, 0);
     }
     if (between) {
+        if (isReading() == 0) {
+            for (QxDEdge* edge : Snapshot<QxDEdge>(between->pEdgeList())) {
+                edge->repairOrthogonalRouting();
+            }
+        }
         between->refreshGraphBounds();
     }
     if (graph != old) {

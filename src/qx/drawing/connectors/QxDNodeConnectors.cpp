@@ -13,7 +13,7 @@
 #include "qx/drawing/QxDrawingIters.h"
 #include "qx/drawing/QxFactory.h"
 #include "qx/drawing/bounds/internal/Change.h"
-#include "qx/drawing/connectors/internal/RoutingDirection.h"
+#include "qx/drawing/connectors/internal/ConnectorPlace.h"
 #include "qx/drawing/internal/AskedCoordinates.h"
 #include "qx/drawing/internal/CloneLinks.h"
 #include "qx/drawing/internal/Extras.h"
@@ -282,18 +282,6 @@ QxSize scaledOffset(const QxSize& offset, const QxRect& before, const QxRect& no
                      isBelow ? now.bottomHalfHeight() : now.topHalfHeight())};
 }
 
-/// The offset in thousandths of the half extent on its side, truncated; 500 without one, where no
-/// thousandth is better than another.
-std::int16_t proportionOf(std::int32_t offset, std::int32_t lower, std::int32_t upper) {
-    const std::int32_t half = offset < 0 ? lower : upper;
-    return half != 0 ? qx::clampToInt16(std::int64_t{offset} * 1000 / half) : std::int16_t{500};
-}
-
-QxPerMil proportionOf(const QxSize& offset, const QxRect& rect) {
-    return {proportionOf(offset.width(), rect.leftHalfWidth(), rect.rightHalfWidth()),
-            proportionOf(offset.height(), rect.bottomHalfHeight(), rect.topHalfHeight())};
-}
-
 }  // namespace
 
 void QxDNode::updateCalculatedConnectorsOnResize(const QxRect&, const QxRect& rectBefore,
@@ -354,8 +342,17 @@ void QxDNode::setConnectorOnChangeShape(const QxShape* shape, QxDEdge* edge, int
         edge->pSourceConnector(nullptr);
         return;
     }
+    QxDEdgeDList bundle;
+    if (storeMultiEdgeList(edge, bundle) != 0) {
+        const Snapshot<QxDEdge> edges(&bundle);
+        edge->reorganizeMultiEdgeBundle(QxMultiEdgeParallel, &bundle);
+        for (QxDEdge* done : edges) {
+            done->marked(1);
+        }
+        return;
+    }
     QxPoint place;
-    if (!qx::internal::wantsOrthogonalRouting(*edge) ||
+    if (edge->desiredOrthogonalRouting() == 0 ||
         findProjection(edge, connector, place, shape) == 0 ||
         qx::internal::fromAsked(*this, place, 0) == 0) {
         return;
@@ -364,7 +361,7 @@ void QxDNode::setConnectorOnChangeShape(const QxShape* shape, QxDEdge* edge, int
     QxSize offset;
     m_rect.setOffset(place, offset);
     if (edge->intergraphEdge() != 0) {
-        perMil = proportionOf(offset, m_rect);
+        perMil = qx::internal::proportionOf(offset, m_rect);
         offset = QxSize();
     }
     placeConnector(*connector, perMil, offset);
