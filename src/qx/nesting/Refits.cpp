@@ -42,9 +42,9 @@ void Refits::serveWaiting() {
 }
 
 void Refits::serve(const QxDGraph& graph) {
-    const auto asked = std::find_if(
-        m_waiting.begin(), m_waiting.end(),
-        [&](const Request& request) { return request.graph.get() == &graph; });
+    const auto asked =
+        std::find_if(m_waiting.begin(), m_waiting.end(),
+                     [&](const Request& request) { return request.graph.get() == &graph; });
     if (asked != m_waiting.end()) {
         const Request request = std::move(*asked);
         m_waiting.erase(asked);

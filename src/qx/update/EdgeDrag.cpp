@@ -80,8 +80,7 @@ void QxDEdgeInitialGeometry::moveSegment(std::int32_t dx, std::int32_t dy) {
         qx::internal::mergeAtSegment(route, k, isHorizontal, m_delta);
     } else if (route.count() >= 3) {
         const bool dropsA = k > 1 && qx::internal::goesStraightOn(route.at(k - 1), a, b, m_eps);
-        if (k + 2 <= route.count() &&
-            qx::internal::goesStraightOn(a, b, route.at(k + 2), m_eps)) {
+        if (k + 2 <= route.count() && qx::internal::goesStraightOn(a, b, route.at(k + 2), m_eps)) {
             route.remove(k + 1);
         }
         if (dropsA) {

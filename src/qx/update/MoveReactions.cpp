@@ -15,7 +15,8 @@ namespace qx::internal {
 
 namespace {
 
-/// The manager of a drawing in which a change of the graph's contents is reacted to; null elsewhere.
+/// The manager of a drawing in which a change of the graph's contents is reacted to; null
+/// elsewhere.
 QxDGraphManager* reactingManager(const QxDGraph* graph) {
     QxDGraphManager* manager = graph != nullptr ? graph->pOwnerGraphManager() : nullptr;
     return manager != nullptr && manager->isReading() == 0 && graph->fileReadRunning() == 0 &&
@@ -113,14 +114,14 @@ bool dragBend(QxPNode& bend, const QxPoint& center) {
 
 namespace {
 
-/// Of an edge whose record the running move has made, and whose end at the connector was there then.
+/// Of an edge whose record the running move has made, and whose end at the connector was there
+/// then.
 QxDEdgeInitialGeometry* recordAt(const QxConnector& connector, const QxDEdge& edge,
                                  bool& atSource) {
     QxDEdgeInitialGeometry* record = edge.pEdgeInitialGeometry();
     atSource = edge.pInternalSourceConnector() == &connector;
-    const bool isSaved =
-        record != nullptr &&
-        (atSource ? record->hasFromConnector() : record->hasToConnector()) != 0;
+    const bool isSaved = record != nullptr &&
+                         (atSource ? record->hasFromConnector() : record->hasToConnector()) != 0;
     return isSaved ? record : nullptr;
 }
 

@@ -14,12 +14,12 @@
 #include "qx/drawing/QxConnectorLabel.h"
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxEdgeLabel.h"
+#include "qx/drawing/QxFactory.h"
 #include "qx/drawing/QxGraphLabel.h"
 #include "qx/drawing/QxNodeLabel.h"
 #include "qx/drawing/QxPEdge.h"
 #include "qx/drawing/QxPNode.h"
 #include "qx/events/QxDEventManager.h"
-#include "qx/drawing/QxFactory.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/util/internal/Suspension.h"
 #include "qx/update/internal/AffectedState.h"
@@ -50,8 +50,7 @@ void QxAffectedObjectInfo::init(QxDGraphManager* manager, const QxDNodeDList* no
                                 const QxGraphLabelDList* graphLabels, int onlySelected) {
     finish();
     forgetInputs();
-    m_inputs = {nodes,      edges,           connectors, edgeLabels,
-                nodeLabels, connectorLabels, graphLabels};
+    m_inputs = {nodes, edges, connectors, edgeLabels, nodeLabels, connectorLabels, graphLabels};
     m_onlySelected = onlySelected;
     m_changesEdge = 0;
     start(manager);
@@ -345,9 +344,8 @@ void QxAffectedObjectInfo::collectNestedEdges() {
             }
         }
     }
-    std::sort(found.begin(), found.end(), [](const QxDEdge* a, const QxDEdge* b) {
-        return a->listStamp() < b->listStamp();
-    });
+    std::sort(found.begin(), found.end(),
+              [](const QxDEdge* a, const QxDEdge* b) { return a->listStamp() < b->listStamp(); });
     for (QxDEdge* edge : found) {
         testAndAddAffectedEdge(*edge);
     }
@@ -357,13 +355,11 @@ int QxAffectedObjectInfo::endMoves(const QxDEdge& edge, bool atSource) const {
     const QxDNode* node = qx::internal::nodeAt(edge, atSource);
     const QxConnector* connector = qx::internal::connectorAt(edge, atSource);
     const QxDGraph* graph = node != nullptr ? node->pOwnerGraph() : nullptr;
-    const bool moves =
-        node != nullptr &&
-        (node->graphObjectStatus() == QxStatusMoved ||
-         (edge.intergraphEdge() != 0 && graph != nullptr &&
-          graph->graphObjectStatus() == QxStatusMoved) ||
-         (connector != nullptr && connector->specified() != 0 &&
-          connector->graphObjectStatus() == QxStatusMoved));
+    const bool moves = node != nullptr && (node->graphObjectStatus() == QxStatusMoved ||
+                                           (edge.intergraphEdge() != 0 && graph != nullptr &&
+                                            graph->graphObjectStatus() == QxStatusMoved) ||
+                                           (connector != nullptr && connector->specified() != 0 &&
+                                            connector->graphObjectStatus() == QxStatusMoved));
     return moves ? 1 : 0;
 }
 
@@ -429,8 +425,8 @@ void QxAffectedObjectInfo::computeAffectedGraphs() {
     if (QxDGraph* between = m_state->manager->pQueryIntergraph()) {
         m_affectedGraphs.appendGraph(between);
     }
-    const auto affected = static_cast<std::size_t>(
-        std::count_if(marked.begin(), marked.end(), isAffected));
+    const auto affected =
+        static_cast<std::size_t>(std::count_if(marked.begin(), marked.end(), isAffected));
     std::vector<QxDGraph*> toOpen;
     if (root != nullptr && isAffected(root)) {
         m_affectedGraphs.appendGraph(root);
@@ -502,8 +498,8 @@ void QxAffectedObjectInfo::notifySpecChanges() {
 
 void QxAffectedObjectInfo::allocateGeometricUpdateInfos() {
     if (m_state->manager && !m_state->fitsWait) {
-        m_state->fitsWait = std::make_unique<qx::internal::Refits::Wait>(
-            Reactions::refitsOf(*m_state->manager));
+        m_state->fitsWait =
+            std::make_unique<qx::internal::Refits::Wait>(Reactions::refitsOf(*m_state->manager));
     }
     for (QxDGraph* graph : each<QxDGraph>(m_affectedGraphs)) {
         if (graph->pGeometricUpdateInfo() == nullptr) {
@@ -571,9 +567,8 @@ void QxAffectedObjectInfo::actBeforeMove() {
             edge->actBeforeRemove(reportingRecord(edge->pOwnerGraph()), 1, 1);
         }
     }
-    eachMovedLabel([](const QxLabel& label) {
-        label.actBeforeRemove(reportingRecord(label.pGraph()));
-    });
+    eachMovedLabel(
+        [](const QxLabel& label) { label.actBeforeRemove(reportingRecord(label.pGraph())); });
 }
 
 void QxAffectedObjectInfo::actAfterMove() {
@@ -591,9 +586,8 @@ void QxAffectedObjectInfo::actAfterMove() {
     for (QxDEdge* edge : each<QxDEdge>(m_movedEdges)) {
         edge->actAfterInsert(reportingRecord(edge->pOwnerGraph()), 1, 1);
     }
-    eachMovedLabel([](const QxLabel& label) {
-        label.actAfterInsert(reportingRecord(label.pGraph()));
-    });
+    eachMovedLabel(
+        [](const QxLabel& label) { label.actAfterInsert(reportingRecord(label.pGraph())); });
 }
 
 void QxAffectedObjectInfo::actAfterRoute() {
@@ -621,9 +615,9 @@ void QxAffectedObjectInfo::updateAffectedGraphs(int force) {
     const auto updating = qx::internal::suspend(
         [manager](auto... value) { return manager->isUpdatingAffectedGraphs(value...); }, 1);
     auto* factory = static_cast<QxFactory*>(manager->pFactory());
-    QxDEventManager* events =
-        factory != nullptr && (m_input == nullptr || m_changesEdge != 0) ? factory->pEventManager()
-                                                                         : nullptr;
+    QxDEventManager* events = factory != nullptr && (m_input == nullptr || m_changesEdge != 0)
+                                  ? factory->pEventManager()
+                                  : nullptr;
     const Ref<QxDEventManager> told(events);
     if (events != nullptr) {
         events->openBatch();

@@ -142,7 +142,7 @@ void QxDEdgeInitialGeometry::initAxes() {
     m_isOrthogonal = 0;
     m_isHorizontal = 0;
     if (connectorAt(*m_edge, true) == nullptr || connectorAt(*m_edge, false) == nullptr ||
-        !qx::internal::wantsOrthogonalRouting(*m_edge)) {
+        m_edge->desiredOrthogonalRouting() == 0) {
         return;
     }
     const bool isKnown = m_from.isSaved != 0 && m_from.direction != QxDirectionNone;

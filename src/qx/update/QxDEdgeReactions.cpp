@@ -111,14 +111,14 @@ std::int32_t firstEdgeOnSide(const QxDNode& node, QxDirectionEnum direction, boo
                              const QxDEdge* except) {
     const bool alongY = direction == QxDirectionRight || direction == QxDirectionLeft;
     const QxRect& rect = *node.pIRect();
-    std::int32_t free = alongY ? (high ? rect.top() : rect.bottom())
-                               : (high ? rect.right() : rect.left());
+    std::int32_t free =
+        alongY ? (high ? rect.top() : rect.bottom()) : (high ? rect.right() : rect.left());
     for (const bool atSource : {false, true}) {
         for (const QxDEdge* edge :
              each<QxDEdge>(atSource ? *node.pOutEdgeList() : *node.pInEdgeList())) {
             const QxConnector* connector = connectorAt(*edge, atSource);
             if (edge == except || edge->marked() != 0 || connector == nullptr ||
-                !wantsOrthogonalRouting(*edge) ||
+                edge->desiredOrthogonalRouting() == 0 ||
                 leavingDirection(*edge, *connector, atSource) != direction) {
                 continue;
             }

@@ -48,15 +48,15 @@ bool hasStayingLabels(const QxDEdge& edge) {
 }
 
 bool hasSpecifiedConnector(const QxDEdge& edge) {
-    return (edge.flagWord() & Connectors) != 0 && (edge.hasSpecifiedSourceConnector() != 0 ||
-                                             edge.hasSpecifiedTargetConnector() != 0);
+    return (edge.flagWord() & Connectors) != 0 &&
+           (edge.hasSpecifiedSourceConnector() != 0 || edge.hasSpecifiedTargetConnector() != 0);
 }
 
 /// Whether a straight edge has connectors that a move may displace or drop.
 bool hasLooseConnectors(const QxDEdge& edge) {
     return (edge.flagWord() & Connectors) != 0 &&
            (calculatedAt(edge, true) != nullptr || calculatedAt(edge, false) != nullptr ||
-            wantsOrthogonalRouting(edge));
+            edge.desiredOrthogonalRouting() != 0);
 }
 
 bool needsRecord(const QxDEdge& edge) {
@@ -66,7 +66,7 @@ bool needsRecord(const QxDEdge& edge) {
 /// Whether the edge may run beside others.
 bool canBeBundled(const QxDEdge& edge) {
     return edge.hasBends() == 0 && edge.reflexive() == 0 && !hasSpecifiedConnector(edge) &&
-           !wantsOrthogonalRouting(edge);
+           edge.desiredOrthogonalRouting() == 0;
 }
 
 /// Calls `act` with the other end of each connected edge of the node.
@@ -339,7 +339,7 @@ void Reactions::spreadBundles(std::size_t from, std::size_t to) {
             continue;
         }
         QxDEdgeDList bundle;
-        //ROUTE edge->collectStraightMultiEdges(&bundle);
+        edge->collectStraightMultiEdges(&bundle);
         if (bundle.count() < 2) {
             continue;
         }
@@ -347,7 +347,7 @@ void Reactions::spreadBundles(std::size_t from, std::size_t to) {
             one->multiEdge(1);
             marked.emplace_back(*one);
         }
-        //ROUTE edge->reorganizeMultiEdgeBundleParallel(&bundle);
+        edge->reorganizeMultiEdgeBundleParallel(&bundle);
     }
     for (const Ref<QxDEdge>& edge : marked) {
         edge->multiEdge(0);

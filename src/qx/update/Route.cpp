@@ -158,9 +158,8 @@ void mergeAtSegment(Route& route, std::size_t& index, bool isHorizontal, std::in
     if (count == 4) {
         // Nothing may bring both ends of the path together.
         const std::size_t other = a == 1 ? count : (b == count ? 1 : 0);
-        const bool mayMerge = other != 0
-                                  ? along(route.at(a == 1 ? a : b)) != along(route.at(other))
-                                  : !(route.at(a) == route.at(b));
+        const bool mayMerge = other != 0 ? along(route.at(a == 1 ? a : b)) != along(route.at(other))
+                                         : !(route.at(a) == route.at(b));
         if (!mayMerge) {
             return;
         }

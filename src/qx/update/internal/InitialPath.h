@@ -33,8 +33,8 @@ struct InitialPath {
 /// The bends of the edge, from its source to its target.
 std::vector<InitialPath::Bend> bendsOf(const QxDEdge& edge);
 
-/// Makes the inner points of the route the bends of the edge, by the smallest change: the bends that
-/// points come from stay, others are moved where points have none, and only what is missing is
+/// Makes the inner points of the route the bends of the edge, by the smallest change: the bends
+/// that points come from stay, others are moved where points have none, and only what is missing is
 /// added, and what is left over discarded. Stops when a listener interferes.
 void layBends(QxDEdge& edge, const Route& route);
 

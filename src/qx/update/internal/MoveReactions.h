@@ -75,8 +75,7 @@ struct OffsetAtStart {
     QxSize offset;
     QxRect nodeRect;
 };
-std::optional<OffsetAtStart> offsetAtStart(const QxConnector& connector,
-                                           const QxDEdge& edge);
+std::optional<OffsetAtStart> offsetAtStart(const QxConnector& connector, const QxDEdge& edge);
 /// Tells the record of that move what a resize has made of the offset.
 void noteNewOffset(const QxConnector& connector, const QxDEdge& edge, const QxSize& offset);
 
