@@ -14,6 +14,7 @@
 #include "qx/update/internal/MoveReactions.h"
 
 using qx::internal::Change;
+using qx::internal::MoveKind;
 
 namespace {
 
@@ -110,7 +111,8 @@ void QxDNode::updateExpandedNodeForDiagramming(const QxRect& rect, int keepNodeI
     const qx::internal::Ref alive(*this);
     const bool isOnlyNoted = keepNodeInPlace != 0 && onlyTouchingBits != 0;
     if (!isOnlyNoted && !(rect == m_rect)) {
-        qx::internal::withReactions(*this, qx::internal::MoveKind::Fit, [&] {
+        const MoveKind kind = keepNodeInPlace != 0 ? MoveKind::FitInside : MoveKind::FitAround;
+        qx::internal::withReactions(*this, kind, [&] {
             const QxSize size = rect.size();
             const QxPoint center = rect.center();
             if (!(size == iSize())) {

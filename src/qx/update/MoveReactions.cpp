@@ -40,12 +40,19 @@ void collect(QxDGraphManager& manager, Reactions::Extent extent, std::unique_ptr
 }  // namespace
 
 MoveReactions::MoveReactions(QxDNode& node, MoveKind kind) : m_node(node), m_start(node.iCenter()) {
+    const bool movesNested = kind != MoveKind::FitAround && node.pChildGraphForestEdge() != nullptr;
     QxDGraphManager* manager =
-        Reactions::concern(node) ? reactingManager(node.pOwnerGraph()) : nullptr;
-    if (manager != nullptr) {
-        collect(*manager, kind == MoveKind::Fit ? Reactions::RoomOnly : Reactions::Whole, m_own,
-                [&](Reactions& reactions) { reactions.addAround(node, m_carried); });
+        movesNested || Reactions::concern(node) ? reactingManager(node.pOwnerGraph()) : nullptr;
+    if (manager == nullptr) {
+        return;
     }
+    collect(*manager, kind == MoveKind::Wanted ? Reactions::Whole : Reactions::RoomOnly, m_own,
+            [&](Reactions& reactions) {
+                reactions.addAround(node, m_carried);
+                if (movesNested) {
+                    reactions.addNested(node, m_carried);
+                }
+            });
 }
 
 MoveReactions::MoveReactions(QxConnector& connector) {

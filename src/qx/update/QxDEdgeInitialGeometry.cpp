@@ -13,7 +13,7 @@
 #include <cmath>
 
 #include "qx/drawing/QxPEdge.h"
-#include "qx/drawing/connectors/internal/RoutingDirection.h"
+#include "qx/drawing/connectors/internal/ConnectorPlace.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/util/internal/Ref.h"
 #include "qx/update/internal/EdgeEnds.h"
@@ -323,11 +323,7 @@ void QxDEdgeInitialGeometry::simplifyAfterMove(Route& route) {
     }
     cutWithin(route, true);
     cutWithin(route, false);
-    const QxConnector* source = calculatedAt(*m_edge, true);
-    const bool isHorizontal = source != nullptr && source->hasRoutingDirection() != 0
-                                  ? isAlongX(source->routingDirection())
-                                  : route.at(1).y() == route.at(2).y();
-    qx::internal::joinShortSegments(route, isHorizontal, m_delta);
+    qx::internal::joinShortSegments(route, qx::internal::startsAlongX(route), m_delta);
     placeConnector(route, true);
     placeConnector(route, false);
 }
@@ -375,17 +371,8 @@ bool QxDEdgeInitialGeometry::placeConnector(const Route& route, bool atSource) {
     if (node->computeProjection(next, travel) == 0) {
         return false;
     }
-    const QxRect& rect = *node->pIRect();
-    QxPerMil perMil;
-    QxSize offset;
-    rect.setOffset(next, offset);
-    if (m_edge->intergraphEdge() != 0) {
-        rect.setPerMil(next, perMil);  // and what rounding leaves
-        offset = QxSize(qx::saturatingSub(offset.width(), perMil.getOffsetX(rect)),
-                        qx::saturatingSub(offset.height(), perMil.getOffsetY(rect)));
-    }
-    connector->ntSetOffset(offset);
-    connector->ntSetPerMil(perMil);
+    qx::internal::placeOnNode(*m_edge, *node->pIRect(), next, qx::internal::Thousandths::Nearest)
+        .giveTo(*connector);
     connector->routingDirection(direction);
     return true;
 }

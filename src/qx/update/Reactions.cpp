@@ -142,7 +142,7 @@ bool Reactions::concern(const QxDNode& node) {
             }
         }
     }
-    return node.pChildGraphForestEdge() != nullptr || mayRepeatNeighbours(node);
+    return mayRepeatNeighbours(node);
 }
 
 Reactions* Reactions::open(const QxDGraphManager& manager) {
@@ -183,6 +183,11 @@ void Reactions::add(QxDEdge& edge) {
 }
 
 void Reactions::add(QxDEdge& edge, QxDEdgeInitialGeometry* record) {
+    note(edge, record);
+    ask(edge);
+}
+
+void Reactions::note(QxDEdge& edge, QxDEdgeInitialGeometry* record) {
     record->m_reactions = this;
     edge.pEdgeInitialGeometry(record);
     for (QxEdgeLabel* label : Snapshot<QxEdgeLabel>(edge.pLabelList())) {
@@ -191,7 +196,6 @@ void Reactions::add(QxDEdge& edge, QxDEdgeInitialGeometry* record) {
         label->collectInitInfoOwnerEdgeMoved();
     }
     m_edges.emplace_back(edge);
-    ask(edge);
 }
 
 void Reactions::ask(QxDEdge& edge) {
@@ -206,9 +210,6 @@ void Reactions::addAround(const QxDNode& node, Carried& carried) {
         const auto repeated = repeatedNeighbours(node);
         addListed(node, false, repeated, carried);
         addListed(node, true, repeated, carried);
-    }
-    if (node.pChildGraphForestEdge() != nullptr) {
-        addNested(node, carried);
     }
 }
 
@@ -285,11 +286,10 @@ void Reactions::run() {
             [manager](auto... value) { return manager->isUpdatingAffectedGraphs(value...); }, 1);
         while (m_next < m_waiting.size()) {
             const std::size_t first = m_next;
-            for (; m_next < m_waiting.size(); ++m_next) {
-                const Ref edge(*m_waiting[m_next]);
-                follow(*edge);
-            }
+            m_next = m_waiting.size();
+            followPaths(first, m_next);
             spreadBundles(first, m_next);
+            placeLabels(first, m_next);
         }
     }
     m_waiting.clear();
@@ -297,22 +297,75 @@ void Reactions::run() {
     m_isRunning = false;
 }
 
-void Reactions::follow(QxDEdge& edge) {
-    if (!isHere(edge)) {
-        return;
-    }
-    const Ref record(*edge.pEdgeInitialGeometry());
-    record->m_isWaiting = false;
-    if (!isActive(edge) || edge.pSourceNode() == nullptr || edge.pTargetNode() == nullptr) {
-        return;
-    }
+bool Reactions::mayFollow(const QxDEdge& edge) const {
+    return isHere(edge) && isActive(edge) && edge.pSourceNode() != nullptr &&
+           edge.pTargetNode() != nullptr;
+}
+
+bool Reactions::isBack(const QxDEdge& edge) const {
+    const QxDEdgeInitialGeometry& record = *edge.pEdgeInitialGeometry();
     // The path of an edge a part of which is dragged has been worked out already.
-    const bool isDragged = record->status() != QxGeometryOfEdge;
-    const bool isBack = !isDragged && record->isBack(true) && record->isBack(false);
-    if (!isDragged && (m_extent == Whole || record->asOrthogonalRouted() != 0)) {
+    return record.status() == QxGeometryOfEdge && record.isBack(true) && record.isBack(false);
+}
+
+void Reactions::followPath(QxDEdge& edge) const {
+    const Ref record(*edge.pEdgeInitialGeometry());
+    if (record->status() == QxGeometryOfEdge &&
+        (m_extent == Whole || record->asOrthogonalRouted() != 0)) {
         record->reroute();
     }
-    placeLabels(edge, isBack);
+}
+
+void Reactions::followPaths(std::size_t from, std::size_t to) {
+    for (std::size_t i = from; i < to; ++i) {
+        const Ref edge(*m_waiting[i]);
+        if (QxDEdgeInitialGeometry* record =
+                isHere(*edge) ? edge->pEdgeInitialGeometry() : nullptr) {
+            record->m_isWaiting = false;
+        }
+        if (mayFollow(*edge) && !canBeBundled(*edge)) {
+            followPath(*edge);
+        }
+    }
+}
+
+/// What runs straight comes after all bends have gone that are to go: then it is known beside what.
+void Reactions::spreadBundles(std::size_t from, std::size_t to) {
+    std::vector<Ref<QxDEdge>> marked;
+    for (std::size_t i = from; i < to; ++i) {
+        const Ref edge(*m_waiting[i]);
+        if (!mayFollow(*edge) || !canBeBundled(*edge) || edge->multiEdge() != 0) {
+            continue;
+        }
+        QxDEdgeDList bundle;
+        if (!isBack(*edge) && (m_extent == Whole || hasLooseConnectors(*edge))) {
+            edge->collectStraightMultiEdges(&bundle);
+        }
+        if (bundle.count() < 2) {
+            followPath(*edge);
+            continue;
+        }
+        for (QxDEdge* one : each<QxDEdge>(bundle)) {
+            one->multiEdge(1);
+            marked.emplace_back(*one);
+            if (one->pEdgeInitialGeometry() == nullptr) {
+                note(*one, new QxDEdgeInitialGeometry(one));  // so that it can be put back, too
+            }
+        }
+        edge->reorganizeMultiEdgeBundleParallel(&bundle);
+    }
+    for (const Ref<QxDEdge>& edge : marked) {
+        edge->multiEdge(0);
+    }
+}
+
+void Reactions::placeLabels(std::size_t from, std::size_t to) {
+    for (std::size_t i = from; i < to; ++i) {
+        const Ref edge(*m_waiting[i]);
+        if (mayFollow(*edge)) {
+            placeLabels(*edge, isBack(*edge));
+        }
+    }
 }
 
 void Reactions::placeLabels(QxDEdge& edge, bool isBack) const {
@@ -326,31 +379,6 @@ void Reactions::placeLabels(QxDEdge& edge, bool isBack) const {
         } else {
             label->actOnLabelEdgeMoved();
         }
-    }
-}
-
-void Reactions::spreadBundles(std::size_t from, std::size_t to) {
-    std::vector<Ref<QxDEdge>> marked;
-    for (std::size_t i = from; i < to; ++i) {
-        const Ref edge(*m_waiting[i]);
-        const QxDEdgeInitialGeometry* record = edge->pEdgeInitialGeometry();
-        if (!isHere(*edge) || !isActive(*edge) || edge->multiEdge() != 0 || !canBeBundled(*edge) ||
-            (record->isBack(true) && record->isBack(false))) {
-            continue;
-        }
-        QxDEdgeDList bundle;
-        edge->collectStraightMultiEdges(&bundle);
-        if (bundle.count() < 2) {
-            continue;
-        }
-        for (QxDEdge* one : each<QxDEdge>(bundle)) {
-            one->multiEdge(1);
-            marked.emplace_back(*one);
-        }
-        edge->reorganizeMultiEdgeBundleParallel(&bundle);
-    }
-    for (const Ref<QxDEdge>& edge : marked) {
-        edge->multiEdge(0);
     }
 }
 

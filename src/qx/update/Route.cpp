@@ -91,6 +91,15 @@ bool alternate(Route& route, bool isKnown, bool& isHorizontal, std::size_t& inde
     return true;
 }
 
+bool startsAlongX(const Route& route) {
+    const std::size_t next = nextDistinct(route, 1);
+    if (next > route.count()) {
+        return true;
+    }
+    const bool isHorizontal = route.at(next).y() == route.at(1).y();
+    return isHorizontal == (next % 2 == 0);
+}
+
 namespace {
 
 /// Takes a segment without length out: both its points go, the one behind or before takes over the

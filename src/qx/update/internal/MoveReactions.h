@@ -20,8 +20,9 @@ namespace qx::internal {
 
 class Reactions;
 
-/// Whether a move is what somebody wants, or makes room for what has changed inside a node.
-enum class MoveKind : bool { Wanted, Fit };
+/// Whether a move is what somebody wants, or makes room for what has changed inside a node: of the
+/// node around what stays, or about the node, which stays.
+enum class MoveKind : unsigned char { Wanted, FitAround, FitInside };
 
 /// Around a full change of place or size of a node or connector in a managed drawing that shows:
 /// before it the edges that have to follow are found, at its end they follow. A change inside

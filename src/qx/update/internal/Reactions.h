@@ -56,6 +56,8 @@ public:
     static bool concern(const QxDNode& node);
     /// Adds what has to follow when the node, or the connector, moves.
     void addAround(const QxDNode& node, Carried& carried);
+    /// The same of the edges between graphs that lead into an expanded node.
+    void addNested(const QxDNode& node, Carried& carried);
     void addAround(const QxConnector& connector);
     /// Adds the edge, unless it is invisible, whatever it looks like.
     void add(QxDEdge& edge);
@@ -74,11 +76,16 @@ private:
 
     void addListed(const QxDNode& node, bool atSource, const Neighbours& repeated,
                    Carried& carried);
-    void addNested(const QxDNode& node, Carried& carried);
+    void note(QxDEdge& edge, QxDEdgeInitialGeometry* record);
     void ask(QxDEdge& edge);
-    void follow(QxDEdge& edge);
-    void placeLabels(QxDEdge& edge, bool isBack) const;
+    /// The steps of a run, each for some of the waiting edges.
+    void followPaths(std::size_t from, std::size_t to);
     void spreadBundles(std::size_t from, std::size_t to);
+    void placeLabels(std::size_t from, std::size_t to);
+    void followPath(QxDEdge& edge) const;
+    void placeLabels(QxDEdge& edge, bool isBack) const;
+    bool mayFollow(const QxDEdge& edge) const;
+    bool isBack(const QxDEdge& edge) const;
     bool isHere(const QxDEdge& edge) const;
     void forget(QxDEdge& edge) const;
 

@@ -68,6 +68,10 @@ std::int64_t wayAlongAxes(const QxPoint& a, const QxPoint& b);
 /// `index` keeps naming the same segment.
 bool alternate(Route& route, bool isKnown, bool& isHorizontal, std::size_t& index);
 
+/// Whether the first segment of a route of alternating segments is horizontal, though it may have
+/// no length.
+bool startsAlongX(const Route& route);
+
 /// Drops the points of a route along the axes that nothing turns at: segments inside it that are
 /// shorter than `delta`, both their points with them, and what coincides then.
 void joinShortSegments(Route& route, bool isFirstHorizontal, std::int64_t delta);
