@@ -16,7 +16,7 @@ class FollowingEdge : public testing::Test {
 protected:
     Points bends() const {
         Points places;
-        for (const QxPNode* bend : bendsOf(*edge)) {
+        for (const QxPNode* bend : pathBends(*edge)) {
             places.push_back(bend->iCenter());
         }
         return places;
@@ -50,7 +50,7 @@ protected:
 
 TEST_F(FollowingEdge, KeepsItsBendsButThoseThatTurnNowhere) {
     lay({{100, 0}, {100, 100}, {200, 101}});
-    QxPNode* const first = bendsOf(*edge)[0];
+    QxPNode* const first = pathBends(*edge)[0];
     drawing.events.take();
     target->moveTo(300, 200, 1);
     EXPECT_EQ(bends(), (Points{{100, 0}, {100, 100}, {200, 101}}));
@@ -59,17 +59,17 @@ TEST_F(FollowingEdge, KeepsItsBendsButThoseThatTurnNowhere) {
     }
     target->moveTo(300, 102, 1);
     EXPECT_EQ(bends(), (Points{{100, 0}, {100, 100}})) << "within 2 degrees";
-    EXPECT_EQ(bendsOf(*edge)[0], first);
+    EXPECT_EQ(pathBends(*edge)[0], first);
 }
 
 TEST_F(FollowingEdge, KeepsToTheAxes) {
     runAlongAxes();
     ASSERT_EQ(bends().size(), 2u);
     const Points before = bends();
-    QxPNode* const first = bendsOf(*edge)[0];
+    QxPNode* const first = pathBends(*edge)[0];
     source->move(0, 30, 1);
     EXPECT_EQ(bends(), (Points{{before[0].x(), before[0].y() + 30}, before[1]}));
-    EXPECT_EQ(bendsOf(*edge)[0], first);
+    EXPECT_EQ(pathBends(*edge)[0], first);
     EXPECT_TRUE(MovingWorld::isAlongAxes(*edge));
     target->resize(40, 120, 1);
     EXPECT_TRUE(MovingWorld::isAlongAxes(*edge));
@@ -94,24 +94,24 @@ TEST_F(FollowingEdge, CarriesTheBendsOfALoopAndLabelsThatStay) {
     stays->moveLabelOnOwnerMove(0);
     const QxPoint place = stays->ntCenter();
     source->move(7, 9, 1);
-    EXPECT_EQ(bendsOf(*loop)[0]->iCenter(), QxPoint(-43, 69));
-    EXPECT_EQ(bendsOf(*loop)[1]->iCenter(), QxPoint(57, 69));
+    EXPECT_EQ(pathBends(*loop)[0]->iCenter(), QxPoint(-43, 69));
+    EXPECT_EQ(pathBends(*loop)[1]->iCenter(), QxPoint(57, 69));
     EXPECT_EQ(stays->ntCenter(), place);
 }
 
 TEST_F(FollowingEdge, ABendThatIsDraggedTakesItsNeighboursAlong) {
     runAlongAxes();
     lay({{80, edge->ntFromPoint(0).y()}, {80, 50}, {200, 50}, {200, edge->ntToPoint(0).y()}});
-    QxPNode* const bend = bendsOf(*edge)[1];
+    QxPNode* const bend = pathBends(*edge)[1];
     const Points before = bends();
     ASSERT_EQ(bend->moveTo(95, 40, 1), 1);
     EXPECT_EQ(bends(), (Points{{95, before[0].y()}, {95, 40}, {200, 40}, before[3]}));
-    EXPECT_EQ(bendsOf(*edge)[1], bend);
+    EXPECT_EQ(pathBends(*edge)[1], bend);
     edge->internalOrthogonalRouting(0);
     lay({{100, 50}, {200, 90}});
-    bendsOf(*edge)[0]->moveTo(100, 80, 1);
+    pathBends(*edge)[0]->moveTo(100, 80, 1);
     EXPECT_EQ(bends(), (Points{{100, 80}, {200, 90}}));
-    bendsOf(*edge)[1]->moveTo(200, 160, 1);
+    pathBends(*edge)[1]->moveTo(200, 160, 1);
     EXPECT_EQ(bends(), (Points{{200, 160}})) << "the other one has come to lie on the way";
 }
 

@@ -37,7 +37,7 @@ Points plainly(const QxPoint& source, const Points& bends, const QxPoint& target
 
 Points placesOf(const QxDEdge& edge) {
     Points places;
-    for (const QxPNode* bend : bendsOf(edge)) {
+    for (const QxPNode* bend : pathBends(edge)) {
         places.push_back(bend->iCenter());
     }
     return places;
@@ -82,7 +82,7 @@ public:
                                       : static_cast<void>(node->move(way.x(), way.y(), 1));
         }
         for (QxDEdge* edge : objectsOf<QxDEdge>(*info.pMovedEdgeList())) {
-            for (QxPNode* bend : bendsOf(*edge)) {
+            for (QxPNode* bend : pathBends(*edge)) {
                 bend->ntMove(way.x(), way.y());
             }
         }

@@ -24,13 +24,13 @@
 
 namespace qxtest {
 
-inline std::vector<QxPNode*> bendsOf(const QxDEdge& edge) {
+inline std::vector<QxPNode*> pathBends(const QxDEdge& edge) {
     QxPNodeDList list;
     edge.buildPathNodeList(list);
     return objectsOf<QxPNode>(list);
 }
 
-inline bool isActive(const QxDEdge& edge) {
+inline bool isInUse(const QxDEdge& edge) {
     return edge.connected() != 0 && edge.deactivated() == 0;
 }
 
@@ -53,7 +53,7 @@ public:
     std::vector<QxDEdge*> activeEdges() const {
         std::vector<QxDEdge*> active;
         for (QxDEdge* edge : edges()) {
-            if (isActive(*edge) && edge->isVisible() != 0) {
+            if (isInUse(*edge) && edge->isVisible() != 0) {
                 active.push_back(edge);
             }
         }
@@ -105,7 +105,7 @@ public:
                 break;
             case 2:
             case 3:
-                if (const auto bends = bendsOf(*edge); !bends.empty()) {
+                if (const auto bends = pathBends(*edge); !bends.empty()) {
                     random.pick(bends)->moveTo(anywhere(), 1);
                 }
                 break;
@@ -156,7 +156,7 @@ public:
                 }
             }
             add(edge->numberOfBends());
-            for (const QxPNode* bend : bendsOf(*edge)) {
+            for (const QxPNode* bend : pathBends(*edge)) {
                 addPoint(bend->iCenter());
             }
             for (QxEdgeLabelIter label(edge); label; ++label) {
@@ -227,7 +227,7 @@ public:
             last = next;
             return !slants;
         };
-        for (const QxPNode* bend : bendsOf(edge)) {
+        for (const QxPNode* bend : pathBends(edge)) {
             if (!goesOn(bend->iCenter())) {
                 return false;
             }
@@ -248,7 +248,7 @@ private:
             edge.temporarilyInvisible() != 0 || edge.graphObjectStatus() != QxStatusUnchanged) {
             return "an edge keeps something of a move";
         }
-        for (const QxPNode* bend : bendsOf(edge)) {
+        for (const QxPNode* bend : pathBends(edge)) {
             if (bend->pRectBeforeMove() != nullptr || bend->temporarilyInvisible() != 0) {
                 return "a bend keeps something of a move";
             }
@@ -259,7 +259,7 @@ private:
                 return "a label of an edge keeps something of a move";
             }
         }
-        if (isActive(edge)) {
+        if (isInUse(edge)) {
             const auto shown = shownParts(edge);
             edge.updateVisiblePart();
             if (shown != shownParts(edge)) {

@@ -25,20 +25,21 @@ void Refits::request(QxDGraph& graph, int keepNodeInPlace) {
     } else {
         m_waiting.push_back({Ref<QxDGraph>(&graph), keepNodeInPlace});
     }
-    serveWaiting();
+    serveUnlessBusy();
 }
 
-void Refits::serveWaiting() {
-    if (m_isServing || m_waits != 0) {
-        return;
+void Refits::serveUnlessBusy() {
+    if (!m_isServing && m_waits == 0) {
+        const Fit served(*this);
     }
-    m_isServing = true;
+}
+
+void Refits::serve() {
     while (!m_waiting.empty() && m_waits == 0) {
         const Request request = std::move(m_waiting.front());
         m_waiting.pop_front();
         perform(request);
     }
-    m_isServing = false;
 }
 
 void Refits::serve(const QxDGraph& graph) {

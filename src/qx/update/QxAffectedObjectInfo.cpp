@@ -134,7 +134,7 @@ void QxAffectedObjectInfo::forgetInputs() {
 }
 
 void QxAffectedObjectInfo::finish() {
-    if (!m_state->records.empty() || m_state->reactions) {
+    if (!m_state->records.empty() || m_state->reactions || m_state->fitsWait) {
         updateAffectedGraphs(0);
         notifySpecChanges();
         deallocateGeometricUpdateInfos();
