@@ -12,6 +12,7 @@
 #include <unordered_map>
 #include <vector>
 
+#include "import/DotClusters.h"
 #include "import/DotLabels.h"
 #include "import/DotPorts.h"
 #include "import/DotScanner.h"
@@ -146,7 +147,7 @@ public:
             readNode(node);
         }
         readEdges();
-        readClusters(m_graph, 0);
+        readClusters();
         return std::move(m_document);
     }
 
@@ -286,17 +287,16 @@ private:
     }
 
     void readEdges() {
-        std::vector<Agedge_t*> edges;
         for (Agnode_t* node = agfstnode(m_graph); node != nullptr;
              node = agnxtnode(m_graph, node)) {
             for (Agedge_t* edge = agfstout(m_graph, node); edge != nullptr;
                  edge = agnxtout(m_graph, edge)) {
-                edges.push_back(edge);
+                m_edges.push_back(edge);
             }
         }
-        std::sort(edges.begin(), edges.end(),
+        std::sort(m_edges.begin(), m_edges.end(),
                   [](Agedge_t* a, Agedge_t* b) { return sequenceOf(a) < sequenceOf(b); });
-        for (Agedge_t* edge : edges) {
+        for (Agedge_t* edge : m_edges) {
             readEdge(edge);
         }
     }
@@ -355,38 +355,17 @@ private:
         return std::move(*bends);
     }
 
-    /// Clusters nest in clusters; subgraphs that are none only pass on what is in them. A node
-    /// belongs to the innermost cluster that names it first.
-    void readClusters(Agraph_t* graph, int parent) {
-        for (Agraph_t* sub : subgraphsOf(graph)) {
-            int index = parent;
-            if (std::string_view(agnameof(sub)).starts_with("cluster")) {
-                index = static_cast<int>(m_document.graphs.size());
-                m_document.graphs.push_back({graphLabel(sub), parent, -1});
-                moveNodes(sub, parent, index);
-            }
-            readClusters(sub, index);
+    void readClusters() {
+        DotClusters clusters(
+            m_document, [this](Agnode_t* node) { return m_indexOfNode.at(sequenceOf(node)); },
+            [this](Agraph_t* graph) { return graphLabel(graph); });
+        clusters.read(m_graph);
+        for (std::size_t i = 0; i < m_edges.size(); ++i) {
+            DocumentEdge& edge = m_document.edges[i];
+            clusters.endAtCluster(edge, true, m_edgeAttributes.get(m_edges[i], "ltail"));
+            clusters.endAtCluster(edge, false, m_edgeAttributes.get(m_edges[i], "lhead"));
         }
-    }
-
-    /// In document order; cgraph itself has them in an order that depends on addresses.
-    static std::vector<Agraph_t*> subgraphsOf(Agraph_t* graph) {
-        std::vector<Agraph_t*> subgraphs;
-        for (Agraph_t* sub = agfstsubg(graph); sub != nullptr; sub = agnxtsubg(sub)) {
-            subgraphs.push_back(sub);
-        }
-        std::sort(subgraphs.begin(), subgraphs.end(),
-                  [](Agraph_t* a, Agraph_t* b) { return sequenceOf(a) < sequenceOf(b); });
-        return subgraphs;
-    }
-
-    void moveNodes(Agraph_t* cluster, int from, int to) {
-        for (Agnode_t* node = agfstnode(cluster); node != nullptr;
-             node = agnxtnode(cluster, node)) {
-            const auto index = static_cast<std::size_t>(m_indexOfNode.at(sequenceOf(node)));
-            int& owner = m_document.nodes[index].graph;
-            owner = owner == from ? to : owner;
-        }
+        clusters.addWarnings();
     }
 
     Agraph_t* m_graph;
@@ -397,6 +376,7 @@ private:
     DotPorts m_ports{m_document};
     bool m_stacksRecords = false;  ///< the outermost fields lie under each other
     std::unordered_map<std::uint64_t, int> m_indexOfNode;
+    std::vector<Agedge_t*> m_edges;  ///< in document order
 };
 
 }  // namespace

@@ -119,9 +119,10 @@ private:
 }  // namespace
 
 void spreadEdges(Drawing& drawing) {
+    const BoundsRest rest(drawing);
     Bundles bundles;
     for (std::size_t i = 0; i < drawing.numberOfEdges(); ++i) {
-        if (drawing.edge(i).hasBends() == 0) {
+        if (drawing.edge(i).isVisible() != 0 && drawing.edge(i).hasBends() == 0) {
             bundles.add(drawing.edge(i));
         }
     }

@@ -59,6 +59,10 @@ public:
         }
         writePorts();
         writeNames();
+        if (std::any_of(m_scene.labels.begin(), m_scene.labels.end(),
+                        [](const SceneLabel& label) { return label.isTitle; })) {
+            writeTitles();
+        }
         writeLabels();
         writeHiddenLines();
         writeBends();
@@ -112,10 +116,19 @@ private:
             if (edge.isOverNodes == overNodes) {
                 m_svg += "<path";
                 attribute("d", pathOf(edge));
+                if (edge.standsFor > 0) {
+                    attribute("stroke-width", svgNumber(widthOf(edge)));
+                }
                 m_svg += "/>\n";
             }
         }
         m_svg += "</g>\n";
+    }
+
+    /// Wider for more edges, but no wall for very many.
+    static double widthOf(const SceneEdge& edge) {
+        constexpr double Widest = 8;
+        return std::min(2.2 + std::log2(static_cast<double>(edge.standsFor)), Widest);
     }
 
     /// The line stops inside its arrow head, whose tip would be blunt otherwise.
@@ -192,11 +205,27 @@ private:
         m_svg += "<g stroke-width=\"1.4\" stroke-linejoin=\"round\">\n";
         for (const SceneNode& node : m_scene.nodes) {
             if (node.isContainer == containers) {
+                if (node.isClosed) {
+                    writeSheetsBehind(node);
+                }
                 writeOutline(node);
                 writeDividers(node);
             }
         }
         m_svg += "</g>\n";
+    }
+
+    /// A node with a graph in it that is not shown looks like the first of several sheets.
+    void writeSheetsBehind(const SceneNode& node) {
+        constexpr double Step = 3;
+        for (const double by : {2 * Step, Step}) {
+            SceneNode sheet = node;
+            sheet.center = {node.center.x + by, node.center.y - by};
+            for (DocumentPoint& corner : sheet.corners) {
+                corner = {corner.x + by, corner.y - by};
+            }
+            writeOutline(sheet);
+        }
     }
 
     void writeDividers(const SceneNode& node) {
@@ -258,6 +287,9 @@ private:
             attribute("rx", svgNumber(std::min({4.0, node.width / 4, node.height / 4})));
         }
         attribute("fill", colours.fill);
+        if (node.isContainer) {
+            attribute("fill-opacity", "0.45");
+        }
         attribute("stroke", colours.stroke);
         m_svg += "/>\n";
     }
@@ -290,12 +322,25 @@ private:
         m_svg += "</g>\n";
     }
 
+    void writeTitles() {
+        m_svg +=
+            "<g text-anchor=\"middle\" fill=\"#3f4a57\" font-weight=\"bold\" "
+            "stroke=\"#ffffff\" stroke-width=\"2.5\" stroke-linejoin=\"round\" "
+            "paint-order=\"stroke\">\n";
+        for (const SceneLabel& label : m_scene.labels) {
+            if (label.isTitle) {
+                writeText(label);
+            }
+        }
+        m_svg += "</g>\n";
+    }
+
     void writeLabels() {
         m_svg +=
             "<g text-anchor=\"middle\" fill=\"#3f4a57\" stroke=\"#ffffff\" stroke-width=\"3\" "
             "stroke-linejoin=\"round\" paint-order=\"stroke\">\n";
         for (const SceneLabel& label : m_scene.labels) {
-            if (!label.isInNode) {
+            if (!label.isInNode && !label.isTitle) {
                 writeText(label);
             }
         }
