@@ -176,7 +176,9 @@ void QxAffectedObjectInfo::deleteInitialPositions() {
     forgetPlaces(m_movedConnectorLabels);
     forgetPlaces(m_movedGraphLabels);
     deleteInfoAffectedGraphLabels();
-    m_state->reactions.reset();
+    if (m_state->reactions && !m_state->reactions->isRunning()) {
+        m_state->reactions.reset();
+    }
 }
 
 void QxAffectedObjectInfo::storeMovedEdges() {

@@ -229,13 +229,31 @@ QxPoint QxDEdgeInitialGeometry::endPoint(bool atSource) const {
 }
 
 void QxDEdgeInitialGeometry::resetConnector(bool atSource) {
-    QxConnector* connector = calculatedAt(*m_edge, atSource);
+    QxConnector* connector = savedConnector(atSource);
     const End& saved = end(atSource);
-    if (connector != nullptr && saved.isSaved != 0) {
+    if (connector != nullptr) {
         connector->ntSetOffset(saved.newOffset);
         connector->ntSetPerMil(saved.perMil);
         connector->routingDirection(saved.direction);
     }
+}
+
+/// The calculated connector that the end had, or a new one in its place when that has gone; null
+/// when it had none, or has a specified one now.
+QxConnector* QxDEdgeInitialGeometry::savedConnector(bool atSource) {
+    QxConnector* connector = connectorAt(*m_edge, atSource);
+    if (end(atSource).isSaved == 0 || end(atSource).node != nodeAt(*m_edge, atSource) ||
+        (connector != nullptr && connector->specified() != 0)) {
+        return nullptr;
+    }
+    if (connector == nullptr) {
+        QxDNode* node = nodeAt(*m_edge, atSource);
+        connector = node != nullptr ? node->ntAddConnector(0, 0, 0, 0) : nullptr;
+        if (connector != nullptr) {
+            assignAt(*m_edge, connector, atSource);
+        }
+    }
+    return connector;
 }
 
 QxSize QxDEdgeInitialGeometry::correction(bool atSource, const Route& route,
@@ -270,6 +288,10 @@ void QxDEdgeInitialGeometry::reroute() {
     if (isBack(true) && isBack(false)) {
         restorePath();
         return;
+    }
+    if (m_points.count() == 2 && m_isOrthogonal == 0 && m_edge->hasBends() == 0 &&
+        calculatedAt(*m_edge, true) == nullptr && calculatedAt(*m_edge, false) == nullptr) {
+        return;  // nothing but its ends
     }
     Route route = savedRoute();
     for (const bool atSource : {true, false}) {
@@ -381,27 +403,13 @@ bool QxDEdgeInitialGeometry::placeConnector(const Route& route, bool atSource) {
 
 void QxDEdgeInitialGeometry::restoreConnector(bool atSource) {
     const End& saved = end(atSource);
-    QxConnector* connector = connectorAt(*m_edge, atSource);
-    if (connector != nullptr && connector->specified() != 0) {
-        return;
+    if (QxConnector* connector = savedConnector(atSource)) {
+        connector->ntSetPerMil(saved.perMil);
+        connector->ntSetOffset(saved.offset);
+        connector->routingDirection(saved.direction);
+    } else if (saved.isSaved == 0 && calculatedAt(*m_edge, atSource) != nullptr) {
+        assignAt(*m_edge, nullptr, atSource);
     }
-    if (saved.isSaved == 0) {
-        if (connector != nullptr) {
-            assignAt(*m_edge, nullptr, atSource);
-        }
-        return;
-    }
-    if (connector == nullptr) {
-        QxDNode* node = nodeAt(*m_edge, atSource);
-        connector = node != nullptr ? node->ntAddConnector(0, 0, 0, 0) : nullptr;
-        if (connector == nullptr) {
-            return;
-        }
-        assignAt(*m_edge, connector, atSource);
-    }
-    connector->ntSetPerMil(saved.perMil);
-    connector->ntSetOffset(saved.offset);
-    connector->routingDirection(saved.direction);
 }
 
 void QxDEdgeInitialGeometry::restorePath() {

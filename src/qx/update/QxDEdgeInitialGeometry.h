@@ -158,6 +158,7 @@ private:
     /// @name Steps of working the path out (QxDEdgeInitialGeometry.cpp)
     /// @{
     QxPoint endPoint(bool atSource) const;
+    QxConnector* savedConnector(bool atSource);
     void resetConnector(bool atSource);
     void restoreConnector(bool atSource);
     void restorePath();

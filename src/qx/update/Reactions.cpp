@@ -97,6 +97,18 @@ bool mayRepeatNeighbours(const QxDNode& node) {
     return repeats;
 }
 
+/// Whether another edge joins the same nodes. O(degree) of the node that has fewer edges.
+bool hasTwin(const QxDEdge& edge) {
+    const QxDNode* source = edge.pSourceNode();
+    const QxDNode* target = edge.pTargetNode();
+    const bool looksAtSource = source->degree() <= target->degree();
+    const QxNode* const other = looksAtSource ? target : source;
+    int found = 0;
+    eachNeighbour(looksAtSource ? *source : *target,
+                  [&](const QxNode* one) { found += one == other ? 1 : 0; });
+    return found > 1;
+}
+
 /// The nodes to which more than one edge leads, in an order of their own.
 std::vector<const QxNode*> repeatedNeighbours(const QxDNode& node) {
     std::vector<const QxNode*> others;
@@ -171,8 +183,8 @@ void Reactions::forget(QxDEdge& edge) const {
 // --- Before the move --------------------------------------------------------------------------
 
 void Reactions::add(QxDEdge& edge) {
-    if (!isActive(edge) || edge.isVisible() == 0) {
-        return;
+    if (!isActive(edge) || edge.isVisible() == 0 || edge.graphObjectStatus() == QxStatusMoved) {
+        return;  // or it moves as a whole, with a selection
     }
     QxDEdgeInitialGeometry* const former = edge.pEdgeInitialGeometry();
     if (former != nullptr && former->m_reactions != nullptr) {
@@ -338,7 +350,7 @@ void Reactions::spreadBundles(std::size_t from, std::size_t to) {
             continue;
         }
         QxDEdgeDList bundle;
-        if (!isBack(*edge) && (m_extent == Whole || hasLooseConnectors(*edge))) {
+        if (hasTwin(*edge) && !isBack(*edge) && (m_extent == Whole || hasLooseConnectors(*edge))) {
             edge->collectStraightMultiEdges(&bundle);
         }
         if (bundle.count() < 2) {

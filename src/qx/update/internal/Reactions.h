@@ -66,6 +66,7 @@ public:
 
     /// May be called again and again while the move goes on.
     void run();
+    bool isRunning() const { return m_isRunning; }
     /// Puts all edges back as they were added.
     void restore();
     /// Lets all edges follow anew at the next run.
