@@ -108,6 +108,7 @@ TEST_F(FollowingEdge, ABendThatIsDraggedTakesItsNeighboursAlong) {
     EXPECT_EQ(bends(), (Points{{95, before[0].y()}, {95, 40}, {200, 40}, before[3]}));
     EXPECT_EQ(pathBends(*edge)[1], bend);
     edge->internalOrthogonalRouting(0);
+    source->discardAllConnectors();
     lay({{100, 50}, {200, 90}});
     pathBends(*edge)[0]->moveTo(100, 80, 1);
     EXPECT_EQ(bends(), (Points{{100, 80}, {200, 90}}));

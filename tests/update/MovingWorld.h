@@ -8,6 +8,7 @@
 #include <cmath>
 #include <memory>
 #include <set>
+#include <sstream>
 #include <string>
 #include <vector>
 
@@ -43,6 +44,14 @@ public:
             step();
         }
         manager->expandAll();
+        for (int i = 0; i < 30; ++i) {
+            QxDNode* node = random.pick(nodes());
+            const auto beside = objectsOf<QxDNode>(*node->pOwnerGraph()->pNodeList());
+            QxDEdge* edge = manager->addEdge(node, random.pick(beside), 0);
+            while (edge != nullptr && random.chance(50)) {
+                edge->addBend(edge->pTargetOrPathEdge(), anywhere(), 1);
+            }
+        }
         for (int i = 0; i < 40; ++i) {
             decorate();
         }
@@ -119,51 +128,65 @@ public:
         }
     }
 
-    /// Every coordinate that the drawing keeps.
-    std::vector<double> coordinates() const {
-        std::vector<double> all;
-        const auto add = [&](auto... values) { (all.push_back(values), ...); };
-        const auto addPoint = [&](const QxPoint& p) { add(p.x(), p.y()); };
+    /// Every coordinate that the drawing keeps, a line for each object.
+    std::vector<std::string> coordinates() const {
+        std::vector<std::string> all;
+        const auto add = [&](const char* what, const auto&... values) {
+            std::ostringstream line;
+            line << what;
+            ((line << ' ' << values), ...);
+            all.push_back(line.str());
+        };
+        const auto addPoint = [&](const char* what, const QxPoint& p) { add(what, p.x(), p.y()); };
+        const auto addBox = [&](const char* what, const Box& box) {
+            add(what, box[0], box[1], box[2], box[3]);
+        };
+        const auto addLabels = [&](auto label) {
+            for (; label; ++label) {
+                addPoint("label", label.pLabel()->ntCenter());
+            }
+        };
         for (const QxDGraph* graph : graphs()) {
             const QxDTuple origin = graph->pTransform()->targetOrigin();
-            add(origin.x(), origin.y(), graph->pTransform()->scaleX());
+            add("graph", origin.x(), origin.y(), graph->pTransform()->scaleX());
             if (graph->isVisible() != 0) {
-                for (const std::int32_t side : boundsOf(graph)) {
-                    add(side);
-                }
+                addBox("bounds", boundsOf(graph));
             }
-            for (QxGraphLabelIter label(graph); label; ++label) {
-                addPoint(label.pLabel()->ntCenter());
-            }
+            addLabels(QxGraphLabelIter(graph));
         }
         for (const QxDNode* node : nodes()) {
-            for (const std::int32_t side : boxOf(*node->pIRect())) {
-                add(side);
-            }
-            for (QxNodeLabelIter label(node); label; ++label) {
-                addPoint(label.pLabel()->ntCenter());
-            }
+            addBox("node", boxOf(*node->pIRect()));
+            addLabels(QxNodeLabelIter(node));
             for (const QxConnector* connector : QxConnectorIter(node)) {
-                addPoint(connector->ntCenter());
+                addPoint("connector", connector->ntCenter());
             }
         }
         for (const QxDEdge* edge : edges()) {
+            add("edge", edge->numberOfBends(), edge->intergraphEdge(), edge->reflexive());
             for (const QxConnector* one :
                  {edge->pInternalSourceConnector(), edge->pInternalTargetConnector()}) {
                 if (one != nullptr) {
-                    addPoint(one->ntCenter());
-                    add(one->ntOffsetX(), one->ntOffsetY(), one->routingDirection());
+                    const QxPoint center = one->ntCenter();
+                    add("end", center.x(), center.y(), one->ntOffsetX(), one->ntOffsetY(),
+                        one->routingDirection());
                 }
             }
-            add(edge->numberOfBends());
             for (const QxPNode* bend : pathBends(*edge)) {
-                addPoint(bend->iCenter());
+                addPoint("bend", bend->iCenter());
             }
-            for (QxEdgeLabelIter label(edge); label; ++label) {
-                addPoint(label.pLabel()->ntCenter());
-            }
+            addLabels(QxEdgeLabelIter(edge));
         }
         return all;
+    }
+    /// The first line that has changed since, and what it was; nothing when there is none.
+    std::string changeSince(const std::vector<std::string>& start) const {
+        const auto now = coordinates();
+        for (std::size_t i = 0; i < std::min(now.size(), start.size()); ++i) {
+            if (now[i] != start[i]) {
+                return start[i - std::min<std::size_t>(i, 1)] + "; " + start[i] + " -> " + now[i];
+            }
+        }
+        return now.size() == start.size() ? "" : "something has gone or come";
     }
 
     /// What is wrong, or nothing: bounds, fits, visible parts, and what an operation leaves behind.
@@ -255,11 +278,12 @@ private:
         }
         for (QxEdgeLabelIter label(&edge); label; ++label) {
             if (label.pLabel()->pStoredCenter() != nullptr ||
+                label.pLabel()->graphObjectStatus() != QxStatusUnchanged ||
                 label.pLabel()->pFirstMoveInfo() != nullptr) {
                 return "a label of an edge keeps something of a move";
             }
         }
-        if (isInUse(edge)) {
+        if (isInUse(edge) && edge.isVisible() != 0) {
             const auto shown = shownParts(edge);
             edge.updateVisiblePart();
             if (shown != shownParts(edge)) {

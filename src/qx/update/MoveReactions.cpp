@@ -48,17 +48,17 @@ MoveReactions::MoveReactions(QxDNode& node, MoveKind kind) : m_node(node), m_sta
     }
     collect(*manager, kind == MoveKind::Wanted ? Reactions::Whole : Reactions::RoomOnly, m_own,
             [&](Reactions& reactions) {
-                reactions.addAround(node, m_carried);
                 if (movesNested) {
                     reactions.addNested(node, m_carried);
                 }
+                reactions.addAround(node, m_carried);
             });
 }
 
 MoveReactions::MoveReactions(QxConnector& connector) {
     QxDGraphManager* manager =
         connector.isUsed() != 0 ? reactingManager(connector.pOwnerGraph()) : nullptr;
-    if (manager != nullptr) {
+    if (manager != nullptr && connector.graphObjectStatus() != QxStatusMoved) {
         collect(*manager, Reactions::Whole, m_own,
                 [&](Reactions& reactions) { reactions.addAround(connector); });
     }

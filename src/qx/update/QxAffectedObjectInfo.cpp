@@ -152,6 +152,17 @@ void QxAffectedObjectInfo::hold(QxObject& object) {
     m_state->held.emplace_back(object);
 }
 
+template <class Act>
+void QxAffectedObjectInfo::eachMovedLabel(const Act& act) {
+    for (const QxDList* list : {static_cast<const QxDList*>(&m_movedEdgeLabels),
+                                static_cast<const QxDList*>(&m_movedNodeLabels),
+                                static_cast<const QxDList*>(&m_movedConnectorLabels)}) {
+        for (QxLabel* label : each<QxLabel>(*list)) {
+            act(*label);
+        }
+    }
+}
+
 void QxAffectedObjectInfo::clearStatuses() {
     for (QxDNode* node : each<QxDNode>(m_movedNodes)) {
         node->graphObjectStatus(QxStatusUnchanged);
@@ -163,6 +174,11 @@ void QxAffectedObjectInfo::clearStatuses() {
         for (QxDEdge* edge : each<QxDEdge>(*list)) {
             edge->graphObjectStatus(QxStatusUnchanged);
         }
+    }
+    const auto clear = [](QxLabel& label) { label.graphObjectStatus(QxStatusUnchanged); };
+    eachMovedLabel(clear);
+    for (QxLabel* label : each<QxLabel>(m_movedGraphLabels)) {
+        clear(*label);
     }
 }
 
@@ -389,7 +405,8 @@ void QxAffectedObjectInfo::collectLabels(const QxDList* inputs, List& moved) {
     eachInput(single, inputs, [&](Label& label) {
         const QxDGraph* graph = label.pGraph();
         if (label.isVisible() != 0 && graph->pOwnerGraphManager() == m_state->manager.get() &&
-            listed.add(&label) != 0) {
+            graph->graphObjectStatus() != QxStatusMoved && listed.add(&label) != 0) {
+            label.graphObjectStatus(QxStatusMoved);
             moved.appendLabel(&label);
             hold(label);
         }
@@ -593,17 +610,6 @@ void QxAffectedObjectInfo::actAfterMove() {
 void QxAffectedObjectInfo::actAfterRoute() {
     for (QxDEdge* edge : each<QxDEdge>(m_reroutedEdges)) {
         edge->actAfterInsert(reportingRecord(edge->pOwnerGraph()), 1, 1);
-    }
-}
-
-template <class Act>
-void QxAffectedObjectInfo::eachMovedLabel(const Act& act) {
-    for (const QxDList* list : {static_cast<const QxDList*>(&m_movedEdgeLabels),
-                                static_cast<const QxDList*>(&m_movedNodeLabels),
-                                static_cast<const QxDList*>(&m_movedConnectorLabels)}) {
-        for (QxLabel* label : each<QxLabel>(*list)) {
-            act(*label);
-        }
     }
 }
 

@@ -128,6 +128,13 @@ std::vector<const QxNode*> repeatedNeighbours(const QxDNode& node) {
     return repeated;
 }
 
+/// Of the edges between graphs; self-loops are known without.
+bool isCarried(const QxDEdge& edge, const Reactions::Carried& carried) {
+    return edge.intergraphEdge() != 0 &&
+           std::any_of(carried.begin(), carried.end(),
+                       [&](const Ref<QxDEdge>& one) { return one.get() == &edge; });
+}
+
 }  // namespace
 
 Reactions::Reactions(QxDGraphManager& manager, Extent extent)
@@ -233,9 +240,10 @@ void Reactions::addListed(const QxDNode& node, bool atSource, const Neighbours& 
             if (atSource && edge->graphObjectStatus() == QxStatusUnchanged) {
                 carried.emplace_back(*edge);
             }
-        } else if (needsRecord(*edge) ||
-                   (std::binary_search(repeated.begin(), repeated.end(), other, std::less<>()) &&
-                    canBeBundled(*edge))) {
+        } else if (!isCarried(*edge, carried) &&
+                   (needsRecord(*edge) ||
+                    (std::binary_search(repeated.begin(), repeated.end(), other, std::less<>()) &&
+                     canBeBundled(*edge)))) {
             add(*edge);
         }
     }
@@ -382,8 +390,8 @@ void Reactions::placeLabels(std::size_t from, std::size_t to) {
 
 void Reactions::placeLabels(QxDEdge& edge, bool isBack) const {
     for (QxEdgeLabel* label : Snapshot<QxEdgeLabel>(edge.pLabelList())) {
-        if (label->pOwnerEdge() != &edge) {
-            continue;
+        if (label->pOwnerEdge() != &edge || label->graphObjectStatus() == QxStatusMoved) {
+            continue;  // or a client moves it
         }
         if (isBack && label->pStoredCenter() != nullptr) {
             label->restoreMovedLabel(1);

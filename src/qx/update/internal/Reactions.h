@@ -56,7 +56,7 @@ public:
     static bool concern(const QxDNode& node);
     /// Adds what has to follow when the node, or the connector, moves.
     void addAround(const QxDNode& node, Carried& carried);
-    /// The same of the edges between graphs that lead into an expanded node.
+    /// The same of the edges between graphs that lead into an expanded node; to be called first.
     void addNested(const QxDNode& node, Carried& carried);
     void addAround(const QxConnector& connector);
     /// Adds the edge, unless it is invisible, whatever it looks like.
