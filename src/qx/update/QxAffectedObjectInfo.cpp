@@ -1,11 +1,7 @@
 // Copyright (c) 2026 the qxdraw authors
 // SPDX-License-Identifier: MIT
 
-// What a move affects, and its phases.
-//
-// What is affected is found at what moves: the edges at the moved connectors and nodes, and the
-// edges between graphs at the graphs that move along inside a node; the graphs around what moves,
-// on the way from each to the outermost. Nothing else of the drawing is looked at.
+// A move of a selection: what it is given, and its phases.
 
 #include "qx/update/QxAffectedObjectInfo.h"
 
@@ -54,6 +50,7 @@ void QxAffectedObjectInfo::init(QxDGraphManager* manager, const QxDNodeDList* no
     m_onlySelected = onlySelected;
     m_changesEdge = 0;
     start(manager);
+    computeAffectedObjectLists();
 }
 
 void QxAffectedObjectInfo::init(QxDNode* node) {
@@ -101,12 +98,7 @@ void QxAffectedObjectInfo::begin(QxDGraph* graph, QxGraphObject* input, int chan
     forgetInputs();
     m_input = input;
     m_changesEdge = changesEdge;
-    QxDGraphManager* manager = graph != nullptr ? graph->pOwnerGraphManager() : nullptr;
-    m_state->manager = Ref<QxDGraphManager>(manager);
-    if (manager != nullptr) {
-        m_state->foundControl = manager->controlStarted();
-        manager->controlStarted(1);
-    }
+    start(graph != nullptr ? graph->pOwnerGraphManager() : nullptr);
 }
 
 void QxAffectedObjectInfo::start(QxDGraphManager* manager) {
@@ -115,7 +107,6 @@ void QxAffectedObjectInfo::start(QxDGraphManager* manager) {
         m_state->foundControl = manager->controlStarted();
         manager->controlStarted(1);
     }
-    computeAffectedObjectLists();
 }
 
 void QxAffectedObjectInfo::forgetInputs() {
@@ -146,12 +137,6 @@ void QxAffectedObjectInfo::finish() {
     m_state->manager = Ref<QxDGraphManager>();
 }
 
-// --- What is affected -------------------------------------------------------------------------
-
-void QxAffectedObjectInfo::hold(QxObject& object) {
-    m_state->held.emplace_back(object);
-}
-
 template <class Act>
 void QxAffectedObjectInfo::eachMovedLabel(const Act& act) {
     for (const QxDList* list : {static_cast<const QxDList*>(&m_movedEdgeLabels),
@@ -179,309 +164,6 @@ void QxAffectedObjectInfo::clearStatuses() {
     eachMovedLabel(clear);
     for (QxLabel* label : each<QxLabel>(m_movedGraphLabels)) {
         clear(*label);
-    }
-}
-
-void QxAffectedObjectInfo::clearLists() {
-    clearStatuses();
-    for (QxDList* list :
-         {static_cast<QxDList*>(&m_movedNodes), static_cast<QxDList*>(&m_movedConnectors),
-          static_cast<QxDList*>(&m_movedEdges), static_cast<QxDList*>(&m_movedEdgeLabels),
-          static_cast<QxDList*>(&m_movedNodeLabels), static_cast<QxDList*>(&m_movedConnectorLabels),
-          static_cast<QxDList*>(&m_movedGraphLabels), static_cast<QxDList*>(&m_affectedGraphs),
-          static_cast<QxDList*>(&m_reroutedEdges), static_cast<QxDList*>(&m_resizedNodes)}) {
-        list->deleteAllCells();
-    }
-    m_processed.clear(0);
-    m_state->held.clear();
-}
-
-void QxAffectedObjectInfo::computeAffectedObjectLists() {
-    clearLists();
-    if (!m_state->manager) {
-        return;
-    }
-    markInputGraphs();
-    collectMoved();
-    collectEdges();
-    collectLabels<QxEdgeLabelDList, QxEdgeLabel>(m_inputs.edgeLabels, m_movedEdgeLabels);
-    collectLabels<QxNodeLabelDList, QxNodeLabel>(m_inputs.nodeLabels, m_movedNodeLabels);
-    collectLabels<QxConnectorLabelDList, QxConnectorLabel>(m_inputs.connectorLabels,
-                                                           m_movedConnectorLabels);
-    collectLabels<QxGraphLabelDList, QxGraphLabel>(m_inputs.graphLabels, m_movedGraphLabels);
-    computeAffectedGraphs();
-}
-
-namespace {
-
-/// Calls `act` with the single object, if there is one, and with those of the list.
-template <class T, class Act>
-void eachInput(T* single, const QxDList* list, const Act& act) {
-    if (single != nullptr) {
-        act(*single);
-    }
-    if (list != nullptr) {
-        for (T* object : each<T>(*list)) {
-            act(*object);
-        }
-    }
-}
-
-QxDEdge* ownerOf(const QxPNode* bend, const QxPEdge* segment) {
-    return bend != nullptr ? bend->pOwnerEdge()
-                           : (segment != nullptr ? segment->pOwnerEdge() : nullptr);
-}
-
-}  // namespace
-
-void QxAffectedObjectInfo::markGraph(QxDGraph* graph) {
-    if (graph != nullptr && graph->isIntergraph() == 0 && graph->isVisible() != 0 &&
-        graph->pOwnerGraphManager() == m_state->manager.get() &&
-        graph->graphObjectStatus() == QxStatusUnchanged) {
-        graph->graphObjectStatus(QxStatusGraphContentsMoved);
-        m_state->marked.push_back(graph);
-    }
-}
-
-void QxAffectedObjectInfo::markSuccessors(QxDGraph& nested) {
-    QxDGraphDList inside;
-    inside.appendGraph(&nested);
-    nested.buildAllNestedGraphList(inside);
-    for (QxDGraph* graph : each<QxDGraph>(inside)) {
-        if (graph->graphObjectStatus() == QxStatusUnchanged) {
-            m_state->marked.push_back(graph);
-        }
-        graph->graphObjectStatus(QxStatusMoved);
-    }
-}
-
-void QxAffectedObjectInfo::markInputGraphs() {
-    eachInput(m_inputNode, m_inputs.nodes,
-              [this](const QxDNode& node) { markGraph(node.pOwnerGraph()); });
-    eachInput(m_inputConnector, m_inputs.connectors,
-              [this](const QxConnector& connector) { markGraph(connector.pGraph()); });
-    eachInput(ownerOf(m_inputBend, m_inputSegment), m_inputs.edges,
-              [this](const QxDEdge& edge) { markGraph(edge.pOwnerGraph()); });
-    for (const QxDList* labels : {static_cast<const QxDList*>(m_inputs.edgeLabels),
-                                  static_cast<const QxDList*>(m_inputs.nodeLabels),
-                                  static_cast<const QxDList*>(m_inputs.connectorLabels),
-                                  static_cast<const QxDList*>(m_inputs.graphLabels)}) {
-        eachInput<QxLabel>(nullptr, labels,
-                           [this](const QxLabel& label) { markGraph(label.pGraph()); });
-    }
-    markGraph(m_inputLabel != nullptr ? m_inputLabel->pGraph() : m_inputGraph);
-    eachInput(m_inputNode, m_inputs.nodes, [this](const QxDNode& node) {
-        QxDGraph* nested = node.isVisible() != 0 ? node.pNestedGraph() : nullptr;
-        if (nested != nullptr) {
-            markSuccessors(*nested);
-        }
-    });
-}
-
-void QxAffectedObjectInfo::collectMoved() {
-    const auto isAffected = [](const QxDGraph* graph) {
-        return graph != nullptr && graph->graphObjectStatus() == QxStatusGraphContentsMoved;
-    };
-    eachInput(m_inputNode, m_inputs.nodes, [&](QxDNode& node) {
-        if (isAffected(node.pOwnerGraph()) && node.graphObjectStatus() == QxStatusUnchanged) {
-            node.graphObjectStatus(QxStatusMoved);
-            m_movedNodes.appendNode(&node);
-            hold(node);
-        }
-    });
-    eachInput(m_inputConnector, m_inputs.connectors, [&](QxConnector& connector) {
-        const QxDNode* node = connector.pOwnerNode();
-        if (node != nullptr && connector.graphObjectStatus() == QxStatusUnchanged &&
-            (node->graphObjectStatus() == QxStatusMoved || isAffected(connector.pGraph()))) {
-            connector.graphObjectStatus(QxStatusMoved);
-            m_movedConnectors.appendConnector(&connector);
-            hold(connector);
-        }
-    });
-}
-
-void QxAffectedObjectInfo::collectEdges() {
-    if (m_onlySelected == 0) {
-        for (const QxConnector* connector : each<QxConnector>(m_movedConnectors)) {
-            QxDEdgeDList users;
-            connector->buildIncidentEdgeList(&users, QxEdgeDirectionBoth,
-                                             QxEdgeConnectionConnected);
-            for (QxDEdge* edge : each<QxDEdge>(users)) {
-                testAndAddAffectedEdge(*edge);
-            }
-        }
-        for (const QxDNode* node : each<QxDNode>(m_movedNodes)) {
-            for (const QxEdgeDList* list : {node->pInEdgeList(), node->pOutEdgeList()}) {
-                for (QxDEdge* edge : each<QxDEdge>(*list)) {
-                    testAndAddAffectedEdge(*edge);
-                }
-            }
-        }
-        collectNestedEdges();
-    }
-    const auto collect = [this](QxDEdge& edge, bool mayLeadBetween) {
-        const QxDGraph* graph = edge.pOwnerGraph();
-        const bool isAffected =
-            edge.intergraphEdge() != 0
-                ? mayLeadBetween
-                : graph != nullptr && graph->graphObjectStatus() == QxStatusGraphContentsMoved;
-        if (isAffected && edge.isVisible() != 0 && edge.graphObjectStatus() == QxStatusUnchanged) {
-            collectInputEdge(edge);
-        }
-    };
-    if (QxDEdge* edge = ownerOf(m_inputBend, m_inputSegment)) {
-        collect(*edge, true);
-    }
-    eachInput<QxDEdge>(nullptr, m_inputs.edges, [&](QxDEdge& edge) { collect(edge, false); });
-}
-
-void QxAffectedObjectInfo::collectInputEdge(QxDEdge& edge) {
-    edge.graphObjectStatus(QxStatusRerouted);
-    m_reroutedEdges.appendEdge(&edge);
-    m_processed.add(&edge);
-    hold(edge);
-}
-
-/// Edges between graphs of which an end moves along inside a node, in the order of their list.
-void QxAffectedObjectInfo::collectNestedEdges() {
-    const QxDGraph* between = m_state->manager->pQueryIntergraph();
-    if (between == nullptr || between->numberOfEdges() == 0) {
-        return;
-    }
-    std::vector<QxDEdge*> found;
-    for (const QxDGraph* graph : m_state->marked) {
-        if (graph->graphObjectStatus() == QxStatusMoved) {
-            for (const QxEdgeDList* list :
-                 {static_cast<const QxEdgeDList*>(graph->pLeavingIntergraphEdgeList()),
-                  static_cast<const QxEdgeDList*>(graph->pEnteringIntergraphEdgeList())}) {
-                for (QxDEdge* edge : each<QxDEdge>(*list)) {
-                    found.push_back(edge);
-                }
-            }
-        }
-    }
-    std::sort(found.begin(), found.end(),
-              [](const QxDEdge* a, const QxDEdge* b) { return a->listStamp() < b->listStamp(); });
-    for (QxDEdge* edge : found) {
-        testAndAddAffectedEdge(*edge);
-    }
-}
-
-int QxAffectedObjectInfo::endMoves(const QxDEdge& edge, bool atSource) const {
-    const QxDNode* node = qx::internal::nodeAt(edge, atSource);
-    const QxConnector* connector = qx::internal::connectorAt(edge, atSource);
-    const QxDGraph* graph = node != nullptr ? node->pOwnerGraph() : nullptr;
-    const bool moves = node != nullptr && (node->graphObjectStatus() == QxStatusMoved ||
-                                           (edge.intergraphEdge() != 0 && graph != nullptr &&
-                                            graph->graphObjectStatus() == QxStatusMoved) ||
-                                           (connector != nullptr && connector->specified() != 0 &&
-                                            connector->graphObjectStatus() == QxStatusMoved));
-    return moves ? 1 : 0;
-}
-
-void QxAffectedObjectInfo::testAndAddAffectedEdge(QxDEdge& edge) {
-    if (m_processed.contains(&edge) != 0 || edge.isVisible() == 0) {
-        return;
-    }
-    switch (endMoves(edge, true) + endMoves(edge, false)) {
-        case 2:
-            edge.graphObjectStatus(QxStatusMoved);
-            m_movedEdges.appendEdge(&edge);
-            m_processed.add(&edge);
-            hold(edge);
-            break;
-        case 1:
-            collectInputEdge(edge);
-            break;
-        default:
-            break;
-    }
-}
-
-template <class List, class Label>
-void QxAffectedObjectInfo::collectLabels(const QxDList* inputs, List& moved) {
-    auto* single = dynamic_cast<Label*>(m_inputLabel);
-    QxHashSet listed;
-    eachInput(single, inputs, [&](Label& label) {
-        const QxDGraph* graph = label.pGraph();
-        if (label.isVisible() != 0 && graph->pOwnerGraphManager() == m_state->manager.get() &&
-            graph->graphObjectStatus() != QxStatusMoved && listed.add(&label) != 0) {
-            label.graphObjectStatus(QxStatusMoved);
-            moved.appendLabel(&label);
-            hold(label);
-        }
-    });
-}
-
-void QxAffectedObjectInfo::computeAffectedGraphs() {
-    auto& marked = m_state->marked;
-    QxDGraph* const root = m_state->manager->pAnchorGraph();
-    for (std::size_t i = marked.size(); i-- > 0;) {
-        QxDGraph* graph = marked[i];
-        if (graph->graphObjectStatus() != QxStatusGraphContentsMoved) {
-            continue;
-        }
-        while (graph != root && graph->nested() != 0) {
-            if (graph->graphObjectStatus() == QxStatusUnchanged) {
-                marked.push_back(graph);
-            }
-            graph->graphObjectStatus(QxStatusGraphRefitted);
-            graph = graph->pNestedWithinGraph();
-            if (graph->graphObjectStatus() == QxStatusGraphRefitted) {
-                break;
-            }
-        }
-        if (graph == root && root->graphObjectStatus() == QxStatusUnchanged) {
-            root->graphObjectStatus(QxStatusGraphRefitted);
-            marked.push_back(root);
-        }
-    }
-    const auto isAffected = [](const QxDGraph* graph) {
-        return graph->graphObjectStatus() > QxStatusMoved;
-    };
-    if (QxDGraph* between = m_state->manager->pQueryIntergraph()) {
-        m_affectedGraphs.appendGraph(between);
-    }
-    const auto affected =
-        static_cast<std::size_t>(std::count_if(marked.begin(), marked.end(), isAffected));
-    std::vector<QxDGraph*> toOpen;
-    if (root != nullptr && isAffected(root)) {
-        m_affectedGraphs.appendGraph(root);
-        toOpen.push_back(root);
-    }
-    // From each graph to those in it on the way to what moves: their order is that of the nesting.
-    std::size_t listed = toOpen.size();
-    while (!toOpen.empty() && listed < affected) {
-        const QxDGraph* graph = toOpen.back();
-        toOpen.pop_back();
-        std::vector<QxDGraph*> inner;
-        for (QxDGraph* one : marked) {
-            if (isAffected(one) && one != root && one->pNestedWithinGraph() == graph) {
-                inner.push_back(one);
-            }
-        }
-        if (inner.size() > 1) {
-            QxDGraphDList all;
-            graph->buildNestedGraphList(all);
-            inner.clear();
-            for (QxDGraph* one : each<QxDGraph>(all)) {
-                if (isAffected(one)) {
-                    inner.push_back(one);
-                }
-            }
-        }
-        for (QxDGraph* one : inner) {
-            m_affectedGraphs.appendGraph(one);
-            ++listed;
-        }
-        toOpen.insert(toOpen.end(), inner.rbegin(), inner.rend());
-    }
-    for (QxDGraph* graph : marked) {
-        graph->graphObjectStatus(QxStatusUnchanged);
-    }
-    marked.clear();
-    for (QxDGraph* graph : each<QxDGraph>(m_affectedGraphs)) {
-        hold(*graph);
     }
 }
 

@@ -43,7 +43,7 @@ public:
     QxAffectedObjectInfo& operator=(const QxAffectedObjectInfo&) = delete;
     ~QxAffectedObjectInfo() override;
 
-    /// @name What moves (QxAffectedObjectInfo.cpp)
+    /// @name What moves (QxAffectedObjectInfo.cpp; what that affects: AffectedObjects.cpp)
     /// Each ends what was under way, notes what moves, and finds out what is affected. The lists
     /// stay the caller's, may be null, and are read here only. From here to the end of this object
     /// the manager's controlStarted is on.
@@ -192,6 +192,7 @@ private:
     void collectInputEdge(QxDEdge& edge);
     void testAndAddAffectedEdge(QxDEdge& edge);
     int endMoves(const QxDEdge& edge, bool atSource) const;
+    void markGraphsAround();
     void computeAffectedGraphs();
     template <class List, class Label>
     void collectLabels(const QxDList* inputs, List& moved);
