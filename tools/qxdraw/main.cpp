@@ -21,8 +21,7 @@ constexpr int WrongUsage = 2;
 
 void addViewOptions(CLI::App& command, qxdraw::ViewOptions& view) {
     // An option may stand several times, each time with one value: FILE is none of them.
-    const auto addNames = [&](const char* name, std::vector<std::string>& names,
-                              const char* text) {
+    const auto addNames = [&](const char* name, std::vector<std::string>& names, const char* text) {
         return command.add_option(name, names, text)->type_name("NAME")->allow_extra_args(false);
     };
     addNames("--collapse", view.collapse,
@@ -46,7 +45,9 @@ void addViewOptions(CLI::App& command, qxdraw::ViewOptions& view) {
          {std::tuple("--parents", Way::Parents, "Follow edges against their direction"),
           std::tuple("--children", Way::Children, "Follow edges along their direction"),
           std::tuple("--both", Way::Both, "Follow edges both ways (default)")}) {
-        ways->add_flag_callback(name, [&view, way = way] { view.way = way; }, text)->needs(only);
+        ways->add_flag_callback(
+                name, [&view, way = way] { view.way = way; }, text)
+            ->needs(only);
     }
     ways->require_option(0, 1);
 }

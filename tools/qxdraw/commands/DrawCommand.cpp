@@ -35,8 +35,8 @@ std::string writePng(const std::string&, double, double) {
 /// Says what was read, moved and written.
 void tellResult(const DrawOptions& options, std::size_t nodes, std::size_t edges, bool spring,
                 const Scene& scene) {
-    std::cout << "read " << nodes << " nodes and " << edges << " edges from "
-              << options.input << '\n';
+    std::cout << "read " << nodes << " nodes and " << edges << " edges from " << options.input
+              << '\n';
     if (spring) {
         std::cout << "moved " << nodes << " nodes by the spring embedder"
                   << (options.arranging.keepOverlaps ? "" : " and apart where they overlapped")

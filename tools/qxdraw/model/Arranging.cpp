@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "model/Detours.h"
 #include "model/EdgeSpreading.h"
 #include "model/LabelMoving.h"
 #include "model/Labels.h"
@@ -58,6 +59,9 @@ std::unique_ptr<Drawing> arrange(GraphDocument& document, const ArrangingOptions
     drawing->place(document);
     connectPorts(*drawing, document);
     spreadEdges(*drawing);
+    if (layout.spring) {
+        leadAroundNodes(*drawing);  // else all stays as the file has it
+    }
     addLabels(*drawing, document);
     moveLabelsApart(*drawing);
     return drawing;

@@ -10,10 +10,10 @@
 
 #include "model/Nesting.h"
 #include "model/NodeSizing.h"
+#include "qx/drawing/QxDrawingIters.h"
 #include "qx/foundation/geometry/QxPointDList.h"
 #include "qx/foundation/geometry/QxShape.h"
 #include "qx/foundation/util/QxText.h"
-#include "qx/drawing/QxDrawingIters.h"
 #include "qx/nesting/QxDNodePair.h"
 #include "qx/spatial/QxQTree.h"
 
@@ -166,13 +166,14 @@ void Drawing::addGraph(const DocumentGraph& source) {
     setMargins(*graph, m_graphs.empty() ? Margin : static_cast<std::int32_t>(BoxSpacing::Padding));
     setName(*graph, source.label);
     m_graphs.push_back(graph);
+    m_boxes.emplace_back();
 }
 
 void Drawing::addNode(const DocumentNode& source) {
     const QxSize size(toUnits(source.width), toUnits(source.height));
     QxDGraph* graph = m_graphs[static_cast<std::size_t>(source.graph)];
-    QxDNode* node = graph->addNodeWithCoordinates(toPoint(source.center.value_or(DocumentPoint{})),
-                                                  size, 1, 0);
+    QxDNode* node =
+        graph->addNodeWithCoordinates(toPoint(source.center.value_or(DocumentPoint{})), size, 1, 0);
     const QxShape shape = toShape(source.shape);
     node->pChangeShape(&shape, 0);
     setName(*node, source.label);
@@ -241,9 +242,8 @@ void Drawing::placeNested(std::size_t index, GraphDocument& document) {
     } else {
         node.fitToNestedGraph(0, 0, 1);
         alignWithContents(graph, node);
-        if (box) {
-            fitToBox(index, united(toBox(*node.pIRect()), *box));
-        }
+        m_boxes[index] = box;
+        fitToBox(index);
     }
     const DocumentBox shown = toBox(*node.pIRect());
     place.center = shown.center();
@@ -251,18 +251,41 @@ void Drawing::placeNested(std::size_t index, GraphDocument& document) {
     place.height = shown.height();
 }
 
-/// Margins make up for what lies between the contents and the box.
-void Drawing::fitToBox(std::size_t index, const DocumentBox& box) {
-    QxDGraph& graph = *m_graphs[index];
-    QxDNode& node = *graph.pNestedWithinNode();
-    QxRect inner = *graph.pBoundingRect();
-    for (const DrawnLabel& label : m_labels) {
-        if (label.isTitle && label.label->pOwnerGraph() == &graph) {
-            label.label->ntMoveTo(
-                QxPoint(toUnits(box.left + BoxSpacing::Padding + label.label->ntWidth() / 2.0),
-                        toUnits(box.top - BoxSpacing::Padding - label.label->ntHeight() / 2.0)));
+/// Titles stand right above the contents, or at the top of the box.
+void Drawing::standTitles(const QxDGraph& graph, const DocumentBox* box) const {
+    for (const DrawnLabel& drawn : m_labels) {
+        if (!drawn.isTitle || drawn.label->pOwnerGraph() != &graph) {
+            continue;
         }
+        auto& label = static_cast<QxGraphLabel&>(*drawn.label);
+        if (box != nullptr) {
+            label.ntMoveTo(
+                QxPoint(toUnits(box->left + BoxSpacing::Padding + label.ntWidth() / 2.0),
+                        toUnits(box->top - BoxSpacing::Padding - label.ntHeight() / 2.0)));
+            continue;
+        }
+        const bool isWhole = &graph == m_graphs.front();
+        label.ntSetPerMil(isWhole ? 0 : -1000, 1000);
+        label.ntSetOffset(QxSize(isWhole ? 0 : label.ntWidth() / 2,
+                                 toUnits(BoxSpacing::TitleGap + label.ntHeight() / 2.0)));
     }
+}
+
+/// A node whose graph has a box in the file is as large as that, or as large as the contents need.
+/// Margins make up for what lies between.
+void Drawing::fitToBox(std::size_t index) const {
+    QxDGraph& graph = *m_graphs[index];
+    QxDNode* node = graph.pNestedWithinNode();
+    if (!m_boxes[index] || node == nullptr || graph.boundsInitialized() == 0) {
+        return;
+    }
+    standTitles(graph, nullptr);
+    setMargins(graph, static_cast<std::int32_t>(BoxSpacing::Padding));
+    node->fitToNestedGraph(0, 0, 1);
+    alignWithContents(graph, *node);
+    const DocumentBox box = united(toBox(*node->pIRect()), *m_boxes[index]);
+    standTitles(graph, &box);
+    QxRect inner = *graph.pBoundingRect();
     if (QxRect labels; graph.calculateGraphLabelBounds(labels) != 0) {
         inner |= labels;
     }
@@ -270,12 +293,12 @@ void Drawing::fitToBox(std::size_t index, const DocumentBox& box) {
     graph.rightMarginConstantSpacing(toUnits(box.right) - inner.right());
     graph.bottomMarginConstantSpacing(inner.bottom() - toUnits(box.bottom));
     graph.topMarginConstantSpacing(toUnits(box.top) - inner.top());
-    alignWithContents(graph, node);
+    node->fitToNestedGraph(0, 0, 1);
+    alignWithContents(graph, *node);
 }
 
-bool Drawing::fold(const std::vector<int>& nodes, const std::string& name,
+void Drawing::fold(const std::vector<int>& nodes, const std::string& name,
                    GraphDocument& document) {
-    const auto nodeAt = [&](int index) { return m_nodes[static_cast<std::size_t>(index)]; };
     DocumentNode folder;
     folder.id = folder.label = name;
     folder.graph = document.nodes[static_cast<std::size_t>(nodes.front())].graph;
@@ -284,35 +307,29 @@ bool Drawing::fold(const std::vector<int>& nodes, const std::string& name,
     addGraph({});
     QxDNodeDList list;
     for (const int index : nodes) {
-        list.appendNode(nodeAt(index));
+        list.appendNode(m_nodes[static_cast<std::size_t>(index)]);
     }
     QxDNode& node = *m_nodes.back();
-    if (node.pOwnerGraph()->fold(&node, m_graphs.back(), &list, nullptr, nullptr, 0) == 0) {
-        return false;
-    }
-    document.graphs.push_back(
-        {name, folder.graph, static_cast<int>(document.nodes.size()), name, {}});
-    const int foldGraph = static_cast<int>(document.graphs.size()) - 1;
+    node.pOwnerGraph()->fold(&node, m_graphs.back(), &list, nullptr, nullptr, 0);
+    const int foldGraph = static_cast<int>(document.graphs.size());
     for (const int index : nodes) {
         document.nodes[static_cast<std::size_t>(index)].graph = foldGraph;
     }
     for (DocumentGraph& graph : document.graphs) {
-        if (graph.node >= 0 && &graph != &document.graphs.back()) {
+        if (graph.node >= 0) {
             graph.parent = document.nodes[static_cast<std::size_t>(graph.node)].graph;
         }
     }
+    document.graphs.push_back(
+        {name, folder.graph, static_cast<int>(document.nodes.size()), name, {}});
     document.nodes.push_back(std::move(folder));
-    return true;
 }
 
 void Drawing::addTitle(std::size_t graph, const std::string& text, TextBlock painted) {
     m_factory.sizeTitle(painted);
     QxGraphLabel* label = m_graphs[graph]->addLabel(QxText::decodeUtf8(text).c_str(), 0);
-    const bool isWhole = graph == 0;
-    label->ntSetPerMil(isWhole ? 0 : -1000, 1000);
-    label->ntSetOffset(QxSize(isWhole ? 0 : label->ntWidth() / 2,
-                              toUnits(BoxSpacing::TitleGap + label->ntHeight() / 2.0)));
     m_labels.push_back({label, std::move(painted), false, true});
+    standTitles(*m_graphs[graph], nullptr);
 }
 
 void Drawing::addMetaEdges(GraphDocument& document) {
@@ -336,9 +353,8 @@ void Drawing::addMetaEdges(GraphDocument& document) {
         const auto found =
             m_edges[i]->isVisible() != 0
                 ? edgeBetween.end()
-                : edgeBetween.find(
-                      {m_manager->pVisibleRepresentative(m_edges[i]->pSourceNode()),
-                       m_manager->pVisibleRepresentative(m_edges[i]->pTargetNode())});
+                : edgeBetween.find({m_manager->pVisibleRepresentative(m_edges[i]->pSourceNode()),
+                                    m_manager->pVisibleRepresentative(m_edges[i]->pTargetNode())});
         if (found != edgeBetween.end()) {
             DocumentEdge& described = document.edges[found->second];
             ++described.standsFor;
@@ -349,6 +365,11 @@ void Drawing::addMetaEdges(GraphDocument& document) {
     for (std::size_t i = first; i < m_edges.size(); ++i) {
         document.edges[i].label = std::to_string(document.edges[i].standsFor);
     }
+}
+
+bool isShownIn(const QxDNode& inner, const QxDNode& outer) {
+    const QxDGraph* nested = outer.pNestedGraph();
+    return nested != nullptr && inner.pOwnerGraph()->recursivelyNestedWithin(nested) != 0;
 }
 
 BoundsRest::BoundsRest(const Drawing& drawing) : m_drawing(drawing) {
@@ -371,11 +392,11 @@ BoundsRest::~BoundsRest() {
     std::sort(order.begin(), order.end());
     for (const auto& [depth, index] : order) {
         m_drawing.graph(index).disableGraphBounds(0, index == 0 ? 1 : 0);
+        m_drawing.fitToBox(index);
     }
 }
 
-QxConnector& Drawing::addConnector(QxDNode& node, const DocumentPoint& center,
-                                   const QxSize& size) {
+QxConnector& Drawing::addConnector(QxDNode& node, const DocumentPoint& center, const QxSize& size) {
     QxConnector* connector = node.addConnector(0, 0, 0, 0, 1, 0);
     const QxShape rectangle(QxShapeTypeRectangle);
     connector->pShape(&rectangle);

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -28,7 +29,7 @@ namespace qxdraw {
 struct DrawnLabel {
     QxLabel* label;
     TextBlock text;
-    bool isInside;  ///< it belongs into its node; any other stands beside what it belongs to
+    bool isInside;         ///< it belongs into its node; any other stands beside what it belongs to
     bool isTitle = false;  ///< of a graph
 };
 
@@ -40,8 +41,8 @@ struct DrawnPort {
     bool isInside;     ///< it lies within the node: edges there are painted over the node
 };
 
-/// A document as a drawing: its graphs, nodes and edges, in its order. Each nested graph is the child
-/// graph of its node and shown in it; edges between graphs run across.
+/// A document as a drawing: its graphs, nodes and edges, in its order. Each nested graph is the
+/// child graph of its node and shown in it; edges between graphs run across.
 ///
 /// Once it has been placed, every shown graph has the coordinates of the whole drawing: the
 /// transforms of nested graphs change nothing. That of a graph without anything in it is the
@@ -72,9 +73,9 @@ public:
     /// the document gets the place and size of these nodes.
     void place(GraphDocument& document);
 
-    /// Folds nodes, all of one graph, into a new folder node, which the document gets as its last
-    /// node, with its last graph in it. Returns whether that was possible.
-    bool fold(const std::vector<int>& nodes, const std::string& name, GraphDocument& document);
+    /// Folds nodes, all of one graph and none of them hidden, into a new folder node, which the
+    /// document gets as its last node, with its last graph in it.
+    void fold(const std::vector<int>& nodes, const std::string& name, GraphDocument& document);
     /// Brings the meta-edges up to date; the document gets each as one of its last edges.
     void addMetaEdges(GraphDocument& document);
 
@@ -97,6 +98,8 @@ public:
                          const QxSize& size, bool isInside);
 
 private:
+    friend class BoundsRest;
+
     /// Its labels have their size before their owner places them, its graphs keep connectors in
     /// their index.
     class DrawingFactory : public QxFactory {
@@ -121,17 +124,22 @@ private:
     void nestGraphs(const GraphDocument& document);
     void addEdge(const DocumentEdge& source);
     void placeNested(std::size_t index, GraphDocument& document);
-    void fitToBox(std::size_t index, const DocumentBox& box);
+    void standTitles(const QxDGraph& graph, const DocumentBox* box) const;
+    void fitToBox(std::size_t index) const;
 
     DrawingFactory m_factory;
     QxDGraphManager* m_manager;
     std::vector<QxDGraph*> m_graphs;
+    std::vector<std::optional<DocumentBox>> m_boxes;  ///< that the file gives the graphs
     std::vector<QxDNode*> m_nodes;
     std::vector<QxDEdge*> m_edges;
     std::unordered_map<const QxGraphMember*, std::size_t> m_indexOf;
     std::vector<DrawnLabel> m_labels;
     std::vector<DrawnPort> m_ports;
 };
+
+/// Whether a node lies, at any depth, in the graph that another one shows.
+bool isShownIn(const QxDNode& inner, const QxDNode& outer);
 
 /// Lets the bounds of all graphs rest while many things in them change, and brings them up to date
 /// at its end, inner graphs first; nodes that show graphs are fitted then.

@@ -93,6 +93,8 @@ std::string Names::unknown(std::string_view name, const char* kind,
     }
     std::sort(near.begin(), near.end());
     near.erase(std::unique(near.begin(), near.end()), near.end());
+    const std::size_t nearest = near.empty() ? 0 : near.front().first;
+    std::erase_if(near, [&](const auto& one) { return one.first > nearest + 1; });
     std::string text = std::string("there is no ") + kind + " '" + std::string(name) + "'";
     for (std::size_t i = 0; i < std::min(near.size(), Offered); ++i) {
         const bool isLast = i + 1 == std::min(near.size(), Offered);

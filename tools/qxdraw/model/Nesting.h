@@ -41,8 +41,8 @@ CommonView commonViewOf(const GraphDocument& document, const std::vector<int>& d
 
 /// Distances inside the boxes of nested graphs, world units.
 struct BoxSpacing {
-    static constexpr double Padding = 16;   ///< between the border and what is in the box
-    static constexpr double TitleGap = 8;   ///< between the title and what is under it
+    static constexpr double Padding = 16;    ///< between the border and what is in the box
+    static constexpr double TitleGap = 8;    ///< between the title and what is under it
     static constexpr double Neighbour = 22;  ///< left free between members of a graph
 };
 

@@ -155,9 +155,9 @@ void applyView(Drawing& drawing, GraphDocument& document, const ViewOptions& opt
         change.collapse(value);
     }
     if (!start.empty()) {
-        std::vector<char> kept =
-            neighbourhoodOf(document, start, options.depth, options.way != ViewOptions::Way::Parents,
-                            options.way != ViewOptions::Way::Children);
+        std::vector<char> kept = neighbourhoodOf(document, start, options.depth,
+                                                 options.way != ViewOptions::Way::Parents,
+                                                 options.way != ViewOptions::Way::Children);
         for (const int node : hidden) {
             kept[static_cast<std::size_t>(node)] = 0;
         }
