@@ -43,8 +43,8 @@ MoveReactions::MoveReactions(QxDNode& node, MoveKind kind) : m_node(node), m_sta
     const bool movesNested = kind != MoveKind::FitAround && node.pChildGraphForestEdge() != nullptr;
     QxDGraphManager* manager =
         movesNested || Reactions::concern(node) ? reactingManager(node.pOwnerGraph()) : nullptr;
-    if (manager == nullptr) {
-        return;
+    if (manager == nullptr || node.graphObjectStatus() == QxStatusMoved) {
+        return;  // or it moves with a selection, whose edges are known
     }
     collect(*manager, kind == MoveKind::Wanted ? Reactions::Whole : Reactions::RoomOnly, m_own,
             [&](Reactions& reactions) {
