@@ -195,4 +195,6 @@ private:
     /// Of the reactions that have made the record.
     qx::internal::Reactions* m_reactions = nullptr;
     bool m_isWaiting = false;
+    /// Of a straight edge that has nothing to follow but its ends.
+    bool m_isPlain = false;
 };

@@ -63,6 +63,11 @@ bool needsRecord(const QxDEdge& edge) {
     return edge.hasBends() != 0 || hasLooseConnectors(edge) || hasStayingLabels(edge);
 }
 
+/// Whether the edge is nothing but a line between its ends.
+bool isBare(const QxDEdge& edge) {
+    return edge.hasBends() == 0 && (edge.flagWord() & (Connectors | flags::EdgeHasLabels)) == 0;
+}
+
 /// Whether the edge may run beside others.
 bool canBeBundled(const QxDEdge& edge) {
     return edge.hasBends() == 0 && edge.reflexive() == 0 && !hasSpecifiedConnector(edge) &&
@@ -214,11 +219,15 @@ void Reactions::note(QxDEdge& edge, QxDEdgeInitialGeometry* record) {
         label->cleanUpLabelMoveControlInfo();
         label->collectInitInfoOwnerEdgeMoved();
     }
+    record->m_isPlain = isBare(edge) && !hasTwin(edge);
     m_edges.emplace_back(edge);
 }
 
 void Reactions::ask(QxDEdge& edge) {
     QxDEdgeInitialGeometry& record = *edge.pEdgeInitialGeometry();
+    if (record.m_isPlain && isBare(edge)) {
+        return;
+    }
     if (!std::exchange(record.m_isWaiting, true)) {
         m_waiting.emplace_back(edge);
     }
@@ -409,6 +418,9 @@ void Reactions::restore() {
             continue;
         }
         const Ref record(*edge->pEdgeInitialGeometry());
+        if (record->m_isPlain && isBare(*edge)) {
+            continue;
+        }
         if (record->isUsable()) {
             record->restorePath();
         }
