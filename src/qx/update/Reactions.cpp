@@ -398,9 +398,12 @@ void Reactions::placeLabels(std::size_t from, std::size_t to) {
 }
 
 void Reactions::placeLabels(QxDEdge& edge, bool isBack) const {
+    const bool keepsPath =
+        m_extent == RoomOnly && edge.pEdgeInitialGeometry()->asOrthogonalRouted() == 0;
     for (QxEdgeLabel* label : Snapshot<QxEdgeLabel>(edge.pLabelList())) {
-        if (label->pOwnerEdge() != &edge || label->graphObjectStatus() == QxStatusMoved) {
-            continue;  // or a client moves it
+        if (label->pOwnerEdge() != &edge || label->graphObjectStatus() == QxStatusMoved ||
+            (keepsPath && label->moveLabelOnOwnerMove() != 0)) {
+            continue;  // a client moves it, or it has its place on the path as before
         }
         if (isBack && label->pStoredCenter() != nullptr) {
             label->restoreMovedLabel(1);
