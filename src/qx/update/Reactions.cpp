@@ -208,17 +208,17 @@ void Reactions::add(QxDEdge& edge) {
 
 void Reactions::add(QxDEdge& edge, QxDEdgeInitialGeometry* record) {
     note(edge, record);
+    for (QxEdgeLabel* label : Snapshot<QxEdgeLabel>(edge.pLabelList())) {
+        label->storeMovedLabel();
+        label->cleanUpLabelMoveControlInfo();
+        label->collectInitInfoOwnerEdgeMoved();
+    }
     ask(edge);
 }
 
 void Reactions::note(QxDEdge& edge, QxDEdgeInitialGeometry* record) {
     record->m_reactions = this;
     edge.pEdgeInitialGeometry(record);
-    for (QxEdgeLabel* label : Snapshot<QxEdgeLabel>(edge.pLabelList())) {
-        label->storeMovedLabel();
-        label->cleanUpLabelMoveControlInfo();
-        label->collectInitInfoOwnerEdgeMoved();
-    }
     record->m_isPlain = isBare(edge) && !hasTwin(edge);
     m_edges.emplace_back(edge);
 }
@@ -378,7 +378,8 @@ void Reactions::spreadBundles(std::size_t from, std::size_t to) {
             one->multiEdge(1);
             marked.emplace_back(*one);
             if (one->pEdgeInitialGeometry() == nullptr) {
-                note(*one, new QxDEdgeInitialGeometry(one));  // so that it can be put back, too
+                // So that it can be put back, too; its labels are not where they were at first.
+                note(*one, new QxDEdgeInitialGeometry(one));
             }
         }
         edge->reorganizeMultiEdgeBundleParallel(&bundle);
