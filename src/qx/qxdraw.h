@@ -138,3 +138,6 @@
 #include "qx/nesting/QxFindChilPar.h"
 #include "qx/nesting/QxFindChilParInfo.h"
 #include "qx/spatial/QxQTree.h"
+#include "qx/update/QxAffectedObjectInfo.h"
+#include "qx/update/QxDEdgeInitialGeometry.h"
+#include "qx/update/QxEdgeInitialGeometryStatusEnum.h"

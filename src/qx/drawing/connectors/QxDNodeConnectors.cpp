@@ -22,6 +22,7 @@
 #include "qx/drawing/internal/Extras.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/geometry/QxPerMil.h"
+#include "qx/update/internal/MoveReactions.h"
 
 using qx::internal::Change;
 using qx::internal::Ref;
@@ -327,21 +328,36 @@ void QxDNode::updateCalculatedConnectorsOnResize(const QxRect&, const QxRect& re
         connector.vSetPerMil(perMil);
         connector.vSetOffset(QxSize(qx::saturatingSub(place.width(), part.width()),
                                     qx::saturatingSub(place.height(), part.height())));
+        for (const QxConnector::User& user : connector.m_users) {
+            qx::internal::noteNewOffset(connector, *user.edge, connector.ntOffset());
+        }
+        if (connector.isUsedWithinGraph()) {
+            connector.setFlag(qx::flags::ConnectorRescaled, 1);
+        }
     };
     for (QxConnector* connector : Snapshot<QxConnector>(pQueryConnectorManager())) {
         if (connector->specified() != 0) {
             continue;
         }
-        const bool scales = connector->isUsedWithinGraph();
         if (expanded() != 0) {
             followFromBasis(*connector);
-        } else if (scales) {
-            connector->vSetOffset(scaledOffset(connector->ntOffset(), rectBefore, rectNow));
-        }
-        if (scales) {
-            connector->setFlag(qx::flags::ConnectorRescaled, 1);
+        } else if (connector->isUsedWithinGraph()) {
+            rescaleConnector(*connector, rectBefore, rectNow);
         }
     }
+}
+
+void QxDNode::rescaleConnector(QxConnector& connector, const QxRect& before, const QxRect& now) {
+    // During a move from what it was at first, so that many steps round no more than one does.
+    QxSize offset = scaledOffset(connector.ntOffset(), before, now);
+    for (const QxConnector::User& user : connector.m_users) {
+        if (const auto atStart = qx::internal::offsetAtStart(connector, *user.edge)) {
+            offset = scaledOffset(atStart->offset, atStart->nodeRect, now);
+            qx::internal::noteNewOffset(connector, *user.edge, offset);
+        }
+    }
+    connector.vSetOffset(offset);
+    connector.setFlag(qx::flags::ConnectorRescaled, 1);
 }
 
 void QxDNode::actOnUpdateConnectors(const QxRect& rectAtStart, const QxRect& rectBefore) {
@@ -352,9 +368,9 @@ void QxDNode::actOnUpdateConnectors(const QxRect& rectAtStart, const QxRect& rec
 
 namespace {
 
-/// What another shape of a node does to the calculated connectors there. Bundles are looked for once
-/// for each node at the other end and each direction: any number of parallel edges costs no more
-/// each than a few.
+/// What another shape of a node does to the calculated connectors there. Bundles are looked for
+/// once for each node at the other end and each direction: any number of parallel edges costs no
+/// more each than a few.
 class BundlesAt {
 public:
     explicit BundlesAt(QxDNode& node) : m_node(node) {}

@@ -68,13 +68,15 @@ struct EdgeExtras : GraphObjectExtras {
     Ref<QxLabelManager> labels;
     ConnectorUse atSource;
     ConnectorUse atTarget;
+    /// What a move that is running notes about the edge: a QxDEdgeInitialGeometry.
+    Ref<QxObject> initialGeometry;
     /// The path objects of the edge in the order in which they came, by their own cells: whatever
     /// is joined to what, the edge knows what it owns.
     QxDList parts;
 
     bool isIdle() const override {
         return GraphObjectExtras::isIdle() && clone == nullptr && !labels &&
-               atSource.connector == nullptr && atTarget.connector == nullptr &&
+               atSource.connector == nullptr && atTarget.connector == nullptr && !initialGeometry &&
                parts.isEmpty() != 0;
     }
 };
