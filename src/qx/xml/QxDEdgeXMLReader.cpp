@@ -8,6 +8,7 @@
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxPNode.h"
+#include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/xml/QxDGraphManagerXMLReader.h"
 #include "qx/xml/QxDXMLHelper.h"
 #include "qx/xml/QxLabelXMLReader.h"
@@ -120,8 +121,6 @@ void QxDEdgeXMLReader::assign(QxConnector* connector, const QxDOMElement& elemen
         atSource != 0 ? edge.pSourceConnector(connector) : edge.pTargetConnector(connector);
     if (assigned != connector) {
         document().repair(element, "the connector is not at that end; the edge ends at the node");
-    } else if (connector->specified() == 0) {
-        m_hasCalculated = true;
     }
 }
 
@@ -149,10 +148,11 @@ void QxDEdgeXMLReader::finish() {
         QxDNode* const node = connector->pOwnerNode();
         QxDEdgeDList users;
         connector->buildIncidentEdgeList(&users, QxEdgeDirectionBoth, QxEdgeConnectionAll);
-        const auto* edge = static_cast<const QxDEdge*>(
-            users.pFirstCell() != nullptr ? users.pFirstCell()->pObject() : nullptr);
-        if (node != nullptr && edge != nullptr && edge->intergraphEdge() == 0) {
-            node->convertConnectorToConstantOffset(connector);
+        for (QxDEdge* edge : qx::internal::each<QxDEdge>(users)) {
+            if (node != nullptr && edge->intergraphEdge() == 0) {
+                node->convertConnectorToConstantOffset(connector);
+            }
+            edge->updateCalculatedConnectors();
         }
     }
     m_late.clear();

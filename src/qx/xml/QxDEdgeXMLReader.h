@@ -27,8 +27,6 @@ public:
     void finish();
     /// Whether the edge is hidden, and lies in a graph where it cannot be connected.
     int isStranded(const QxDEdge& edge) const { return m_stranded.count(&edge) != 0 ? 1 : 0; }
-    /// Whether any end is at a connector that no client has made.
-    int hasCalculatedConnectors() const { return m_hasCalculated ? 1 : 0; }
 
 protected:
     virtual void processClipping(const QxDOMElement& element, int atSource);
@@ -48,6 +46,5 @@ private:
     std::vector<Late> m_late;
     std::vector<QxConnector*> m_newConnectors;
     std::unordered_set<const QxDEdge*> m_stranded;
-    bool m_hasCalculated = false;
     std::unique_ptr<QxEdgeLabelXMLReader> m_labelReader;
 };

@@ -230,9 +230,6 @@ void QxDGraphManagerXMLReader::finishGraphs() {
     }
     drawingEdgeReader().finish();
     for (const auto& [graph, element] : graphElements()) {
-        if (drawingEdgeReader().hasCalculatedConnectors() != 0) {
-            static_cast<QxDGraph*>(graph)->updateCalculatedConnectors();
-        }
         restoreEdgeOrder(*element);
     }
     for (auto one = graphElements().rbegin(); one != graphElements().rend(); ++one) {

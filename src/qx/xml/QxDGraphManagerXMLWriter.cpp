@@ -27,6 +27,20 @@ using Utilities = QxXMLUtilities;
 
 namespace {
 
+/// The graphs of the drawing in their order, each followed by what is hidden from it.
+std::vector<const QxDGraph*> graphsOf(const QxGraphManager& manager) {
+    std::vector<const QxDGraph*> graphs;
+    for (const QxDGraph* graph : each<QxDGraph>(*manager.pGraphList())) {
+        if (graph->isHideGraph() == 0) {
+            graphs.push_back(graph);
+            if (graph->pHideGraph() != nullptr) {
+                graphs.push_back(graph->pHideGraph());
+            }
+        }
+    }
+    return graphs;
+}
+
 /// Fills a section by `fill`, and takes it out again when nothing came of that.
 template <class Fill>
 void addSection(QxDOMElement& parent, Utilities::Name name, const Fill& fill) {
@@ -138,7 +152,7 @@ void QxDGraphManagerXMLWriter::collectShapes() {
             m_shapes.push_back(resource->pShape());
         }
     };
-    for (const QxDGraph* graph : each<QxDGraph>(*pGraphManager()->pGraphList())) {
+    for (const QxDGraph* graph : graphsOf(*pGraphManager())) {
         for (const QxDNode* node : each<QxDNode>(*graph->pNodeList())) {
             collect(node->pQueryShapeResource());
             if (const QxExpandedNodeExtension* kept = node->pExpandedNodeExtension()) {
@@ -233,7 +247,7 @@ void QxDGraphManagerXMLWriter::createMetaEdges(QxDOMElement& complexity) {
             writeID(*Utilities::pAppendChild(section, names::MetaEdge), names::Id, edge);
         }
         // Those that are hidden, or out of action, are meta-edges all the same.
-        for (const QxDGraph* graph : each<QxDGraph>(*pGraphManager()->pGraphList())) {
+        for (const QxDGraph* graph : graphsOf(*pGraphManager())) {
             createIdleMetaEdges(*graph, section);
         }
         if (const QxDGraph* between = pDGraphManager()->pQueryIntergraph()) {
@@ -258,7 +272,7 @@ void QxDGraphManagerXMLWriter::createIdleMetaEdges(const QxDGraph& graph, QxDOME
 
 void QxDGraphManagerXMLWriter::createHiddenObjects(QxDOMElement& complexity) {
     addSection(complexity, names::HiddenObjects, [&](QxDOMElement& section) {
-        for (const QxDGraph* graph : each<QxDGraph>(*pGraphManager()->pGraphList())) {
+        for (const QxDGraph* graph : graphsOf(*pGraphManager())) {
             if (graph->isHideGraph() == 0) {
                 continue;
             }
@@ -278,7 +292,7 @@ void QxDGraphManagerXMLWriter::createHiddenObject(const QxObject& object, QxDOME
 
 void QxDGraphManagerXMLWriter::createFolderNodes(QxDOMElement& complexity) {
     addSection(complexity, names::Folders, [&](QxDOMElement& section) {
-        for (const QxDGraph* graph : each<QxDGraph>(*pGraphManager()->pGraphList())) {
+        for (const QxDGraph* graph : graphsOf(*pGraphManager())) {
             for (const QxDNode* node : each<QxDNode>(*graph->pNodeList())) {
                 if (node->isFolderNode() != 0) {
                     writeID(*Utilities::pAppendChild(section, names::Folder), names::Id, node);

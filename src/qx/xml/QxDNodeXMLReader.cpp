@@ -62,19 +62,20 @@ void QxDNodeXMLReader::processConnectors(const QxDOMElement& element) {
         more != nullptr ? Utilities::pChild(*more, names::Connectors) : nullptr;
     const QxDOMElement* calculated =
         calculatedList != nullptr ? Utilities::pFirst(*calculatedList) : nullptr;
-    const auto addCalculated = [&](std::int32_t last) {
+    const auto addCalculated = [&](bool isRest) {
         while (calculated != nullptr &&
-               Utilities::parseInt(*calculated, names::At).value_or(0) <= last) {
+               (isRest || Utilities::parseInt(*calculated, names::At).value_or(0) <=
+                              pDNode()->numberOfAllConnectors() + 1)) {
             processConnector(*calculated, 0);
             calculated = Utilities::pNext(*calculated);
         }
     };
     for (const QxDOMElement* child = list != nullptr ? Utilities::pFirst(*list) : nullptr;
          child != nullptr; child = Utilities::pNext(*child)) {
-        addCalculated(pDNode()->numberOfAllConnectors() + 1);
+        addCalculated(false);
         processConnector(*child, 1);
     }
-    addCalculated(qx::MaxInt32);
+    addCalculated(true);
 }
 
 void QxDNodeXMLReader::processConnector(const QxDOMElement& element, int specified) {

@@ -111,10 +111,10 @@ void QxDNodeXMLWriter::writeExpandedLook(QxDOMElement& element) {
         Utilities::writeDoubleValue(look, names::AspectRatio, kept.aspectRatio());
     }
     QxDOMElement& touches = *Utilities::pAppendChild(look, names::Touches);
-    Utilities::writeBoolean(touches, names::Left, kept.touchesNestedGraphOnLeft());
-    Utilities::writeBoolean(touches, names::Right, kept.touchesNestedGraphOnRight());
-    Utilities::writeBoolean(touches, names::Upper, kept.touchesNestedGraphOnTop());
-    Utilities::writeBoolean(touches, names::Bottom, kept.touchesNestedGraphOnBottom());
+    Utilities::writeInt(touches, names::Left, kept.touchesNestedGraphOnLeft());
+    Utilities::writeInt(touches, names::Right, kept.touchesNestedGraphOnRight());
+    Utilities::writeInt(touches, names::Upper, kept.touchesNestedGraphOnTop());
+    Utilities::writeInt(touches, names::Bottom, kept.touchesNestedGraphOnBottom());
 }
 
 /// Those that the edges made for themselves, each with its place among all connectors.
