@@ -11,7 +11,6 @@
 #include "qx/drawing/QxDNode.h"
 #include "qx/foundation/geometry/QxShapeResource.h"
 #include "qx/foundation/graph/internal/EachObject.h"
-#include "qx/nesting/QxDChildGraphForest.h"
 #include "qx/nesting/QxDChildGraphForestEdge.h"
 #include "qx/nesting/QxExpandedNodeExtension.h"
 #include "qx/xml/QxDEdgeXMLWriter.h"
@@ -188,15 +187,30 @@ void QxDGraphManagerXMLWriter::createComplexity(QxDOMElement& complexity) {
     createFolderNodes(complexity);
 }
 
+/// In the order of the relations of each graph, which is that of nesting again. Hidden nodes take
+/// their relations along one by one, as they are hidden.
 void QxDGraphManagerXMLWriter::createNestingRelations(QxDOMElement& complexity) {
     addSection(complexity, names::NestingRelations, [&](QxDOMElement& section) {
-        for (const auto* relation :
-             each<QxDChildGraphForestEdge>(*pDGraphManager()->pChildGraphForest()->pEdgeList())) {
-            // Those of objects that are out of the drawing have no identifier.
-            if (relation->pNode() != nullptr && hasID(relation) != 0) {
-                QxDOMElement& element = *Utilities::pAppendChild(section, names::NestingRelation);
-                writeID(element, names::ChildGraphRelation, relation);
-                createNestingRelation(*relation->pNode(), element);
+        const auto add = [&](const QxDNode& node) {
+            QxDOMElement& element = *Utilities::pAppendChild(section, names::NestingRelation);
+            writeID(element, names::ChildGraphRelation, node.pChildGraphForestEdge());
+            createNestingRelation(node, element);
+        };
+        for (const QxDGraph* graph : graphsOf(*pGraphManager())) {
+            if (graph->isHideGraph() != 0) {
+                for (const QxDNode* node : each<QxDNode>(*graph->pNodeList())) {
+                    if (node->pChildGraph() != nullptr) {
+                        add(*node);
+                    }
+                }
+                continue;
+            }
+            QxGraphDList children;
+            graph->buildChildGraphList(&children);
+            for (const QxDGraph* child : each<QxDGraph>(children)) {
+                if (child->pParentNode() != nullptr) {
+                    add(*child->pParentNode());
+                }
             }
         }
     });
