@@ -95,6 +95,11 @@ QxObject* QxTopLevelXMLReader::pObject(std::u16string_view id) const {
     return entry != nullptr ? entry->object : nullptr;
 }
 
+QxObject* QxTopLevelXMLReader::pObject(std::u16string_view id, ElementKind kind) const {
+    const Document::Entry* entry = m_document != nullptr ? m_document->find(id) : nullptr;
+    return entry != nullptr && entry->kind == kind ? entry->object : nullptr;
+}
+
 QxObject* QxTopLevelXMLReader::pElementObject(const QxDOMElement& element,
                                               QxXMLUtilities::Name attribute, ElementKind kind,
                                               bool isOptional) {

@@ -42,6 +42,8 @@ public:
 
     /// The object that has been made for the element of that identifier; null for none.
     QxObject* pObject(std::u16string_view id) const;
+    /// The same, when its element is of that kind.
+    QxObject* pObject(std::u16string_view id, qx::internal::ElementKind kind) const;
     /// The object that the attribute of the element names, and what it was read from has to be of
     /// that kind; null, and a repair is told, when there is no such object. An absent attribute
     /// tells nothing when `isOptional`.

@@ -102,13 +102,11 @@ std::vector<QxDGraph*> ComplexityReading::childGraphs() const {
 
 void ComplexityReading::expandHidden() {
     eachChild(names::HiddenObjects, names::Hidden, [this](const QxDOMElement& element) {
-        auto* const object =
-            static_cast<QxGraphObject*>(m_reader.pObject(Utilities::attribute(element, names::Id)));
-        const bool isNode = object != nullptr && object->isNode() != 0;
-        const QxDOMElement* const relation =
-            isNode ? pElementOf(static_cast<QxDNode&>(*object)) : nullptr;
+        auto* const node = static_cast<QxDNode*>(
+            m_reader.pObject(Utilities::attribute(element, names::Id), ElementKind::Node));
+        const QxDOMElement* const relation = node != nullptr ? pElementOf(*node) : nullptr;
         if (relation != nullptr) {
-            m_reader.processNestingRelation(static_cast<QxDNode&>(*object), *relation);
+            m_reader.processNestingRelation(*node, *relation);
         }
     });
 }
@@ -131,32 +129,24 @@ void ComplexityReading::hide() {
         QxDEdgeDList edges;
     };
     std::unordered_map<const QxGraph*, Lists> lists;
-    std::vector<QxDGraph*> order;
     std::vector<QxDEdge*> stranded;
     eachChild(names::HiddenObjects, names::Hidden, [&](const QxDOMElement& element) {
-        auto* const object = static_cast<QxGraphObject*>(
-            m_reader.pElementObject(element, names::Id, ElementKind::None));
-        if (object == nullptr || (object->isNode() == 0 && object->isEdge() == 0)) {
-            if (object != nullptr) {
-                m_reader.repair(element, "only nodes and edges can be hidden");
-            }
+        const std::u16string_view id = Utilities::attribute(element, names::Id);
+        auto* const node = static_cast<QxDNode*>(m_reader.pObject(id, ElementKind::Node));
+        auto* const edge = static_cast<QxDEdge*>(m_reader.pObject(id, ElementKind::Edge));
+        if (node == nullptr && edge == nullptr) {
+            m_reader.repair(element, "it names no node and no edge, which alone can be hidden");
             return;
         }
-        auto* const graph =
-            static_cast<QxDGraph*>(static_cast<QxGraphMember*>(object)->pOwnerGraph());
+        QxDGraph* const graph = node != nullptr ? node->pOwnerGraph() : edge->pOwnerGraph();
         if (graph == nullptr || graph->isIntergraph() != 0) {
             m_reader.repair(element, "an edge between graphs cannot be hidden; it shows");
-            return;
-        }
-        Lists& one = lists[graph];
-        if (object->isNode() != 0) {
-            one.nodes.appendNode(static_cast<QxDNode*>(object));
-        } else if (static_cast<QxDEdge*>(object)->connected() == 0 &&
-                   static_cast<QxDEdge*>(object)->deactivated() == 0 &&
-                   m_reader.drawingEdgeReader().isStranded(*static_cast<QxDEdge*>(object)) != 0) {
-            stranded.push_back(static_cast<QxDEdge*>(object));
+        } else if (node != nullptr) {
+            lists[graph].nodes.appendNode(node);
+        } else if (m_reader.drawingEdgeReader().isStranded(*edge) != 0) {
+            stranded.push_back(edge);
         } else {
-            one.edges.appendEdge(static_cast<QxDEdge*>(object));
+            lists[graph].edges.appendEdge(edge);
         }
     });
     // Hiding adds to the list of graphs.

@@ -64,10 +64,14 @@ ElementKind kindOf(std::u16string_view name) {
     return ElementKind::None;
 }
 
-/// Attributes that hold numbers wherever they stand.
-bool isNumeric(std::u16string_view name) {
-    for (const char16_t* known : {names::X, names::Y, names::Width, names::Height, names::Left,
-                                  names::Right, names::Upper, names::Bottom}) {
+/// The elements whose attributes are numbers, all of them.
+bool isMeasure(std::u16string_view name) {
+    for (const char16_t* known :
+         {names::Center, names::Size, names::OriginalSize, names::Point, names::InnerRect,
+          names::Proportional, names::Constant, names::ConstantOffset, names::ProportionalOffset,
+          names::SourceClipping, names::TargetClipping, names::CalculatedMargins,
+          names::MinimumMarginWidth, names::MinimumMarginHeight, names::DistanceFromSource,
+          names::Pinned, names::Transform}) {
         if (name == known) {
             return true;
         }
@@ -203,32 +207,36 @@ void Document::addId(const QxDOMElement& element, ElementKind kind) {
     }
 }
 
+void Document::checkNumbers(const QxDOMElement& element) {
+    const xercesc::DOMNamedNodeMap* const attributes = element.getAttributes();
+    for (XMLSize_t i = 0, n = attributes->getLength(); i < n; ++i) {
+        const xercesc::DOMNode* const one = attributes->item(i);
+        if (!isPlainNumber(one->getNodeValue())) {
+            m_reader.repair(element, numberFault(one->getNodeName(), one->getNodeValue()));
+        }
+    }
+}
+
 /// One walk over all elements: their identifiers, and numbers that are none or out of range.
 void Document::collectIds() {
+    struct Known {
+        ElementKind kind = ElementKind::None;
+        bool isMeasure = false;
+    };
     // The names of elements are kept once in a document, so that their addresses tell them apart.
-    std::unordered_map<const XMLCh*, ElementKind> kinds;
-    std::unordered_map<const XMLCh*, bool> numeric;
+    std::unordered_map<const XMLCh*, Known> kinds;
     const QxDOMElement* element = m_top;
     while (element != nullptr) {
         const XMLCh* const name = element->getNodeName();
-        const auto [known, isNew] = kinds.try_emplace(name, ElementKind::None);
+        const auto [known, isNew] = kinds.try_emplace(name);
         if (isNew) {
-            known->second = kindOf(name);
+            known->second = {kindOf(name), isMeasure(name)};
         }
-        if (known->second != ElementKind::None) {
-            addId(*element, known->second);
+        if (known->second.kind != ElementKind::None) {
+            addId(*element, known->second.kind);
         }
-        const xercesc::DOMNamedNodeMap* const attributes = element->getAttributes();
-        for (XMLSize_t i = 0, n = attributes->getLength(); i < n; ++i) {
-            const xercesc::DOMNode* const attribute = attributes->item(i);
-            const auto [one, isFirst] = numeric.try_emplace(attribute->getNodeName(), false);
-            if (isFirst) {
-                one->second = isNumeric(attribute->getNodeName());
-            }
-            if (one->second && !isPlainNumber(attribute->getNodeValue())) {
-                m_reader.repair(*element,
-                                numberFault(attribute->getNodeName(), attribute->getNodeValue()));
-            }
+        if (known->second.isMeasure) {
+            checkNumbers(*element);
         }
         const QxDOMElement* next = element->getFirstElementChild();
         while (next == nullptr && element != m_top) {

@@ -48,6 +48,7 @@ private:
     friend class SafeParser;
 
     void collectIds();
+    void checkNumbers(const QxDOMElement& element);
     void addId(const QxDOMElement& element, ElementKind kind);
 
     QxTopLevelXMLReader& m_reader;
