@@ -3,13 +3,15 @@
 
 // Nested graphs, and the edges between them.
 
-#include "BenchMeasure.h"
+#include "BenchDrawing.h"
 #include "qx/drawing/QxDEdge.h"
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxFactory.h"
 #include "qx/nesting/QxDNodePair.h"
+
+using qx::bench::BenchDrawing;
 
 namespace {
 
@@ -88,5 +90,63 @@ BENCHMARK(ExpandAndCollapse)
     ->ArgNames({"groups", "current"})
     ->ArgsProduct({{100, 1'000}, {0, 1}})
     ->Unit(benchmark::kMicrosecond);
+
+/// 10,000 nodes inside a node that is expanded and collapsed, 100 edges from them to some of the
+/// 100,000 nodes around.
+void ExpandAndCollapseLarge(benchmark::State& state) {
+    BenchDrawing drawing(100'000);
+    drawing.build();
+    QxDGraph* const inside = drawing.manager().addGraph(0);
+    std::vector<QxDNode*> nodes;
+    for (std::int32_t i = 0; i < 10'000; ++i) {
+        nodes.push_back(inside->addNodeWithCoordinates(i % 100 * 90, i / 100 * 90, 60, 40, 1, 0));
+    }
+    QxDNode& holder = drawing.middleNode();
+    holder.pChildGraph(inside);
+    for (std::size_t i = 0; i < 100; ++i) {
+        drawing.manager().addEdge(nodes[i * 97], drawing.nodes[i * 971], 0);
+    }
+    for (auto _ : state) {
+        holder.expand();
+        holder.collapse();
+    }
+}
+BENCHMARK(ExpandAndCollapseLarge)->Unit(benchmark::kMicrosecond);
+
+/// Hides one node with its four edges, and brings it back.
+void HideAndUnhide(benchmark::State& state) {
+    BenchDrawing drawing(state.range(0));
+    drawing.build();
+    const std::vector<QxDNode*> inner = drawing.innerNodes();
+    std::size_t next = 0;
+    for (auto _ : state) {
+        QxDNodeDList nodes;
+        nodes.appendNode(inner[next]);
+        next = (next + 7919) % inner.size();
+        drawing.graph().hide(&nodes, nullptr, nullptr, nullptr);
+        drawing.graph().unhide(&nodes, nullptr, nullptr, nullptr, 1);
+    }
+}
+BENCHMARK(HideAndUnhide)->Arg(10'000)->Arg(100'000);
+
+/// Folds 100 neighbours into a node of their own, and unfolds them.
+void FoldAndUnfold(benchmark::State& state) {
+    BenchDrawing drawing(state.range(0));
+    drawing.build();
+    const std::vector<QxDNode*> inner = drawing.innerNodes();
+    QxDNode* const folder = drawing.graph().addNodeWithCoordinates(-500, -500, 60, 40, 1, 0);
+    QxDGraph* const inside = drawing.manager().addGraph(0);
+    std::size_t next = 0;
+    for (auto _ : state) {
+        QxDNodeDList nodes;
+        for (std::size_t i = 0; i < 100; ++i) {
+            nodes.appendNode(inner[next + i]);
+        }
+        next = (next + 7919) % (inner.size() - 100);
+        drawing.graph().fold(folder, inside, &nodes, nullptr, nullptr, 1);
+        drawing.graph().unfold(folder, nullptr, nullptr, 1);
+    }
+}
+BENCHMARK(FoldAndUnfold)->Arg(10'000)->Arg(100'000)->Unit(benchmark::kMicrosecond);
 
 }  // namespace

@@ -15,13 +15,16 @@
 namespace qxtest {
 
 /// A drawing of graphs in nodes, edges within and between them, and random changes of all that.
+/// Listeners may edit it from inside any change, except while `isBusy`.
 class NestedWorld {
 public:
-    NestedWorld(QxFactory& factory, std::uint32_t seed)
-        : random(seed), manager(factory.newDGraphManager()) {
+    /// Graphs lie one in the other, as many as `levels` and more.
+    NestedWorld(QxFactory& factory, std::uint32_t seed, int levels = 0)
+        : random(seed), manager(factory.newDGraphManager()), m_levels(levels) {
         for (int i = 0; i < 6; ++i) {
             addGraph();
         }
+        deepen();
         for (int i = 0; i < 30; ++i) {
             addEdge();
         }
@@ -55,6 +58,15 @@ public:
 
     /// One change, which may find nothing to do.
     void step() {
+        if (nodes().size() < 10U) {
+            addGraph();
+        }
+        if (nodes().size() < 6U * static_cast<unsigned>(m_levels)) {
+            deepen();
+        }
+        while (edges().size() < 10U) {
+            addEdge();
+        }
         switch (random.below(16)) {
             case 0:
                 addGraph();
@@ -88,28 +100,61 @@ public:
         }
     }
 
+    /// A node of this world comes to the graph, which may be one of another.
+    void moveNodeTo(QxDGraph& to) {
+        const auto node = hold(random.pick(nodes()));
+        const auto graph = hold(&to);
+        if (node->hidden() != 0 || graph->isHideGraph() != 0) {
+            return;
+        }
+        if (node->pOwnerGraph()->removeNode(node.get()) != nullptr &&
+            graph->insertNode(node.get()) == nullptr && node->ownerValid() == 0) {
+            node->vRelease();
+        }
+    }
+
+    Ref<QxDGraph> addFoldGraph() {
+        ++isBusy;
+        auto graph = hold(manager->addGraph(0));
+        --isBusy;
+        return graph;
+    }
+
     TestRandom random;
     Ref<QxDGraphManager> manager;
+    int isBusy = 0;  ///< what has just come is not in its place yet
 
 private:
-    void addGraph() {
+    void addGraph() { addGraphIn(nodes().empty() ? nullptr : random.pick(nodes())); }
+
+    void deepen() {
+        for (int i = 0; i < m_levels; ++i) {
+            addGraphIn(manager->pLastGraph()->pFirstNode());
+        }
+    }
+
+    void addGraphIn(QxDNode* around) {
+        ++isBusy;
         QxDGraph* const graph = manager->addGraph(0);
-        if (manager->numberOfGraphs() > 1) {
-            random.pick(nodes())->pChildGraph(graph);
+        if (around != nullptr) {
+            around->pChildGraph(graph);
         }
         for (int i = 0; i < 5; ++i) {
             QxDNode* node = graph->addNodeWithCoordinates(random.below(300), random.below(300),
                                                           20 + random.below(20), 20, 1, 0);
             node->addConnector(1000, 0, 0, 0, 1, 0);
         }
+        --isBusy;
     }
 
     void addEdge() {
+        ++isBusy;
         const auto all = nodes();
         QxDEdge* edge = manager->addEdge(random.pick(all), random.pick(all), 0);
         if (random.chance(30)) {
             attach(*edge);
         }
+        --isBusy;
     }
 
     void changeEdge(QxDEdge* edge) {
@@ -142,36 +187,27 @@ private:
         }
     }
 
-    void moveNode() {
-        QxDNode* node = random.pick(nodes());
-        QxDGraph* graph = random.pick(graphs());
-        if (node->hidden() == 0 && graph->isHideGraph() == 0) {
-            node->pOwnerGraph()->removeNode(node);
-            if (graph->insertNode(node) == nullptr && node->pOwnerGraph() == nullptr) {
-                node->vRelease();
-            }
-        }
-    }
+    void moveNode() { moveNodeTo(*random.pick(graphs())); }
 
     void discardSomething() {
         if (random.chance(30) && manager->numberOfGraphs() > 4) {
-            QxDGraph* graph = random.pick(graphs());
-            graph =
-                manager->removeGraph(graph->isHideGraph() != 0 ? graph->pHideFromGraph() : graph);
+            const auto graph = hold(random.pick(graphs()));
+            const auto shown =
+                hold(graph->isHideGraph() != 0 ? graph->pHideFromGraph() : graph.get());
+            if (manager->removeGraph(shown.get()) == nullptr) {
+                return;
+            }
             if (random.chance(50)) {
-                manager->insertGraph(graph);
-                manager->discardGraph(random.chance(50) ? graph : nullptr);
+                manager->insertGraph(shown.get());
+                manager->discardGraph(random.chance(50) ? shown.get() : nullptr);
             } else {
-                graph->vRelease();
+                shown->vRelease();
             }
         } else if (random.chance(30)) {
             QxDNode* node = random.pick(nodes());
             node->pOwnerGraph()->discardNode(node);
         } else {
             manager->discardEdge(random.pick(edges()));
-        }
-        if (nodes().size() < 10) {
-            addGraph();
         }
     }
 
@@ -193,7 +229,7 @@ private:
                 break;
             case 2:
                 if (folder->pOwnerGraph() == graph && folder->pChildGraph() == nullptr) {
-                    graph->fold(folder, manager->addGraph(0), &some, nullptr, nullptr,
+                    graph->fold(folder, addFoldGraph().get(), &some, nullptr, nullptr,
                                 random.below(2));
                 }
                 break;
@@ -209,6 +245,8 @@ private:
             node.collapse();
         }
     }
+
+    int m_levels;
 };
 
 }  // namespace qxtest

@@ -5,6 +5,7 @@
 
 #include <gtest/gtest.h>
 
+#include <algorithm>
 #include <cstdlib>
 #include <map>
 #include <string>
@@ -12,8 +13,13 @@
 
 #include "drawing/DrawingTesting.h"
 #include "nesting/NestedWorld.h"
+#include "qx/drawing/QxDrawingFlags.h"
 #include "qx/drawing/QxPNode.h"
 #include "qx/drawing/QxPathIter.h"
+#include "qx/events/QxComplexityChangeListener.h"
+#include "qx/events/QxDEventManager.h"
+#include "qx/events/QxDrawingChangeListener.h"
+#include "qx/foundation/graph/QxGraphChangeListener.h"
 #include "qx/nesting/QxDChildGraphForestEdge.h"
 #include "qx/nesting/QxDChildGraphForestNode.h"
 #include "qx/nesting/QxExpandedNodeExtension.h"
@@ -27,6 +33,9 @@ public:
     using NestedWorld::NestedWorld;
 
     void edit() {
+        if (nodes().empty() || edges().empty()) {
+            return step();
+        }
         QxDNode* node = random.pick(nodes());
         QxDEdge* edge = random.pick(edges());
         QxDGraph* graph = random.pick(graphs());
@@ -42,9 +51,7 @@ public:
                               QxPoint(random.below(400), random.below(400)), 1);
                 break;
             case 3:
-                graph->nestedViewTopConstantSpacing(random.below(30));
-                graph->nestedViewLeftProportionalSpacing(
-                    static_cast<std::int16_t>(random.below(300)));
+                spaceOut(*hold(graph));
                 break;
             default:
                 changeComplexity();
@@ -69,9 +76,9 @@ public:
                 break;
             case 2:
                 if (node->pChildGraph() == nullptr) {
-                    QxDGraph* inner = manager->addGraph(0);
-                    if (graph->fold(node, inner, &some, nullptr, nullptr, 1) == 0) {
-                        manager->discardGraph(inner);
+                    const auto inner = addFoldGraph();
+                    if (graph->fold(node, inner.get(), &some, nullptr, nullptr, 1) == 0) {
+                        manager->discardGraph(inner.get());
                     }
                 }
                 break;
@@ -113,6 +120,19 @@ public:
         return manager->checkInvariants() == 1 ? "" : "the drawing is not sound";
     }
 
+    /// Marks that only last while something is done.
+    std::string leftover() const {
+        const auto bears = [](const auto& objects, std::uint32_t mark) {
+            return std::any_of(objects.begin(), objects.end(), [mark](const QxGraphObject* object) {
+                return (object->flagWord() & mark) != 0;
+            });
+        };
+        return bears(nodes(), qx::flags::NodeCollected)     ? "a node is marked"
+               : bears(edges(), qx::flags::EdgeCollected)   ? "an edge is marked"
+               : bears(graphs(), qx::flags::GraphCollected) ? "a graph is marked"
+                                                            : "";
+    }
+
     /// Places in the coordinates in which they are kept.
     std::map<const QxObject*, std::tuple<int, int, int, int>> coordinates() const {
         std::map<const QxObject*, std::tuple<int, int, int, int>> all;
@@ -136,6 +156,10 @@ public:
     }
 
 private:
+    void spaceOut(QxDGraph& graph) {
+        graph.nestedViewTopConstantSpacing(random.below(30));
+        graph.nestedViewLeftProportionalSpacing(static_cast<std::int16_t>(random.below(300)));
+    }
     bool showsPlainly(const QxDGraph* graph) const {
         while (graph != nullptr && graph != manager->pAnchorGraph()) {
             const auto* relation = static_cast<const QxDChildGraphForestEdge*>(
@@ -254,6 +278,74 @@ TEST_P(NestingSeeds, CyclesChangeNoCoordinate) {
 }
 
 INSTANTIATE_TEST_SUITE_P(Seeds, NestingSeeds, testing::Range(1U, 7U));
+
+/// Edits one of some worlds from inside every so many events.
+class Saboteur : public QxComplexityChangeListener,
+                 public QxDrawingChangeListener,
+                 public QxGraphChangeListener {
+public:
+    Saboteur(QxFactory& factory, std::uint32_t seed, std::vector<NestingWorld*> all)
+        : random(seed), worlds(std::move(all)) {
+        QxDEventManager* events = factory.pEventManager();
+        events->addComplexityChangeListener(&factory, this);
+        events->addDrawingChangeListener(&factory, this);
+        events->addGraphChangeListener(&factory, this);
+    }
+    using QxComplexityChangeListener::complexityChanged;
+    using QxDrawingChangeListener::drawingChanged;
+    using QxGraphChangeListener::graphChanged;
+    void complexityChanged(QxComplexityChangeEventData*) override { act(60); }
+    void drawingChanged(QxDrawingChangeEventData*) override { act(15); }
+    void graphChanged(QxGraphChangeEventData*) override { act(15); }
+
+    void act(int percent) {
+        const bool isBusy = std::any_of(worlds.begin(), worlds.end(),
+                                        [](const auto* world) { return world->isBusy != 0; });
+        if (isBusy || depth > 2 || !random.chance(percent)) {
+            return;
+        }
+        ++depth;
+        ++edits;
+        editSome();
+        --depth;
+    }
+    void editSome() {
+        NestingWorld& world = *random.pick(worlds);
+        if (random.chance(5) && !world.nodes().empty()) {
+            NestingWorld& other = *random.pick(worlds);
+            world.moveNodeTo(*random.pick(other.graphs()));
+        } else if (random.chance(2)) {
+            world.manager->expandAll();
+        } else if (random.chance(40)) {
+            world.step();
+        } else {
+            world.edit();
+        }
+    }
+
+    TestRandom random;
+    std::vector<NestingWorld*> worlds;
+    int depth = 0;
+    int edits = 0;
+};
+
+TEST_P(NestingSeeds, EverythingStandsWhateverListenersDo) {
+    const std::uint32_t seed = testSeed(GetParam());
+    SCOPED_TRACE(seedTrace(seed));
+    QxFactory factory;
+    NestingWorld first(factory, seed, 10);
+    NestingWorld second(factory, seed + 1000, 3);
+    Saboteur saboteur(factory, seed, {&first, &second});
+    for (int i = 0; i < 700; ++i) {
+        saboteur.editSome();
+        for (const NestingWorld* world : saboteur.worlds) {
+            ASSERT_EQ(world->fault(), "") << "at step " << i;
+            ASSERT_EQ(world->leftover(), "") << "at step " << i;
+        }
+        ASSERT_EQ(factory.pEventManager()->fireEvents(), 1) << "at step " << i;
+    }
+    EXPECT_GT(saboteur.edits, 100);
+}
 
 TEST(Nesting, GoesAsDeepAsAnyoneLikes) {
     constexpr int Depth = 8000;

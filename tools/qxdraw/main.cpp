@@ -4,12 +4,14 @@
 #include <CLI/CLI.hpp>
 #include <exception>
 #include <iostream>
+#include <tuple>
 
 #include "commands/DrawCommand.h"
 #include "commands/FindCommand.h"
 #include "commands/InfoCommand.h"
 #include "commands/Messages.h"
 #include "import/ImportError.h"
+#include "model/Names.h"
 #include "picture/PictureError.h"
 
 namespace {
@@ -17,12 +19,54 @@ namespace {
 constexpr int WorkFailed = 1;
 constexpr int WrongUsage = 2;
 
+void addViewOptions(CLI::App& command, qxdraw::ViewOptions& view) {
+    // An option may stand several times, each time with one value: FILE is none of them.
+    const auto addNames = [&](const char* name, std::vector<std::string>& names, const char* text) {
+        return command.add_option(name, names, text)->type_name("NAME")->allow_extra_args(false);
+    };
+    addNames("--collapse", view.collapse,
+             "Show a nested graph as a closed node; all: all of them; depth:N: those that lie in N "
+             "others or more")
+        ->check([](const std::string& value) { return qxdraw::collapseFault(value); });
+    addNames("--fold", view.fold, "Show these nodes as one closed node")
+        ->type_name("NAME[,NAME...]");
+    addNames("--hide", view.hide, "Leave out a node or nested graph, with its edges");
+    CLI::Option* only =
+        command
+            .add_option("--only", view.only,
+                        "Show only this node or nested graph and what lies around it")
+            ->type_name("NAME");
+    command.add_option("--depth", view.depth, "How many edges around it (default: 1)")
+        ->check(CLI::Range(0, 1'000'000))
+        ->needs(only);
+    using Way = qxdraw::ViewOptions::Way;
+    CLI::Option_group* ways = command.add_option_group("Ways around --only");
+    for (const auto& [name, way, text] :
+         {std::tuple("--parents", Way::Parents, "Follow edges against their direction"),
+          std::tuple("--children", Way::Children, "Follow edges along their direction"),
+          std::tuple("--both", Way::Both, "Follow edges both ways (default)")}) {
+        ways->add_flag_callback(
+                name, [&view, way = way] { view.way = way; }, text)
+            ->needs(only);
+    }
+    ways->require_option(0, 1);
+}
+
 CLI::App* addInfoCommand(CLI::App& app, qxdraw::InfoOptions& options) {
     CLI::App* command = app.add_subcommand("info", "Tell what a graph file holds");
     command->add_option("FILE", options.input, "DOT, GraphML or GML")->required();
+    addViewOptions(*command, options.view);
+    command
+        ->add_option("--explain", options.explain,
+                     "Tell whether a node, nested graph or edge is shown, else why not, and what "
+                     "is shown in its place")
+        ->type_name("NAME|NAME->NAME")
+        ->allow_extra_args(false);
     command->add_flag("--json", options.json, "Write JSON");
-    command->add_flag("-q,--quiet", options.quiet, "No warnings");
-    command->footer("Example:\n  qxdraw info samples/order-process.dot");
+    command->add_flag("-q,--quiet", options.quiet, "No warnings and progress");
+    command->footer(
+        "Examples:\n  qxdraw info samples/order-process.dot\n"
+        "  qxdraw info samples/order-process.dot --collapse all --explain pay");
     return command;
 }
 
@@ -51,13 +95,15 @@ CLI::App* addDrawCommand(CLI::App& app, qxdraw::DrawOptions& options) {
                                                : "the picture's name must end in .svg or .png";
         });
     addArrangingOptions(*command, options.arranging);
+    addViewOptions(*command, options.arranging.view);
     command->add_flag("--bends", options.showBends,
                       "Show how edges run: bends as dots, hollow where the edge is hidden, and "
                       "hidden parts as dashed lines up to the centers of the nodes");
     command->add_flag("-q,--quiet", options.quiet, "No warnings, notes, progress or summary");
     command->footer(
         "Examples:\n  qxdraw draw samples/graphviz-epl/unix.gv -o unix.svg\n"
-        "  qxdraw draw samples/mixed.gml --bends -o mixed.png");
+        "  qxdraw draw samples/mixed.gml --bends -o mixed.png\n"
+        "  qxdraw draw samples/order-process.dot --collapse cluster_shop -o order.svg");
     return command;
 }
 
@@ -84,6 +130,7 @@ CLI::App* addFindCommand(CLI::App& app, qxdraw::FindOptions& options) {
         ->check([](const std::string& text) { return qxdraw::pointFault(text); });
     where->require_option(1);
     addArrangingOptions(*command, options.arranging);
+    addViewOptions(*command, options.arranging.view);
     command->add_flag("--json", options.json, "Write JSON");
     command->add_flag("-q,--quiet", options.quiet, "No warnings, notes and progress");
     command->footer(
@@ -104,6 +151,9 @@ int finish(const std::string& input, const std::string& output, Work work) {
         return 0;
     } catch (const qxdraw::ImportError& error) {
         qxdraw::tell(input, error.line(), error.what());
+    } catch (const qxdraw::NameError& error) {
+        qxdraw::tell(input, 0, error.what());
+        return WrongUsage;
     } catch (const qxdraw::PictureError& error) {
         qxdraw::tell(output, 0, error.what());
     } catch (const std::bad_alloc&) {

@@ -4,7 +4,6 @@
 #include "qx/nesting/internal/Collection.h"
 
 #include <algorithm>
-#include <tuple>
 #include <type_traits>
 #include <utility>
 
@@ -24,13 +23,25 @@ void Collection::addNodes(const QxDList* nodes, const QxDGraph& graph, const QxD
     }
 }
 
-void Collection::sortAsListed(std::vector<QxDEdge*>& edges) {
-    const auto place = [](const QxDEdge* edge) {
-        const int list = edge->deactivated() != 0 ? 2 : edge->connected() != 0 ? 0 : 1;
-        return std::tuple(list, edge->listStamp());
+void Collection::addAsListed(const std::vector<QxDEdge*>& edges) {
+    struct Place {
+        int list;
+        std::uint64_t stamp;
+        QxDEdge* edge;
     };
-    std::sort(edges.begin(), edges.end(),
-              [&](const QxDEdge* a, const QxDEdge* b) { return place(a) < place(b); });
+    std::vector<Place> places;
+    places.reserve(edges.size());
+    for (QxDEdge* edge : edges) {
+        const int list = edge->deactivated() != 0 ? 2 : edge->connected() != 0 ? 0 : 1;
+        places.push_back({list, edge->listStamp(), edge});
+    }
+    std::sort(places.begin(), places.end(), [](const Place& a, const Place& b) {
+        return a.list != b.list ? a.list < b.list : a.stamp < b.stamp;
+    });
+    m_edges.reserve(places.size());
+    for (const Place& place : places) {
+        m_edges.add(place.edge);
+    }
 }
 
 void Collection::endMarks() {

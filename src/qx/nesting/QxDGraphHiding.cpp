@@ -181,9 +181,9 @@ bool Hiding::show() {
 
 /// The edges between graphs at a node that has come back which lie within its graph now.
 void Hiding::showEdgesOf(const QxDNode& node, Snapshot<QxDEdge>& shown) const {
-    for (QxDEdge* edge : Snapshot<QxDEdge>{node.pInEdgeList(), node.pOutEdgeList()}) {
-        const bool isWithin =
-            edge->intergraphEdge() != 0 && EdgeHome(*edge).pQueryGraph() == m_graph.get();
+    const auto isBetween = [](const QxDEdge& edge) { return edge.intergraphEdge() != 0; };
+    for (QxDEdge* edge : Snapshot<QxDEdge>({node.pInEdgeList(), node.pOutEdgeList()}, isBetween)) {
+        const bool isWithin = isBetween(*edge) && EdgeHome(*edge).pQueryGraph() == m_graph.get();
         if (isWithin && EdgeHome::bring(*edge)) {
             shown.add(edge);
         }
@@ -224,6 +224,11 @@ void QxDGraph::collectListsToBeUnhidden(const QxDNodeDList* nodes, const QxDEdge
 
 void QxDGraph::hide(const QxDNodeDList* nodes, const QxDEdgeDList* edges,
                     QxDNodeDList* hiddenNodeList, QxDEdgeDList* hiddenEdgeList) {
+    if (nodes != nullptr) {
+        for (const QxDNode* node : qx::internal::each<QxDNode>(*nodes)) {
+            fetchEdgesAt(*node);
+        }
+    }
     Hiding hiding(*this);
     hiding.collectToHide(nodes, edges);
     hiding.hide();

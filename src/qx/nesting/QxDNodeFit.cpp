@@ -11,8 +11,10 @@
 #include "qx/drawing/bounds/internal/Change.h"
 #include "qx/foundation/util/internal/Ref.h"
 #include "qx/nesting/QxExpandedNodeExtension.h"
+#include "qx/nesting/internal/ManagerExtras.h"
 
 using qx::internal::Change;
+using qx::internal::Ref;
 
 namespace {
 
@@ -61,14 +63,18 @@ int QxDNode::fitToNestedGraph(int keepNodeInPlace, int onlyTouchingBits, int fit
     if (expanded() == 0) {
         return 0;
     }
-    const qx::internal::Ref alive(*this);
+    const Ref alive(*this);
+    const Ref<QxDGraphManager> manager(pNestedGraph()->pOwnerGraphManager());
+    if (!manager) {
+        return 0;
+    }
+    const qx::internal::Refits::Fit fit(manager->managerExtras().refits);
     QxRect rect;
     getNewBoundingRectOnFitToNestedGraph(rect, 0, fitToMargins);
     if (vFitToNestedGraph(rect) == 0 || expanded() == 0) {
         return 0;
     }
-    const QxDGraphManager* manager = pNestedGraph()->pOwnerGraphManager();
-    if (isVisible() != 0 && manager != nullptr && manager->isReading() != 0) {
+    if (isVisible() != 0 && manager->isReading() != 0) {
         updateExpandedNodeForLayout(rect);
     } else {
         updateExpandedNodeForDiagramming(rect, keepNodeInPlace, onlyTouchingBits);
@@ -106,21 +112,27 @@ void QxDNode::updateExpandedNodeForDiagramming(const QxRect& rect, int keepNodeI
     if (expanded() == 0) {
         return;
     }
-    const qx::internal::Ref alive(*this);
+    const Ref alive(*this);
+    const auto apply = [&] {
+        const Ref nested(*pNestedGraph());
+        const QxTransform placed = *nested->pTransform();
+        const QxPoint center = iCenter();
+        if (!(rect.size() == iSize())) {
+            vResizeAdjustConnectors(rect.size());
+        }
+        // Listeners that hear of the new size may move the node or what is nested in it.
+        if (pNestedGraph() != nested.get() || !(iCenter() == center) ||
+            !(*nested->pTransform() == placed)) {
+            nested->refitAround(keepNodeInPlace);
+        } else if (keepNodeInPlace != 0) {
+            updateTransformForExpandedNode(rect.center());
+        } else if (!(rect.center() == center)) {
+            vMoveTo(rect.center());
+        }
+    };
     const bool isOnlyNoted = keepNodeInPlace != 0 && onlyTouchingBits != 0;
     if (!isOnlyNoted && !(rect == m_rect)) {
-        Change::ofGeometry(*this, [&] {
-            const QxSize size = rect.size();
-            const QxPoint center = rect.center();
-            if (!(size == iSize())) {
-                vResizeAdjustConnectors(size);
-            }
-            if (keepNodeInPlace != 0) {
-                updateTransformForExpandedNode(center);
-            } else if (!(center == iCenter())) {
-                vMoveTo(center);
-            }
-        });
+        Change::ofGeometry(*this, apply);
     }
     updateTouchingBits();
 }

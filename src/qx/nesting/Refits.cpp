@@ -19,12 +19,11 @@ void Refits::request(QxDGraph& graph, int keepNodeInPlace) {
         m_waiting.push_back({Ref<QxDGraph>(&graph), keepNodeInPlace});
     }
     if (!m_isServing) {
-        serve();
+        const Fit served(*this);
     }
 }
 
 void Refits::serve() {
-    m_isServing = true;
     while (!m_waiting.empty()) {
         const Request request = std::move(m_waiting.front());
         m_waiting.pop_front();
@@ -32,7 +31,6 @@ void Refits::serve() {
             node->fitToNestedGraph(request.keepNodeInPlace, 0, 0);
         }
     }
-    m_isServing = false;
 }
 
 }  // namespace qx::internal

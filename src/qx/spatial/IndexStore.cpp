@@ -87,6 +87,7 @@ std::int32_t IndexStore::slotOf(QxGraphObject& object, IndexKind kind) const {
 
 void IndexStore::setSlot(QxGraphObject& object, IndexKind kind, std::int32_t slot) {
     if (isOwn()) {
+        m_hasGivenSlots |= slot != NoIndexSlot;
         IndexSlot::of(object, kind) = slot;
         IndexSlot::isRegistered(object, slot != NoIndexSlot);
         if (kind == IndexKind::PathEdge && slot != NoIndexSlot) {
@@ -116,7 +117,7 @@ void IndexStore::clear() {
     m_isMoved.clear();
     m_engine.clear();
     m_slots.clear();
-    if (isOwn()) {
+    if (isOwn() && std::exchange(m_hasGivenSlots, false)) {
         eachObject(
             [&](QxGraphObject& object, IndexKind kind) { setSlot(object, kind, NoIndexSlot); });
     }

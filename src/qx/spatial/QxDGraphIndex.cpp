@@ -21,14 +21,8 @@ QxQTree* QxDGraph::vNewQuadTree(unsigned short excluded) {
 void QxDGraph::allocateQuadTree() {
     discardQuadTree();
     m_quadTree = vNewQuadTree(QxQTree::ExcludeConnectors);
-    if (m_quadTree == nullptr) {
-        return;
-    }
-    m_quadTree->m_store->becomeOwn();
-    for (const QxEdgeDList* list : {pEdgeList(), pDisconnectedEdgeList(), pDeactivatedEdgeList()}) {
-        for (QxDEdge* edge : qx::internal::each<QxDEdge>(*list)) {
-            edge->setFlag(qx::flags::EdgeIsTracked, 1);
-        }
+    if (m_quadTree != nullptr) {
+        m_quadTree->m_store->becomeOwn();
     }
 }
 

@@ -33,11 +33,10 @@ std::string writePng(const std::string&, double, double) {
 #endif
 
 /// Says what was read, moved and written.
-void tellResult(const DrawOptions& options, const GraphDocument& document, bool spring,
+void tellResult(const DrawOptions& options, std::size_t nodes, std::size_t edges, bool spring,
                 const Scene& scene) {
-    const std::size_t nodes = document.nodes.size();
-    std::cout << "read " << nodes << " nodes and " << document.edges.size() << " edges from "
-              << options.input << '\n';
+    std::cout << "read " << nodes << " nodes and " << edges << " edges from " << options.input
+              << '\n';
     if (spring) {
         std::cout << "moved " << nodes << " nodes by the spring embedder"
                   << (options.arranging.keepOverlaps ? "" : " and apart where they overlapped")
@@ -63,6 +62,8 @@ void runDraw(const DrawOptions& options) {
     if (!options.quiet) {
         tellWarnings(options.input, document);
     }
+    const std::size_t nodes = document.nodes.size();
+    const std::size_t edges = document.edges.size();
     const bool spring = usesSpring(options.arranging, document);
     const auto drawing = arrange(document, options.arranging,
                                  [&](double part) { progress.report("laying out", part); });
@@ -76,7 +77,7 @@ void runDraw(const DrawOptions& options) {
                                         ? svg
                                         : writePng(svg, scene.width(), scene.height()));
     if (!options.quiet) {
-        tellResult(options, document, spring, scene);
+        tellResult(options, nodes, edges, spring, scene);
     }
 }
 

@@ -16,11 +16,9 @@
 #include "import/DocumentReader.h"
 #include "import/ImportLimits.h"
 #include "import/Numbers.h"
-#include "qx/drawing/QxDrawingIters.h"
+#include "model/ShownObjects.h"
 #include "qx/drawing/QxEdgeVisiblePointDListIter.h"
-#include "qx/drawing/QxLabelIters.h"
 #include "qx/drawing/QxPEdge.h"
-#include "qx/spatial/QxQTree.h"
 
 namespace qxdraw {
 
@@ -63,23 +61,12 @@ struct Found {
 class Finder {
 public:
     Finder(const Drawing& drawing, const GraphDocument& document)
-        : m_drawing(drawing), m_document(document) {
-        for (std::size_t i = 0; i < drawing.numberOfNodes(); ++i) {
-            m_indexOf.emplace(&drawing.node(i), i);
-        }
-        for (std::size_t i = 0; i < drawing.numberOfEdges(); ++i) {
-            m_indexOf.emplace(&drawing.edge(i), i);
-        }
+        : m_drawing(drawing), m_document(document), m_shown(drawing) {
         for (const DrawnPort& port : drawing.ports()) {
             m_ports.emplace(port.connector, &port);
         }
         for (const DrawnLabel& label : drawing.labels()) {
             m_labelsInNodes.insert(label.isInside ? label.label : nullptr);
-        }
-        for (const DocumentGraph& graph : document.graphs) {
-            if (graph.node >= 0) {
-                m_containers.insert(&drawing.node(static_cast<std::size_t>(graph.node)));
-            }
         }
     }
 
@@ -95,18 +82,16 @@ private:
     /// Front first, as pictures are painted: labels over ports over nodes over edges, but for edges
     /// that end within nodes, and for nodes that others lie in. With a point only what holds it.
     std::vector<Found> find(const QxRect& region, const QxPoint* point) {
-        m_drawing.graph().pQuadTree()->buildLists(&region, &m_nodes, &m_nodeLabels, nullptr,
-                                                  &m_segments, &m_edgeLabels, nullptr,
-                                                  &m_connectors, &m_portLabels, 1);
+        m_shown.find(region, true);
         std::vector<Found> found;
-        addLabels(frontFirst<QxEdgeLabel, QxEdgeLabelDListIter>(m_edgeLabels), point, false, found);
-        addLabels(frontFirst<QxConnectorLabel, QxConnectorLabelDListIter>(m_portLabels), point,
-                  false, found);
-        addLabels(frontFirst<QxNodeLabel, QxNodeLabelDListIter>(m_nodeLabels), point, false, found);
-        addLabels(frontFirst<QxNodeLabel, QxNodeLabelDListIter>(m_nodeLabels), point, true, found);
-        for (const QxConnector* connector :
-             frontFirst<QxConnector, QxConnectorDListIter>(m_connectors)) {
-            if (point == nullptr || connector->within(*point, 1) != 0) {
+        addLabels(m_shown.edgeLabels, point, false, found);
+        addLabels(m_shown.connectorLabels, point, false, found);
+        addLabels(m_shown.nodeLabels, point, false, found);
+        addLabels(m_shown.graphLabels, point, false, found);
+        addLabels(m_shown.nodeLabels, point, true, found);
+        for (const QxConnector* connector : frontFirst(m_shown.connectors)) {
+            const bool isPort = m_ports.contains(connector);
+            if (isPort && (point == nullptr || connector->within(*point, 1) != 0)) {
                 found.push_back(described(*connector));
             }
         }
@@ -118,22 +103,17 @@ private:
         return found;
     }
 
-    template <class Object, class Iter, class List>
-    static std::vector<Object*> frontFirst(const List& list) {
-        std::vector<Object*> objects;
-        for (Object* object : Iter(&list)) {
-            objects.push_back(object);
-        }
+    template <class Object>
+    static std::vector<Object*> frontFirst(std::vector<Object*> objects) {
         std::reverse(objects.begin(), objects.end());
         return objects;
     }
 
-    template <class Labels>
-    void addLabels(const Labels& labels, const QxPoint* point, bool inNodes,
+    void addLabels(const std::vector<QxLabel*>& labels, const QxPoint* point, bool inNodes,
                    std::vector<Found>& found) const {
-        for (const QxLabel* label : labels) {
+        for (const QxLabel* label : frontFirst(labels)) {
             QxRect rect;
-            label->ntBoundingRect(rect);
+            label->getBoundingRect(rect, 0);
             if (m_labelsInNodes.contains(label) == inNodes &&
                 (point == nullptr || rect.within(*point) != 0)) {
                 found.push_back(described(*label));
@@ -141,10 +121,9 @@ private:
         }
     }
 
-    /// The edges of the segments that were found, each once.
     std::vector<QxDEdge*> foundEdges() const {
         std::vector<QxDEdge*> edges;
-        for (const QxPEdge* segment : frontFirst<QxPEdge, QxPEdgeDListIter>(m_segments)) {
+        for (const QxPEdge* segment : frontFirst(m_shown.segments)) {
             if (edges.empty() || edges.back() != segment->pOwnerEdge()) {
                 edges.push_back(segment->pOwnerEdge());
             }
@@ -168,8 +147,8 @@ private:
     }
 
     void addNodes(const QxPoint* point, bool containers, std::vector<Found>& found) const {
-        for (const QxDNode* node : frontFirst<QxDNode, QxDNodeDListIter>(m_nodes)) {
-            if (m_containers.contains(node) == containers &&
+        for (const QxDNode* node : frontFirst(m_shown.nodes)) {
+            if ((node->expanded() != 0) == containers &&
                 (point == nullptr || node->within(*point, 1) != 0)) {
                 found.push_back(described(*node));
             }
@@ -177,7 +156,7 @@ private:
     }
 
     const DocumentNode& documentNode(const QxDNode& node) const {
-        return m_document.nodes[m_indexOf.at(&node)];
+        return m_document.nodes[m_drawing.indexOf(node)];
     }
 
     std::string nameOf(const QxDEdge& edge) const {
@@ -214,7 +193,11 @@ private:
         Found found = foundKind("edge", nameOf(edge));
         found.bounds = bounds;
         addEnds(found.json, edge);
-        found.json["label"] = m_document.edges[m_indexOf.at(&edge)].label;
+        const DocumentEdge& source = m_document.edges[m_drawing.indexOf(edge)];
+        found.json["label"] = source.label;
+        if (source.standsFor > 0) {
+            found.json["stands_for"] = source.standsFor;
+        }
         return found;
     }
 
@@ -238,7 +221,7 @@ private:
         const std::string text = QxText::encodeUtf8(label.pNameString());
         Found found = foundKind("label", "'" + text + "' of ");
         found.json["text"] = text;
-        label.ntBoundingRect(found.bounds);
+        label.getBoundingRect(found.bounds, 0);
         if (const QxDEdge* edge = label.pOwnerEdge()) {
             found.words += "edge " + nameOf(*edge);
             found.json["of"] = "edge";
@@ -250,7 +233,14 @@ private:
             found.json["node"] = owner.json["node"];
             found.json["port"] = owner.json["port"];
         } else {
-            const Found owner = described(*label.pOwnerNode());
+            const QxDGraph* graph = label.pOwnerGraph();
+            if (graph != nullptr && graph->pNestedWithinNode() == nullptr) {
+                found.words += "the graph";
+                found.json["of"] = "graph";
+                return found;
+            }
+            const Found owner =
+                described(graph != nullptr ? *graph->pNestedWithinNode() : *label.pOwnerNode());
             found.words += owner.words;
             found.json["of"] = "node";
             found.json["node"] = owner.json["id"];
@@ -260,16 +250,9 @@ private:
 
     const Drawing& m_drawing;
     const GraphDocument& m_document;
-    std::unordered_map<const QxGraphObject*, std::size_t> m_indexOf;
+    ShownObjects m_shown;
     std::unordered_map<const QxConnector*, const DrawnPort*> m_ports;
     std::unordered_set<const QxLabel*> m_labelsInNodes;
-    std::unordered_set<const QxDNode*> m_containers;
-    QxDNodeDList m_nodes;
-    QxNodeLabelDList m_nodeLabels;
-    QxPEdgeDList m_segments;
-    QxEdgeLabelDList m_edgeLabels;
-    QxConnectorDList m_connectors;
-    QxConnectorLabelDList m_portLabels;
 };
 
 Json jsonOf(const QxRect& rect) {

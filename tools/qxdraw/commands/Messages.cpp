@@ -19,12 +19,6 @@ void tellWarnings(const std::string& file, const GraphDocument& document) {
     for (const DocumentWarning& warning : document.warnings) {
         tell(file, warning.line, "warning: " + warning.text);
     }
-    const std::size_t nested = document.graphs.size() - 1;
-    if (nested > 0) {
-        tell(file, 0,
-             "note: " + std::to_string(nested) +
-                 (nested == 1 ? " nested graph is drawn flat" : " nested graphs are drawn flat"));
-    }
 }
 
 }  // namespace qxdraw

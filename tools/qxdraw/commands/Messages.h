@@ -12,7 +12,7 @@ namespace qxdraw {
 /// Writes `qxdraw: file:line: text` to stderr, without the line when it is 0.
 void tell(const std::string& file, int line, const std::string& text);
 
-/// Tells what a reader passed over, and that nested graphs are drawn flat.
+/// Tells what a reader passed over.
 void tellWarnings(const std::string& file, const GraphDocument& document);
 
 }  // namespace qxdraw

@@ -12,7 +12,9 @@
 #include <unordered_map>
 #include <vector>
 
+#include "import/DotClusters.h"
 #include "import/DotLabels.h"
+#include "import/DotParsing.h"
 #include "import/DotPorts.h"
 #include "import/DotScanner.h"
 #include "import/DotSplines.h"
@@ -27,62 +29,6 @@
 namespace qxdraw {
 
 namespace {
-
-struct CloseGraph {
-    void operator()(Agraph_t* graph) const { agclose(graph); }
-};
-using GraphPointer = std::unique_ptr<Agraph_t, CloseGraph>;
-
-/// Graphviz reports through a function that takes no context.
-thread_local std::string parserMessages;
-
-extern "C" int keepMessage(char* message) {
-    parserMessages += message;
-    return 0;
-}
-
-/// Turns "Error: syntax error in line 4 near ';'" and what follows it into a reason and a line.
-ImportError parserError(std::string message) {
-    message = message.substr(0, message.find('\n'));
-    if (message.starts_with("Error: ")) {
-        message.erase(0, 7);
-    }
-    int line = 0;
-    constexpr std::string_view Mark = " in line ";
-    const std::size_t at = message.find(Mark);
-    if (at != std::string::npos) {
-        const std::size_t number = at + Mark.size();
-        const std::size_t end =
-            std::min(message.find_first_not_of("0123456789", number), message.size());
-        line = static_cast<int>(parseNumber(message.substr(number, end - number)).value_or(0));
-        message.erase(at, end - at);
-    }
-    return ImportError(message.empty() ? "no graph in it" : message, line);
-}
-
-GraphPointer parse(const std::string& text) {
-    // Tells a label that is empty from one that was never given.
-    agattr(nullptr, AGNODE, const_cast<char*>("label"), const_cast<char*>("\\N"));
-    parserMessages.clear();
-    agreseterrors();
-    const agusererrf before = agseterrf(keepMessage);
-    agsetfile(nullptr);
-    agreadline(1);
-    GraphPointer graph(agmemread(text.c_str()));
-    const bool failed = graph == nullptr || agerrors() != 0;
-    const std::string messages = parserMessages;
-    if (failed) {
-        // The parser's leftovers would spoil the next text; a graph without fault clears them.
-        constexpr int Attempts = 3;
-        for (int i = 0; i < Attempts && !GraphPointer(agmemread("graph{}")); ++i) {
-        }
-    }
-    agseterrf(before);
-    if (failed) {
-        throw parserError(messages);
-    }
-    return graph;
-}
 
 bool saysLatin1(Agraph_t* graph) {
     const char* charset = agget(graph, const_cast<char*>("charset"));
@@ -146,7 +92,7 @@ public:
             readNode(node);
         }
         readEdges();
-        readClusters(m_graph, 0);
+        readClusters();
         return std::move(m_document);
     }
 
@@ -286,17 +232,16 @@ private:
     }
 
     void readEdges() {
-        std::vector<Agedge_t*> edges;
         for (Agnode_t* node = agfstnode(m_graph); node != nullptr;
              node = agnxtnode(m_graph, node)) {
             for (Agedge_t* edge = agfstout(m_graph, node); edge != nullptr;
                  edge = agnxtout(m_graph, edge)) {
-                edges.push_back(edge);
+                m_edges.push_back(edge);
             }
         }
-        std::sort(edges.begin(), edges.end(),
+        std::sort(m_edges.begin(), m_edges.end(),
                   [](Agedge_t* a, Agedge_t* b) { return sequenceOf(a) < sequenceOf(b); });
-        for (Agedge_t* edge : edges) {
+        for (Agedge_t* edge : m_edges) {
             readEdge(edge);
         }
     }
@@ -355,38 +300,17 @@ private:
         return std::move(*bends);
     }
 
-    /// Clusters nest in clusters; subgraphs that are none only pass on what is in them. A node
-    /// belongs to the innermost cluster that names it first.
-    void readClusters(Agraph_t* graph, int parent) {
-        for (Agraph_t* sub : subgraphsOf(graph)) {
-            int index = parent;
-            if (std::string_view(agnameof(sub)).starts_with("cluster")) {
-                index = static_cast<int>(m_document.graphs.size());
-                m_document.graphs.push_back({graphLabel(sub), parent, -1});
-                moveNodes(sub, parent, index);
-            }
-            readClusters(sub, index);
+    void readClusters() {
+        DotClusters clusters(
+            m_document, [this](Agnode_t* node) { return m_indexOfNode.at(sequenceOf(node)); },
+            [this](Agraph_t* graph) { return graphLabel(graph); });
+        clusters.read(m_graph);
+        for (std::size_t i = 0; i < m_edges.size(); ++i) {
+            DocumentEdge& edge = m_document.edges[i];
+            clusters.endAtCluster(edge, true, m_edgeAttributes.get(m_edges[i], "ltail"));
+            clusters.endAtCluster(edge, false, m_edgeAttributes.get(m_edges[i], "lhead"));
         }
-    }
-
-    /// In document order; cgraph itself has them in an order that depends on addresses.
-    static std::vector<Agraph_t*> subgraphsOf(Agraph_t* graph) {
-        std::vector<Agraph_t*> subgraphs;
-        for (Agraph_t* sub = agfstsubg(graph); sub != nullptr; sub = agnxtsubg(sub)) {
-            subgraphs.push_back(sub);
-        }
-        std::sort(subgraphs.begin(), subgraphs.end(),
-                  [](Agraph_t* a, Agraph_t* b) { return sequenceOf(a) < sequenceOf(b); });
-        return subgraphs;
-    }
-
-    void moveNodes(Agraph_t* cluster, int from, int to) {
-        for (Agnode_t* node = agfstnode(cluster); node != nullptr;
-             node = agnxtnode(cluster, node)) {
-            const auto index = static_cast<std::size_t>(m_indexOfNode.at(sequenceOf(node)));
-            int& owner = m_document.nodes[index].graph;
-            owner = owner == from ? to : owner;
-        }
+        clusters.addWarnings();
     }
 
     Agraph_t* m_graph;
@@ -397,6 +321,7 @@ private:
     DotPorts m_ports{m_document};
     bool m_stacksRecords = false;  ///< the outermost fields lie under each other
     std::unordered_map<std::uint64_t, int> m_indexOfNode;
+    std::vector<Agedge_t*> m_edges;  ///< in document order
 };
 
 }  // namespace
@@ -408,13 +333,16 @@ GraphDocument readDot(std::string_view source) {
     if (text.find('\0') != std::string::npos) {
         requireUtf8Text(text);
     }
-    GraphPointer graph = parse(text);
+    std::vector<DocumentWarning> warnings;
+    ParsedDot graph = parseDot(text, warnings);
     if (!isAscii(text) && saysLatin1(graph.get())) {
         text = latin1ToUtf8(text);
-        graph = parse(text);
+        warnings.clear();
+        graph = parseDot(text, warnings);
     }
     requireUtf8Text(text);
     GraphDocument document = DotGraphReader(graph.get(), text).read();
+    document.warnings.insert(document.warnings.begin(), warnings.begin(), warnings.end());
     if (scan.lineAfterGraph != 0) {
         document.warnings.push_back({"only the first graph is read", scan.lineAfterGraph});
     }

@@ -11,6 +11,7 @@
 #include <unordered_map>
 #include <utility>
 
+#include "import/GmlGroups.h"
 #include "import/GmlParser.h"
 #include "import/ImportError.h"
 #include "import/Numbers.h"
@@ -36,6 +37,7 @@ public:
                 readNode(entry);
             }
         }
+        m_groups.nest(m_indexOfId);
         for (const GmlEntry& entry : m_graph.members) {
             if (entry.key == "edge") {
                 readEdge(entry);
@@ -99,6 +101,13 @@ private:
         node.line = entry.line;
         const GmlEntry* label = entry.find("label");
         node.label = label == nullptr ? id->text : label->text;
+        if (const GmlEntry* gid = entry.find("gid")) {
+            m_groups.addMember(index, integer(*gid), gid->line);
+        }
+        const GmlEntry* isGroup = entry.find("isGroup");
+        if (isGroup != nullptr && integer(*isGroup) != 0) {
+            m_groups.addGroup(index);
+        }
         if (const GmlEntry* graphics = entry.find("graphics")) {
             readNodeGraphics(node, *graphics);
             readPorts(index, *graphics);
@@ -222,6 +231,7 @@ private:
 
     const GmlEntry& m_graph;
     GraphDocument m_document;
+    GmlGroups m_groups{m_document};
     std::unordered_map<std::int64_t, int> m_indexOfId;
     std::map<std::pair<int, std::string>, int> m_indexOfPort;  ///< by node and name
 };

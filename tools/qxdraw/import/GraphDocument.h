@@ -83,13 +83,33 @@ struct DocumentEdge {
     bool arrowAtSource = false;
     bool arrowAtTarget = false;
     std::vector<DocumentPoint> bends;  ///< between the ends, from source to target
+    /// The nested graph around that end at whose border the edge is to be seen ending, index into
+    /// GraphDocument::graphs; -1: it ends at the node.
+    int sourceGraph = -1;
+    int targetGraph = -1;
+    int standsFor = 0;  ///< how many edges that cannot be drawn it is drawn for; 0: for itself
 };
 
-/// The graph itself (index 0) or one nested in it.
+/// A rectangle in world units, y upward.
+struct DocumentBox {
+    double left = 0;
+    double bottom = 0;
+    double right = 0;
+    double top = 0;
+
+    double width() const { return right - left; }
+    double height() const { return top - bottom; }
+    DocumentPoint center() const { return {(left + right) / 2, (bottom + top) / 2}; }
+};
+
+/// The graph itself (index 0) or one nested in it. Readers put parents before what is nested in
+/// them.
 struct DocumentGraph {
     std::string label;
     int parent = -1;  ///< index into GraphDocument::graphs; -1 for the graph itself
     int node = -1;    ///< the node it stands in, index into GraphDocument::nodes; -1: in none
+    std::string id;   ///< as the file names it
+    std::optional<DocumentBox> box;  ///< where the file shows it
 };
 
 /// Something a reader passed over, and the line where there is one.
@@ -98,8 +118,7 @@ struct DocumentWarning {
     int line = 0;
 };
 
-/// A graph as a file tells it, whatever the format. Nodes stand in document order, so that a node
-/// comes before what is nested in it.
+/// A graph as a file tells it, whatever the format, nodes and edges in document order.
 struct GraphDocument {
     std::string format;  ///< "DOT", "GraphML" or "GML"
     bool directed = false;

@@ -146,12 +146,23 @@ void GraphMLBuilder::openGraph(const GraphMLAttributes& attributes, int line) {
                                   " graphs inside each other",
                               line);
         }
-        const int index = static_cast<int>(m_document.graphs.size());
-        m_document.graphs.push_back(
-            {valueOr(attributes, "id", ""), m_openGraphs.back(), m_openNodes.back()});
-        m_openGraphs.push_back(index);
+        m_openGraphs.push_back(graphIn(m_openNodes.back(), valueOr(attributes, "id", ""), line));
     }
     m_directed.push_back(directed);
+}
+
+/// The graph nested in a node; a node that holds several shows them as one.
+int GraphMLBuilder::graphIn(int node, const std::string& id, int line) {
+    NodeState& state = m_nodeStates[static_cast<std::size_t>(node)];
+    if (state.nested < 0) {
+        state.nested = static_cast<int>(m_document.graphs.size());
+        m_document.graphs.push_back({"", m_openGraphs.back(), node, id, {}});
+    } else {
+        warnOnce("node '" + m_document.nodes[static_cast<std::size_t>(node)].id +
+                     "' holds several graphs; they are shown as one",
+                 line);
+    }
+    return state.nested;
 }
 
 void GraphMLBuilder::openNode(const GraphMLAttributes& attributes, int line) {

@@ -61,6 +61,7 @@ private:
     /// What a node has beside its place in the document.
     struct NodeState {
         int labelRank = 0;
+        int nested = -1;        ///< the graph in it; -1: none
         bool absolute = false;  ///< the center does not count from the node around it
         bool hasX = false;
         bool hasY = false;
@@ -82,6 +83,7 @@ private:
     Context contextOf(const std::string& name, int line);
     Context contextInGraph(const std::string& name, int line);
     void openGraph(const GraphMLAttributes& attributes, int line);
+    int graphIn(int node, const std::string& id, int line);
     void openNode(const GraphMLAttributes& attributes, int line);
     void openEdge(const GraphMLAttributes& attributes, int line);
     void openPort(const GraphMLAttributes& attributes, int line);

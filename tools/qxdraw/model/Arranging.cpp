@@ -5,13 +5,14 @@
 
 #include <algorithm>
 
+#include "model/Detours.h"
 #include "model/EdgeSpreading.h"
 #include "model/LabelMoving.h"
 #include "model/Labels.h"
+#include "model/NestedLayout.h"
+#include "model/Nesting.h"
 #include "model/NodeSizing.h"
 #include "model/Ports.h"
-#include "model/SpringLayout.h"
-#include "model/StartPlacement.h"
 
 namespace qxdraw {
 
@@ -34,25 +35,35 @@ bool usesSpring(const ArrangingOptions& options, const GraphDocument& document) 
                         [](const DocumentNode& node) { return node.center.has_value(); });
 }
 
+std::unique_ptr<Drawing> nestedDrawing(GraphDocument& document, const ViewOptions& view) {
+    nestDocument(document);
+    sizeNodes(document);
+    auto drawing = std::make_unique<Drawing>(document);
+    applyView(*drawing, document, view);
+    return drawing;
+}
+
 std::unique_ptr<Drawing> arrange(GraphDocument& document, const ArrangingOptions& options,
                                  std::function<void(double)> onProgress) {
-    const bool spring = usesSpring(options, document);
-    sizeNodes(document);
-    SpringLayoutOptions layout;
-    layout.edgeLength =
-        options.edgeLength > 0 ? options.edgeLength : comfortableEdgeLength(document);
+    NestedLayoutOptions layout;
+    layout.spring = usesSpring(options, document);
+    layout.edgeLength = options.edgeLength;
     layout.keepOverlaps = options.keepOverlaps;
     layout.onProgress = std::move(onProgress);
-    placeNodes(document, layout.edgeLength);
-    if (spring) {
+    if (layout.spring) {
         forgetBends(document);
-        layOut(document, layout);
     }
-    auto drawing = std::make_unique<Drawing>(document);
+    auto drawing = nestedDrawing(document, options.view);
+    addTitles(*drawing, document);
+    layOutNested(document, *drawing, layout);
+    drawing->place(document);
     connectPorts(*drawing, document);
     spreadEdges(*drawing);
+    if (layout.spring) {
+        leadAroundNodes(*drawing);  // else all stays as the file has it
+    }
     addLabels(*drawing, document);
-    moveLabelsApart(*drawing, document);
+    moveLabelsApart(*drawing);
     return drawing;
 }
 

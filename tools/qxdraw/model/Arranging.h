@@ -8,6 +8,7 @@
 #include <string>
 
 #include "model/Drawing.h"
+#include "model/View.h"
 
 namespace qxdraw {
 
@@ -16,14 +17,21 @@ struct ArrangingOptions {
     std::string layout;     ///< "none", "spring", or empty: as the file asks for
     double edgeLength = 0;  ///< 0: one that suits the drawing
     bool keepOverlaps = false;
+    ViewOptions view;
 };
 
 /// Whether the spring embedder places the nodes of the document, which has not been arranged yet.
 bool usesSpring(const ArrangingOptions& options, const GraphDocument& document);
 
+/// The drawing of a document that has not been arranged, nothing of it placed yet, of which so much
+/// is shown as the options ask for. What the document gets, and what is thrown: see below.
+std::unique_ptr<Drawing> nestedDrawing(GraphDocument& document, const ViewOptions& view);
+
 /// Makes a drawing of a document, whose nodes get sizes and centers, and whose bends go when a
-/// layout moves the nodes: with ports, bends and labels. `onProgress` hears from time to time what
-/// part of a layout is done, from 0 to 1.
+/// layout moves the nodes: with nested graphs, ports, bends and labels, and of that what the view
+/// options ask for. The document gets a node for each nested graph that stands in none, folder
+/// nodes and meta-edges, so that its nodes and edges are those of the drawing. `onProgress` hears
+/// from time to time what part of a layout is done, from 0 to 1. Throws NameError.
 std::unique_ptr<Drawing> arrange(GraphDocument& document, const ArrangingOptions& options,
                                  std::function<void(double)> onProgress);
 

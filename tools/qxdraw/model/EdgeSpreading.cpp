@@ -5,6 +5,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <map>
 #include <utility>
 
@@ -116,21 +117,48 @@ private:
     std::vector<std::vector<QxDEdge*>> m_bundles;
 };
 
+/// How many graphs are around an edge; the most for the innermost ones, -1 between graphs.
+int depthOf(const QxDEdge& edge) {
+    int depth = -1;
+    for (const QxDGraph* graph = edge.intergraphEdge() != 0 ? nullptr : edge.pOwnerGraph();
+         graph != nullptr; graph = graph->pNestedWithinGraph()) {
+        ++depth;
+    }
+    return depth;
+}
+
+void spread(const std::vector<QxDEdge*>& bundle) {
+    const QxDEdge& first = *bundle.front();
+    const QxDNode& source = *first.pSourceNode();
+    const QxDNode& target = *first.pTargetNode();
+    if (&source == &target) {
+        (hasPort(first) ? makePortLoops : makeLoops)(bundle);
+    } else if (!isShownIn(source, target) && !isShownIn(target, source) && hasPort(first) &&
+               leadAround(bundle)) {
+        return;
+    } else if (bundle.size() > 1) {
+        fanOut(bundle);
+    }
+}
+
 }  // namespace
 
 void spreadEdges(Drawing& drawing) {
     Bundles bundles;
     for (std::size_t i = 0; i < drawing.numberOfEdges(); ++i) {
-        if (drawing.edge(i).hasBends() == 0) {
+        if (drawing.edge(i).isVisible() != 0 && drawing.edge(i).hasBends() == 0) {
             bundles.add(drawing.edge(i));
         }
     }
+    // What sticks out in a nested graph makes its node larger, around which edges are led.
+    std::map<int, std::vector<const std::vector<QxDEdge*>*>, std::greater<>> byDepth;
     for (const std::vector<QxDEdge*>& bundle : bundles.all()) {
-        const QxDEdge& first = *bundle.front();
-        if (first.pSourceNode() == first.pTargetNode()) {
-            (hasPort(first) ? makePortLoops : makeLoops)(bundle);
-        } else if (!(hasPort(first) && leadAround(bundle)) && bundle.size() > 1) {
-            fanOut(bundle);
+        byDepth[depthOf(*bundle.front())].push_back(&bundle);
+    }
+    for (const auto& [depth, together] : byDepth) {
+        const BoundsRest rest(drawing);
+        for (const std::vector<QxDEdge*>* bundle : together) {
+            spread(*bundle);
         }
     }
 }

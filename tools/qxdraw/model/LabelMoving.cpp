@@ -16,11 +16,9 @@
 #include <limits>
 #include <unordered_set>
 
-#include "qx/drawing/QxDrawingIters.h"
+#include "model/ShownObjects.h"
 #include "qx/drawing/QxEdgeVisiblePointDListIter.h"
-#include "qx/drawing/QxLabelIters.h"
 #include "qx/drawing/QxPEdge.h"
-#include "qx/spatial/QxQTree.h"
 
 namespace qxdraw {
 
@@ -185,18 +183,12 @@ std::vector<Place> placesOf(const QxConnectorLabel& label) {
 /// Answers what is in the way of a label at a place, as a number.
 class Obstacles {
 public:
-    Obstacles(const Drawing& drawing, const GraphDocument& document) : m_drawing(drawing) {
-        for (const DocumentGraph& graph : document.graphs) {
-            if (graph.node >= 0) {
-                m_containers.insert(&drawing.node(static_cast<std::size_t>(graph.node)));
-            }
-        }
+    explicit Obstacles(const Drawing& drawing) : m_shown(drawing) {
         for (const DrawnLabel& label : drawing.labels()) {
-            if (label.isInside) {
+            if (label.isInside || label.isTitle) {
                 m_settled.insert(label.label);
             }
         }
-        drawing.graph().calculateQuadTree();
     }
 
     void settle(const QxLabel& label) { m_settled.insert(&label); }
@@ -211,25 +203,24 @@ public:
         constexpr double ManyLines = 48;  // no more than that: elsewhere it would not be better
         // What touches the border is not in the way.
         QxRect inner(rect.left() + 1, rect.bottom() + 1, rect.right() - 1, rect.top() - 1);
-        m_drawing.graph().pQuadTree()->buildLists(&inner, &m_nodes, &m_nodeLabels, nullptr,
-                                                  &m_lines, &m_edgeLabels, nullptr, &m_ports,
-                                                  &m_portLabels, 0);
-        m_hits += m_nodes.count() + m_nodeLabels.count() + m_lines.count() + m_edgeLabels.count() +
-                  m_ports.count() + m_portLabels.count();
-        double cost = labelCost<QxNodeLabelDListIter>(m_nodeLabels, label, rect) +
-                      labelCost<QxEdgeLabelDListIter>(m_edgeLabels, label, rect) +
-                      labelCost<QxConnectorLabelDListIter>(m_portLabels, label, rect);
-        for (QxDNodeDListIter it(&m_nodes); it; ++it) {
-            cost += nodeCost(*it.pNode(), label, rect);
+        m_shown.find(inner, false);
+        m_hits += static_cast<std::int64_t>(m_shown.count());
+        double cost = outOfTheBox(label, rect);
+        for (const auto* labels : {&m_shown.nodeLabels, &m_shown.edgeLabels,
+                                   &m_shown.connectorLabels, &m_shown.graphLabels}) {
+            cost += labelCost(*labels, label, rect);
         }
-        for (QxConnectorDListIter it(&m_ports); it; ++it) {
+        for (const QxDNode* node : m_shown.nodes) {
+            cost += nodeCost(*node, label, rect);
+        }
+        for (const QxConnector* connector : m_shown.connectors) {
             QxRect port;
-            it.pConnector()->ntBoundingRect(port);
+            connector->ntBoundingRect(port);
             cost += port.width() > 0 ? inTheWay(rect, port) : 0;
         }
         double others = 0;
-        for (QxPEdgeDListIter it(&m_lines); it; ++it) {
-            const bool isOwn = it.pEdge()->pOwnerEdge() == label.pOwnerEdge();
+        for (const QxPEdge* segment : m_shown.segments) {
+            const bool isOwn = segment->pOwnerEdge() == label.pOwnerEdge();
             (isOwn ? cost : others) += isOwn ? OwnLine : OtherLine;
         }
         cost += std::min(others, ManyLines);
@@ -237,6 +228,25 @@ public:
     }
 
 private:
+    /// A label of something in a nested graph belongs into its box, which it would stretch.
+    static double outOfTheBox(const QxLabel& label, const QxRect& rect) {
+        constexpr double Outside = 100;
+        const QxGraphObject* owner = label.pOwnerGraphObject();
+        const QxDGraph* graph = nullptr;
+        if (const QxDEdge* edge = label.pOwnerEdge()) {
+            graph = edge->pOwnerGraph();
+        } else if (owner != nullptr && owner->isNode() != 0) {
+            graph = static_cast<const QxDNode*>(owner)->pOwnerGraph();
+        }
+        const QxDNode* box = graph != nullptr ? graph->pNestedWithinNode() : nullptr;
+        return box == nullptr || isWithin(rect, *box->pIRect()) ? 0 : Outside;
+    }
+
+    static bool isWithin(const QxRect& rect, const QxRect& around) {
+        return rect.left() >= around.left() && rect.right() <= around.right() &&
+               rect.bottom() >= around.bottom() && rect.top() <= around.top();
+    }
+
     static double inTheWay(const QxRect& a, const QxRect& b) {
         constexpr double Hidden = 1000;
         const double width = std::min(a.right(), b.right()) - std::max(a.left(), b.left());
@@ -244,44 +254,35 @@ private:
         return width > 0 && height > 0 ? Hidden + width * height : 0;
     }
 
-    double nodeCost(const QxDNode& node, const QxLabel& label, const QxRect& rect) const {
+    static double nodeCost(const QxDNode& node, const QxLabel& label, const QxRect& rect) {
         constexpr double AtBorder = 30;
         const QxRect& other = *node.pIRect();
-        const bool isWithin = rect.left() >= other.left() && rect.right() <= other.right() &&
-                              rect.bottom() >= other.bottom() && rect.top() <= other.top();
         const QxConnector* port = label.pOwnerConnector();
-        if (port != nullptr && port->pOwnerNode() == &node && isWithin) {
+        if (port != nullptr && port->pOwnerNode() == &node && isWithin(rect, other)) {
             return 0;
         }
-        if (m_containers.contains(&node)) {
-            return isWithin ? 0 : AtBorder;
+        if (node.expanded() != 0) {
+            return isWithin(rect, other) ? 0 : AtBorder;
         }
         return inTheWay(rect, other);
     }
 
-    template <class Iter, class List>
-    double labelCost(const List& list, const QxLabel& label, const QxRect& rect) const {
+    double labelCost(const std::vector<QxLabel*>& labels, const QxLabel& label,
+                     const QxRect& rect) const {
         double cost = 0;
-        for (Iter it(&list); it; ++it) {
-            if (it.pLabel() != &label && m_settled.contains(it.pLabel())) {
+        for (const QxLabel* one : labels) {
+            if (one != &label && m_settled.contains(one)) {
                 QxRect other;
-                it.pLabel()->ntBoundingRect(other);
+                one->ntBoundingRect(other);
                 cost += inTheWay(rect, other);
             }
         }
         return cost;
     }
 
-    const Drawing& m_drawing;
+    ShownObjects m_shown;
     std::int64_t m_hits = 0;
-    std::unordered_set<const QxDNode*> m_containers;
     std::unordered_set<const QxLabel*> m_settled;
-    QxDNodeDList m_nodes;
-    QxNodeLabelDList m_nodeLabels;
-    QxPEdgeDList m_lines;
-    QxEdgeLabelDList m_edgeLabels;
-    QxConnectorDList m_ports;
-    QxConnectorLabelDList m_portLabels;
 };
 
 void settle(QxLabel& label, const std::vector<Place>& places, Obstacles& obstacles) {
@@ -306,9 +307,9 @@ void settle(QxLabel& label, const std::vector<Place>& places, Obstacles& obstacl
 
 }  // namespace
 
-void moveLabelsApart(Drawing& drawing, const GraphDocument& document) {
-    drawing.graph().disableGraphBounds(1, 0);
-    Obstacles obstacles(drawing, document);
+void moveLabelsApart(Drawing& drawing) {
+    const BoundsRest rest(drawing);
+    Obstacles obstacles(drawing);
     for (const DrawnLabel& drawn : drawing.labels()) {
         if (auto* label = dynamic_cast<QxConnectorLabel*>(drawn.label)) {
             settle(*label, placesOf(*label), obstacles);
@@ -325,7 +326,6 @@ void moveLabelsApart(Drawing& drawing, const GraphDocument& document) {
             settle(*label, placesOf(*label), obstacles);
         }
     }
-    drawing.graph().disableGraphBounds(0, 1);
 }
 
 }  // namespace qxdraw

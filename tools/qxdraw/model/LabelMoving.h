@@ -9,7 +9,7 @@ namespace qxdraw {
 
 /// Moves labels of edges and ports, and those beside nodes, off nodes and off each other, and where
 /// there is a choice off edges: each to the first place near its owner that is free, or to the one
-/// where least is in the way. Asks the spatial index of the graph, which it makes.
-void moveLabelsApart(Drawing& drawing, const GraphDocument& document);
+/// where least is in the way. Asks the spatial indexes of the graphs, which it makes.
+void moveLabelsApart(Drawing& drawing);
 
 }  // namespace qxdraw

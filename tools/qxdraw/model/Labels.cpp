@@ -6,6 +6,7 @@
 #include <cmath>
 
 #include "model/FieldLayout.h"
+#include "model/Nesting.h"
 #include "model/NodeSizing.h"
 
 namespace qxdraw {
@@ -62,37 +63,22 @@ TextBlock fitName(const DocumentNode& node) {
     return best.fontSize > 0 ? best : fitText(node.label, node.width / 2, node.height / 3);
 }
 
-void addName(Drawing& drawing, QxDNode& node, const DocumentNode& source, bool isContainer) {
-    TextBlock block = fitName(source);
-    if (isBlank(block)) {
-        return;
+void addName(Drawing& drawing, QxDNode& node, const DocumentNode& source) {
+    if (TextBlock block = fitName(source); !isBlank(block)) {
+        drawing.addLabel(node, source.label, std::move(block), true);
     }
-    const double down = (source.height - block.height()) / 2 - Padding;
-    QxNodeLabel* label = drawing.addLabel(node, source.label, std::move(block), true);
-    if (isContainer) {
-        label->ntMoveTo(node.ntX(), node.ntY() + static_cast<std::int32_t>(std::lround(down)));
-    }
-}
-
-std::vector<char> containersOf(const GraphDocument& document) {
-    std::vector<char> isContainer(document.nodes.size(), 0);
-    for (const DocumentGraph& graph : document.graphs) {
-        if (graph.node >= 0) {
-            isContainer[static_cast<std::size_t>(graph.node)] = 1;
-        }
-    }
-    return isContainer;
 }
 
 void addNodeLabels(Drawing& drawing, const GraphDocument& document) {
-    const std::vector<char> isContainer = containersOf(document);
     for (std::size_t i = 0; i < document.nodes.size(); ++i) {
         const DocumentNode& source = document.nodes[i];
         QxDNode& node = drawing.node(i);
-        if (source.fields != nullptr) {
-            addFields(drawing, node, source);
-        } else {
-            addName(drawing, node, source, isContainer[i] != 0);
+        if (node.isVisible() == 0) {
+            continue;
+        }
+        if (node.expanded() == 0) {
+            source.fields != nullptr ? addFields(drawing, node, source)
+                                     : addName(drawing, node, source);
         }
         if (TextBlock outer = smallText(source.outerLabel); !isBlank(outer)) {
             drawing.addLabel(node, source.outerLabel, std::move(outer));
@@ -114,7 +100,7 @@ void addEdgeLabels(Drawing& drawing, const GraphDocument& document) {
     using Place = DocumentEdgeLabel::Place;
     for (std::size_t i = 0; i < document.edges.size(); ++i) {
         const DocumentEdge& source = document.edges[i];
-        if (drawing.edge(i).hasVisiblePart() == 0) {
+        if (drawing.edge(i).isVisible() == 0 || drawing.edge(i).hasVisiblePart() == 0) {
             continue;
         }
         if (TextBlock text = smallText(source.label); !isBlank(text)) {
@@ -136,11 +122,19 @@ void addEdgeLabels(Drawing& drawing, const GraphDocument& document) {
 }  // namespace
 
 void addLabels(Drawing& drawing, const GraphDocument& document) {
-    drawing.graph().disableGraphBounds(1, 0);
+    const BoundsRest rest(drawing);
     addNodeLabels(drawing, document);
     addPortLabels(drawing, document);
     addEdgeLabels(drawing, document);
-    drawing.graph().disableGraphBounds(0, 1);
+}
+
+void addTitles(Drawing& drawing, const GraphDocument& document) {
+    for (std::size_t i = 0; i < document.graphs.size(); ++i) {
+        TextBlock title = titleOf(document, static_cast<int>(i));
+        if (!title.lines.empty() && drawing.graph(i).isVisible() != 0) {
+            drawing.addTitle(i, document.graphs[i].label, std::move(title));
+        }
+    }
 }
 
 }  // namespace qxdraw

@@ -8,8 +8,11 @@
 namespace qxdraw {
 
 /// Gives the drawing the labels of its document: names and fields within nodes, texts beside nodes
-/// and ports, texts along edges. They stand where the model places them; names of nodes that others
-/// lie in stand at the top.
+/// and ports, texts along edges. They stand where the model places them. What is not shown gets
+/// none, nor do nodes that show a graph: that has a title.
 void addLabels(Drawing& drawing, const GraphDocument& document);
+
+/// Gives the shown graphs their titles, for which room is left when the drawing is placed.
+void addTitles(Drawing& drawing, const GraphDocument& document);
 
 }  // namespace qxdraw

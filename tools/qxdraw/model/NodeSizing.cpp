@@ -105,23 +105,27 @@ double innerHeight(const DocumentShape& shape, double innerWidth) {
     return 0;
 }
 
+void sizeNode(DocumentNode& node) {
+    const bool growsWide = node.width <= 0 || node.growsWithLabel;
+    const bool growsHigh = node.height <= 0 || node.growsWithLabel;
+    // A node that the document makes small and leaves without a name stays that small.
+    const bool needsRoom =
+        !node.label.empty() || node.fields != nullptr || node.width <= 0 || node.height <= 0;
+    if (needsRoom && (growsWide || growsHigh)) {
+        const Extent extent = extentForName(node);
+        node.width = growsWide ? std::max(node.width, extent.width) : node.width;
+        node.height = growsHigh ? std::max(node.height, extent.height) : node.height;
+    }
+    if (node.shape.square) {
+        node.width = node.height = std::max(node.width, node.height);
+    }
+    node.width = std::ceil(node.width);
+    node.height = std::ceil(node.height);
+}
+
 void sizeNodes(GraphDocument& document) {
     for (DocumentNode& node : document.nodes) {
-        const bool growsWide = node.width <= 0 || node.growsWithLabel;
-        const bool growsHigh = node.height <= 0 || node.growsWithLabel;
-        // A node that the document makes small and leaves without a name stays that small.
-        const bool needsRoom =
-            !node.label.empty() || node.fields != nullptr || node.width <= 0 || node.height <= 0;
-        if (needsRoom && (growsWide || growsHigh)) {
-            const Extent extent = extentForName(node);
-            node.width = growsWide ? std::max(node.width, extent.width) : node.width;
-            node.height = growsHigh ? std::max(node.height, extent.height) : node.height;
-        }
-        if (node.shape.square) {
-            node.width = node.height = std::max(node.width, node.height);
-        }
-        node.width = std::ceil(node.width);
-        node.height = std::ceil(node.height);
+        sizeNode(node);
     }
 }
 

@@ -35,6 +35,9 @@ public:
     void run() {
         noteOtherEnds();
         for (std::size_t i = 0; i < m_document.nodes.size(); ++i) {
+            if (m_drawing.node(i).isVisible() == 0) {
+                continue;
+            }
             for (std::size_t port = 0; port < m_document.nodes[i].ports.size(); ++port) {
                 if (m_document.nodes[i].ports[port].isMarked) {
                     connectorAt(i, port, {});
@@ -44,6 +47,10 @@ public:
         for (std::size_t i = 0; i < m_document.edges.size(); ++i) {
             const DocumentEdge& edge = m_document.edges[i];
             QxDEdge& drawn = m_drawing.edge(i);
+            if (drawn.isVisible() == 0) {
+                continue;
+            }
+            connectInside(drawn);
             if (edge.sourcePort >= 0) {
                 drawn.pSourceConnector(&connectorAt(index(edge.source), index(edge.sourcePort),
                                                     centerOf(edge.target)));
@@ -63,10 +70,40 @@ private:
 
     /// For ports whose place is left open: where their edges lead, on the whole.
     void noteOtherEnds() {
-        for (const DocumentEdge& edge : m_document.edges) {
-            noteOtherEnd(edge.source, edge.sourcePort, edge.target);
-            noteOtherEnd(edge.target, edge.targetPort, edge.source);
+        for (std::size_t i = 0; i < m_document.edges.size(); ++i) {
+            const DocumentEdge& edge = m_document.edges[i];
+            if (m_drawing.edge(i).isVisible() != 0) {
+                noteOtherEnd(edge.source, edge.sourcePort, edge.target);
+                noteOtherEnd(edge.target, edge.targetPort, edge.source);
+            }
         }
+    }
+
+    /// An edge between a node and something that is shown in it ends at the border, near the other
+    /// end; toward the middle of the node nothing of it would be seen.
+    void connectInside(QxDEdge& edge) {
+        QxDNode& source = *edge.pSourceNode();
+        QxDNode& target = *edge.pTargetNode();
+        if (isShownIn(target, source)) {
+            edge.pSourceConnector(&borderConnector(source, *target.pIRect()));
+        } else if (isShownIn(source, target)) {
+            edge.pTargetConnector(&borderConnector(target, *source.pIRect()));
+        }
+    }
+
+    QxConnector& borderConnector(QxDNode& node, const QxRect& inner) {
+        const QxRect& rect = *node.pIRect();
+        const DocumentPoint center = toPlace(inner.center());
+        const std::array<DocumentPoint, 4> places = {{{1.0 * rect.left(), center.y},
+                                                      {center.x, 1.0 * rect.bottom()},
+                                                      {1.0 * rect.right(), center.y},
+                                                      {center.x, 1.0 * rect.top()}}};
+        const std::array<double, 4> gaps = {
+            1.0 * inner.left() - rect.left(), 1.0 * inner.bottom() - rect.bottom(),
+            1.0 * rect.right() - inner.right(), 1.0 * rect.top() - inner.top()};
+        const auto nearest = std::min_element(gaps.begin(), gaps.end()) - gaps.begin();
+        return m_drawing.addConnector(node, places[static_cast<std::size_t>(nearest)],
+                                      QxSize(0, 0));
     }
 
     void noteOtherEnd(int node, int port, int other) {
@@ -183,9 +220,8 @@ private:
 }  // namespace
 
 void connectPorts(Drawing& drawing, const GraphDocument& document) {
-    drawing.graph().disableGraphBounds(1, 0);
+    const BoundsRest rest(drawing);
     PortConnection(drawing, document).run();
-    drawing.graph().disableGraphBounds(0, 1);
 }
 
 }  // namespace qxdraw

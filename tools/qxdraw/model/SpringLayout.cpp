@@ -81,11 +81,15 @@ void moveToCenters(Drawing& drawing, const GraphDocument& document) {
     }
 }
 
-/// The document with at most one edge between two nodes. Each edge pulls, and a bundle would pull
-/// its ends so close together that nobody could tell its edges apart.
+/// The document as one graph with at most one edge between two nodes. Each edge pulls, and a bundle
+/// would pull its ends so close together that nobody could tell its edges apart.
 GraphDocument withoutBundles(const GraphDocument& document) {
     GraphDocument result = document;
     result.edges.clear();
+    result.graphs.resize(1);
+    for (DocumentNode& node : result.nodes) {
+        node.graph = 0;
+    }
     std::set<std::pair<int, int>> joined;
     for (const DocumentEdge& edge : document.edges) {
         if (edge.source != edge.target &&
@@ -134,6 +138,12 @@ void layOut(GraphDocument& document, const SpringLayoutOptions& options) {
         QxForceScan(&drawing.graph()).run();
         readCenters(drawing, document);
     }
+}
+
+void pushApart(GraphDocument& document) {
+    const Drawing drawing(withoutBundles(document));
+    QxForceScan(&drawing.graph()).run();
+    readCenters(drawing, document);
 }
 
 }  // namespace qxdraw

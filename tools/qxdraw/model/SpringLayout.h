@@ -21,4 +21,7 @@ struct SpringLayoutOptions {
 /// side by side, and overlaps are removed.
 void layOut(GraphDocument& document, const SpringLayoutOptions& options);
 
+/// Removes overlaps of nodes, which have centers and sizes.
+void pushApart(GraphDocument& document);
+
 }  // namespace qxdraw

@@ -24,7 +24,8 @@ struct SceneNode {
     ShapeKind kind = ShapeKind::Rectangle;
     std::vector<DocumentPoint> corners;  ///< polygons: in world units
     std::vector<SceneLine> dividers;     ///< between the fields of its label
-    bool isContainer = false;            ///< other nodes lie in it
+    bool isContainer = false;            ///< it shows a graph
+    bool isClosed = false;               ///< there is a graph in it, which it does not show
     int group = 0;                       ///< nodes of one group share their colours; 0: of none
 };
 
@@ -34,6 +35,7 @@ struct SceneEdge {
     bool arrowAtSource = false;
     bool arrowAtTarget = false;
     bool isOverNodes = false;  ///< it ends within a node
+    int standsFor = 0;         ///< how many edges it is painted for; 0: itself
 };
 
 /// The mark of a port.
@@ -47,6 +49,7 @@ struct SceneLabel {
     DocumentPoint center;
     TextBlock text;
     bool isInNode = false;  ///< any other may have lines behind it
+    bool isTitle = false;   ///< of a graph
 };
 
 /// A bend of an edge, painted as a dot.

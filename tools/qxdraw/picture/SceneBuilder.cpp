@@ -3,9 +3,11 @@
 
 #include "picture/SceneBuilder.h"
 
+#include <cstddef>
 #include <unordered_set>
 
 #include "model/FieldLayout.h"
+#include "model/Nesting.h"
 #include "qx/drawing/QxEdgeVisiblePointDListIter.h"
 #include "qx/drawing/QxPathIter.h"
 #include "qx/foundation/geometry/QxPointDList.h"
@@ -101,29 +103,47 @@ void addEdges(Scene& scene, const Drawing& drawing, const GraphDocument& documen
     }
     for (std::size_t i = 0; i < drawing.numberOfEdges(); ++i) {
         QxDEdge& source = drawing.edge(i);
+        if (source.isVisible() == 0) {
+            continue;
+        }
         SceneEdge edge = sceneEdge(source);
         if (edge.points.size() < 2) {
             continue;
         }
         edge.arrowAtSource = document.edges[i].arrowAtSource;
         edge.arrowAtTarget = document.edges[i].arrowAtTarget;
+        edge.standsFor = document.edges[i].standsFor;
         edge.isOverNodes =
             inner.contains(source.pSourceConnector()) || inner.contains(source.pTargetConnector());
         scene.edges.push_back(std::move(edge));
     }
 }
 
+/// Outer boxes before those in them.
+void addBoxes(Scene& scene, const Drawing& drawing, const GraphDocument& document) {
+    for (const int graph : outsideIn(document)) {
+        const auto index = static_cast<std::size_t>(graph);
+        const QxDNode* node = drawing.graph(index).pNestedWithinNode();
+        if (node != nullptr && node->isVisible() != 0) {
+            SceneNode box = sceneNode(*node);
+            box.isContainer = true;
+            box.group = graph;
+            scene.nodes.push_back(std::move(box));
+        }
+    }
+}
+
 void addNodes(Scene& scene, const Drawing& drawing, const GraphDocument& document) {
     for (std::size_t i = 0; i < drawing.numberOfNodes(); ++i) {
-        SceneNode node = sceneNode(drawing.node(i));
+        const QxDNode& source = drawing.node(i);
+        if (source.isVisible() == 0 || source.expanded() != 0) {
+            continue;
+        }
+        SceneNode node = sceneNode(source);
         node.group = document.nodes[i].graph;
+        node.isClosed = source.collapsed() != 0;
         addDividers(node, document.nodes[i]);
         scene.nodes.push_back(std::move(node));
-    }
-    for (const DocumentGraph& graph : document.graphs) {
-        if (graph.node >= 0) {
-            scene.nodes[static_cast<std::size_t>(graph.node)].isContainer = true;
-        }
     }
 }
 
@@ -136,7 +156,10 @@ void addPortsAndLabels(Scene& scene, const Drawing& drawing, const GraphDocument
         }
     }
     for (const DrawnLabel& label : drawing.labels()) {
-        scene.labels.push_back({toPlace(label.label->ntCenter()), label.text, label.isInside});
+        QxPoint center;
+        if (label.label->getCenter(center, 0) != 0) {
+            scene.labels.push_back({toPlace(center), label.text, label.isInside, label.isTitle});
+        }
     }
 }
 
@@ -176,6 +199,7 @@ Scene buildScene(const Drawing& drawing, const GraphDocument& document) {
     scene.top = page.top();
     scene.title = nameOf(drawing.graph());
     addEdges(scene, drawing, document);
+    addBoxes(scene, drawing, document);
     addNodes(scene, drawing, document);
     addPortsAndLabels(scene, drawing, document);
     return scene;
@@ -184,9 +208,11 @@ Scene buildScene(const Drawing& drawing, const GraphDocument& document) {
 void addPaths(Scene& scene, const Drawing& drawing) {
     for (std::size_t i = 0; i < drawing.numberOfEdges(); ++i) {
         QxDEdge& edge = drawing.edge(i);
-        edge.updateVisiblePart();
-        addHiddenLines(scene, edge);
-        addBends(scene, edge);
+        if (edge.isVisible() != 0) {
+            edge.updateVisiblePart();
+            addHiddenLines(scene, edge);
+            addBends(scene, edge);
+        }
     }
 }
 

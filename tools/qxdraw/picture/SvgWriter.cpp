@@ -59,6 +59,10 @@ public:
         }
         writePorts();
         writeNames();
+        if (std::any_of(m_scene.labels.begin(), m_scene.labels.end(),
+                        [](const SceneLabel& label) { return label.isTitle; })) {
+            writeTitles();
+        }
         writeLabels();
         writeHiddenLines();
         writeBends();
@@ -112,16 +116,32 @@ private:
             if (edge.isOverNodes == overNodes) {
                 m_svg += "<path";
                 attribute("d", pathOf(edge));
+                if (edge.standsFor > 0) {
+                    attribute("stroke-width", svgNumber(widthOf(edge)));
+                }
                 m_svg += "/>\n";
             }
         }
         m_svg += "</g>\n";
     }
 
+    /// Wider for more edges, but no wall for very many.
+    static double widthOf(const SceneEdge& edge) {
+        constexpr double Widest = 8;
+        return std::min(2.2 + std::log2(static_cast<double>(edge.standsFor)), Widest);
+    }
+
+    /// Arrow heads stay wider than the lines.
+    static double arrowScale(const SceneEdge& edge) {
+        constexpr double Share = 0.3;
+        return edge.standsFor > 0 ? Share * widthOf(edge) + Share : 1;
+    }
+
     /// The line stops inside its arrow head, whose tip would be blunt otherwise.
-    static DocumentPoint shortened(const DocumentPoint& tip, const DocumentPoint& from) {
+    static DocumentPoint shortened(const DocumentPoint& tip, const DocumentPoint& from,
+                                   double scale) {
         const double length = std::hypot(tip.x - from.x, tip.y - from.y);
-        const double cut = std::min(ArrowLength * 0.8, length / 2);
+        const double cut = std::min(ArrowLength * scale * 0.8, length / 2);
         return length > 0 ? DocumentPoint{tip.x + (from.x - tip.x) * cut / length,
                                           tip.y + (from.y - tip.y) * cut / length}
                           : tip;
@@ -130,10 +150,10 @@ private:
     std::string pathOf(const SceneEdge& edge) const {
         std::vector<DocumentPoint> points = edge.points;
         if (edge.arrowAtSource) {
-            points.front() = shortened(points[0], points[1]);
+            points.front() = shortened(points[0], points[1], arrowScale(edge));
         }
         if (edge.arrowAtTarget) {
-            points.back() = shortened(points.back(), points[points.size() - 2]);
+            points.back() = shortened(points.back(), points[points.size() - 2], arrowScale(edge));
         }
         std::string path = command('M', points.front());
         for (std::size_t i = 1; i + 1 < points.size(); ++i) {
@@ -162,25 +182,28 @@ private:
                 continue;
             }
             if (edge.arrowAtTarget) {
-                writeArrow(edge.points.back(), edge.points[edge.points.size() - 2]);
+                writeArrow(edge.points.back(), edge.points[edge.points.size() - 2],
+                           arrowScale(edge));
             }
             if (edge.arrowAtSource) {
-                writeArrow(edge.points[0], edge.points[1]);
+                writeArrow(edge.points[0], edge.points[1], arrowScale(edge));
             }
         }
         m_svg += "</g>\n";
     }
 
-    void writeArrow(const DocumentPoint& tip, const DocumentPoint& from) {
+    void writeArrow(const DocumentPoint& tip, const DocumentPoint& from, double scale) {
         const double length = std::hypot(tip.x - from.x, tip.y - from.y);
         if (length <= 0) {
             return;
         }
         const double ux = (tip.x - from.x) / length;
         const double uy = (tip.y - from.y) / length;
-        const DocumentPoint base{tip.x - ux * ArrowLength, tip.y - uy * ArrowLength};
-        const DocumentPoint left{base.x - uy * ArrowHalfWidth, base.y + ux * ArrowHalfWidth};
-        const DocumentPoint right{base.x + uy * ArrowHalfWidth, base.y - ux * ArrowHalfWidth};
+        const double back = ArrowLength * scale;
+        const double aside = ArrowHalfWidth * (scale > 1 ? 1.4 * scale : 1);
+        const DocumentPoint base{tip.x - ux * back, tip.y - uy * back};
+        const DocumentPoint left{base.x - uy * aside, base.y + ux * aside};
+        const DocumentPoint right{base.x + uy * aside, base.y - ux * aside};
         m_svg += "<path";
         attribute("d", command('M', tip) + command('L', left) + command('L', right) + 'Z');
         m_svg += "/>\n";
@@ -192,11 +215,27 @@ private:
         m_svg += "<g stroke-width=\"1.4\" stroke-linejoin=\"round\">\n";
         for (const SceneNode& node : m_scene.nodes) {
             if (node.isContainer == containers) {
+                if (node.isClosed) {
+                    writeSheetsBehind(node);
+                }
                 writeOutline(node);
                 writeDividers(node);
             }
         }
         m_svg += "</g>\n";
+    }
+
+    /// A node with a graph in it that is not shown looks like the first of several sheets.
+    void writeSheetsBehind(const SceneNode& node) {
+        constexpr double Step = 3;
+        for (const double by : {2 * Step, Step}) {
+            SceneNode sheet = node;
+            sheet.center = {node.center.x + by, node.center.y - by};
+            for (DocumentPoint& corner : sheet.corners) {
+                corner = {corner.x + by, corner.y - by};
+            }
+            writeOutline(sheet);
+        }
     }
 
     void writeDividers(const SceneNode& node) {
@@ -258,6 +297,9 @@ private:
             attribute("rx", svgNumber(std::min({4.0, node.width / 4, node.height / 4})));
         }
         attribute("fill", colours.fill);
+        if (node.isContainer) {
+            attribute("fill-opacity", "0.45");
+        }
         attribute("stroke", colours.stroke);
         m_svg += "/>\n";
     }
@@ -290,12 +332,25 @@ private:
         m_svg += "</g>\n";
     }
 
+    void writeTitles() {
+        m_svg +=
+            "<g text-anchor=\"middle\" fill=\"#3f4a57\" font-weight=\"bold\" "
+            "stroke=\"#ffffff\" stroke-width=\"2.5\" stroke-linejoin=\"round\" "
+            "paint-order=\"stroke\">\n";
+        for (const SceneLabel& label : m_scene.labels) {
+            if (label.isTitle) {
+                writeText(label);
+            }
+        }
+        m_svg += "</g>\n";
+    }
+
     void writeLabels() {
         m_svg +=
             "<g text-anchor=\"middle\" fill=\"#3f4a57\" stroke=\"#ffffff\" stroke-width=\"3\" "
             "stroke-linejoin=\"round\" paint-order=\"stroke\">\n";
         for (const SceneLabel& label : m_scene.labels) {
-            if (!label.isInNode) {
+            if (!label.isInNode && !label.isTitle) {
                 writeText(label);
             }
         }

@@ -204,6 +204,11 @@ public:
     QxChildGraphForestNode* pChildGraphForestNode() const { return m_forestNode; }
     /// @}
 
+protected:
+    /// Asks the memory for the edges at a node and what they hang on, which is far away in a large
+    /// drawing, all at once and before it is needed.
+    static void fetchEdgesAt(const QxNode& node);
+
 private:
     friend class qx::internal::GraphChange;
     friend class QxChildGraphForest;
@@ -218,9 +223,6 @@ private:
     void dismiss(QxGraphMember* member, QxDList& list);
     bool disconnectOwnEdgesAt(QxNode* node);
     void tellGraphsOfIntergraphEdgesAt(QxNode* node);
-    /// Asks the memory for the edges at a node and what they hang on, which is far away in a large
-    /// drawing, all at once and before it is needed.
-    static void fetchEdgesAt(const QxNode& node);
     static void discardEdgesAt(QxNode* node);
     void leaveMembersToHeir();
     template <class L>

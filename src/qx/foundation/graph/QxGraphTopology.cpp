@@ -343,10 +343,12 @@ void QxGraph::tellGraphsOfIntergraphEdgesAt(QxNode* node) {
     for (QxEdge* edge : attachedEdgesAt(node)) {
         edge->settleBetweenManagers();
     }
-    for (QxEdge* edge :
-         Snapshot<QxEdge>{node->pInEdgeList(), node->pOutEdgeList(), node->pDisconnectedEdgeList(),
-                          node->pDeactivatedEdgeList()}) {
-        if (edge->intergraphEdge() == 0 || !isAt(edge, node)) {
+    const auto isBetween = [](const QxEdge& edge) { return edge.intergraphEdge() != 0; };
+    const Snapshot<QxEdge> between({node->pInEdgeList(), node->pOutEdgeList(),
+                                    node->pDisconnectedEdgeList(), node->pDeactivatedEdgeList()},
+                                   isBetween);
+    for (QxEdge* edge : between) {
+        if (!isBetween(*edge) || !isAt(edge, node)) {
             continue;
         }
         if (node->pOwnerGraph() == this) {

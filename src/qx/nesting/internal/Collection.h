@@ -53,7 +53,8 @@ private:
         return (edge->flagWord() & flags::EdgeCollected) != 0;
     }
     static void mark(QxDEdge* edge) { edge->setFlag(flags::EdgeCollected, 1); }
-    static void sortAsListed(std::vector<QxDEdge*>& edges);
+    /// In the order of the lists of their graph.
+    void addAsListed(const std::vector<QxDEdge*>& edges);
 
     Snapshot<QxDNode> m_nodes;
     Snapshot<QxDEdge> m_edges;
@@ -75,6 +76,7 @@ void Collection::addEdges(const QxDList* edges, const Suits& suits) {
 template <class Suits>
 void Collection::addEdgesAtNodes(const QxDGraph& graph, const Suits& suits) {
     std::vector<QxDEdge*> found;
+    found.reserve(4 * m_nodes.size());
     for (const QxDNode* node : m_nodes) {
         for (const QxDList* list : {static_cast<const QxDList*>(node->pInEdgeList()),
                                     static_cast<const QxDList*>(node->pOutEdgeList()),
@@ -90,10 +92,7 @@ void Collection::addEdgesAtNodes(const QxDGraph& graph, const Suits& suits) {
             }
         }
     }
-    sortAsListed(found);
-    for (QxDEdge* edge : found) {
-        m_edges.add(edge);
-    }
+    addAsListed(found);
 }
 
 }  // namespace qx::internal

@@ -12,9 +12,9 @@ namespace qx::internal {
 
 /// Fits expanded nodes to their nested graphs when the bounds of these change.
 ///
-/// A fit changes the bounds of the graph around, which asks for the next fit: requests that come
-/// while one is served wait here and are served after it, innermost first, so that nesting depth
-/// costs no stack.
+/// A fit changes the bounds of the graph around, which asks for the next fit, and its listeners may
+/// change anything. Requests that come during a fit wait here and are served after it, innermost
+/// first: so nesting depth costs no stack, and no fit finds another one half done.
 class Refits {
 public:
     Refits() = default;
@@ -23,6 +23,26 @@ public:
 
     /// The bounds of `graph`, a nested graph, have changed; see QxDNode::fitToNestedGraph.
     void request(QxDGraph& graph, int keepNodeInPlace);
+
+    /// A fit: while it lasts requests wait; the outermost one serves them at its end.
+    class [[nodiscard]] Fit {
+    public:
+        explicit Fit(Refits& refits) : m_refits(refits), m_isOutermost(!refits.m_isServing) {
+            refits.m_isServing = true;
+        }
+        ~Fit() {
+            if (m_isOutermost) {
+                m_refits.serve();
+                m_refits.m_isServing = false;
+            }
+        }
+        Fit(const Fit&) = delete;
+        Fit& operator=(const Fit&) = delete;
+
+    private:
+        Refits& m_refits;
+        bool m_isOutermost;
+    };
 
     /// While it lasts the node around one graph is left as it is: whoever holds it fits it himself.
     class [[nodiscard]] Hold {

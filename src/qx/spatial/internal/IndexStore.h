@@ -101,6 +101,9 @@ private:
     bool m_isPending = false;
     /// Something has come while changes were not taken in.
     bool m_hasMissed = false;
+    /// Objects may know a slot of theirs. A tree that was never asked about anything goes without a
+    /// walk over its graph.
+    bool m_hasGivenSlots = false;
     QuadEngine m_engine;
     Answer m_scratch;
     std::vector<std::uint32_t> m_moved;

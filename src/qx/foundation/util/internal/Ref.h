@@ -105,11 +105,24 @@ public:
         }
     }
 
+    /// Of the lists only what suits.
+    template <class Suits>
+    Snapshot(std::initializer_list<const QxDList*> lists, const Suits& suits) {
+        for (const QxDList* list : lists) {
+            for (const QxDListCell* cell = list->pFirstCell(); cell; cell = cell->pNextCell()) {
+                if (auto* object = static_cast<T*>(cell->pObject()); suits(*object)) {
+                    add(object);
+                }
+            }
+        }
+    }
+
+    void reserve(std::size_t count) { m_objects.reserve(m_objects.size() + count); }
     void add(const QxDList* list) {
-        if (list == nullptr) {
+        if (list == nullptr || list->pFirstCell() == nullptr) {
             return;
         }
-        m_objects.reserve(m_objects.size() + static_cast<std::size_t>(list->count()));
+        reserve(static_cast<std::size_t>(list->count()));
         for (const QxDListCell* cell = list->pFirstCell(); cell; cell = cell->pNextCell()) {
             add(static_cast<T*>(cell->pObject()));
         }
