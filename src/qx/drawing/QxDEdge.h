@@ -162,6 +162,8 @@ public:
     virtual QxPNode* addBendAfter(QxPNode* bend, const QxPoint& point, int inOwnGraph);
     /// The raw step, in owner-graph coordinates: graph bounds are left to the caller.
     QxPNode* ntAddBend(QxPEdge* segment, const QxPoint& point);
+    /// The raw step behind the last bend, for an edge in any state.
+    QxPNode* ntAppendBend(const QxPoint& point);
     /// Removes and destroys a bend; the segment that entered it stays. 0 when it is not this
     /// edge's.
     virtual int discardBend(QxPNode* bend);

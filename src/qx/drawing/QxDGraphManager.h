@@ -208,8 +208,9 @@ public:
     /// Whether copies are remembered by their sources.
     int storeClones() const { return hasFlag(qx::flags::ManagerStoreClones); }
     int storeClones(int v) { return change(qx::flags::ManagerStoreClones, v); }
-    /// Whether a document is being read.
+    /// Whether a document is being read: indexes, meta-edges and the fits of expanded nodes rest.
     int isReading() const { return hasFlag(qx::flags::ManagerReading); }
+    int isReading(int v) { return change(qx::flags::ManagerReading, v); }
     /// @}
 
 protected:

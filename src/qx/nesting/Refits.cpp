@@ -63,7 +63,8 @@ void Refits::perform(const Request& request) {
 
 void QxDGraph::refitAround(int keepNodeInPlace) {
     if (pNestedWithinNode() != nullptr) {
-        if (QxDGraphManager* manager = pOwnerGraphManager()) {
+        QxDGraphManager* const manager = pOwnerGraphManager();
+        if (manager != nullptr && manager->isReading() == 0) {  // a reader fits each node once
             const qx::internal::Ref alive(*manager);
             manager->managerExtras().refits.request(*this, keepNodeInPlace);
         }
