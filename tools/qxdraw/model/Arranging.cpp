@@ -64,6 +64,9 @@ std::unique_ptr<Drawing> arrange(GraphDocument& document, const ArrangingOptions
     }
     addLabels(*drawing, document);
     moveLabelsApart(*drawing);
+    if (layout.spring) {
+        renewLoopsOfBoxes(*drawing);
+    }
     return drawing;
 }
 

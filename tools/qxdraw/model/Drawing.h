@@ -148,6 +148,9 @@ private:
     std::vector<DrawnPort> m_ports;
 };
 
+/// The same constant margin on all sides of a graph.
+void setMargins(QxDGraph& graph, std::int32_t margin);
+
 /// Whether a node lies, at any depth, in the graph that another one shows.
 bool isShownIn(const QxDNode& inner, const QxDNode& outer);
 

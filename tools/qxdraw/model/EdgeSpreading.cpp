@@ -219,4 +219,19 @@ void leadAroundPorts(QxDEdge& edge) {
     leadAround({&edge});
 }
 
+void renewLoopsOfBoxes(Drawing& drawing) {
+    Bundles bundles;
+    for (std::size_t i = 0; i < drawing.numberOfEdges(); ++i) {
+        QxDEdge& edge = drawing.edge(i);
+        if (edge.isVisible() != 0 && edge.pSourceNode() == edge.pTargetNode() &&
+            edge.pSourceNode()->expanded() != 0 && !hasPort(edge)) {
+            bundles.add(edge);
+        }
+    }
+    const BoundsRest rest(drawing);
+    for (const std::vector<QxDEdge*>& bundle : bundles.all()) {
+        makeLoops(bundle);
+    }
+}
+
 }  // namespace qxdraw

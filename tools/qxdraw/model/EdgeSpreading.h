@@ -28,4 +28,7 @@ void spreadEdges(Drawing& drawing, const SpreadingOptions& options);
 void spreadLoops(QxDNode& node);
 void leadAroundPorts(QxDEdge& edge);
 
+/// Makes the loops at nodes that show graphs anew: labels in these may have made the nodes larger.
+void renewLoopsOfBoxes(Drawing& drawing);
+
 }  // namespace qxdraw

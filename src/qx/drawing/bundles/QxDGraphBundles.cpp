@@ -43,8 +43,8 @@ struct PairHash {
     }
 };
 
-/// Every edge at a node of the graph once, node by node, those that come in before those that leave;
-/// the edges between graphs, which have no nodes of their own, in the order of their list.
+/// Every edge at a node of the graph once, node by node, those that come in before those that
+/// leave; the edges between graphs, which have no nodes of their own, in the order of their list.
 template <class Act>
 void eachEdgeAtNodes(const QxDGraph& graph, const Act& act) {
     if (graph.isIntergraph() != 0) {
@@ -67,8 +67,8 @@ void eachEdgeAtNodes(const QxDGraph& graph, const Act& act) {
     }
 }
 
-/// The edges at nodes of the graph that have siblings, by their pairs, each pair in the order of the
-/// list of edges.
+/// The edges at nodes of the graph that have siblings, by their pairs, each pair in the order of
+/// the list of edges.
 std::vector<Siblings> siblingsIn(const QxDGraph& graph) {
     constexpr std::size_t Alone = ~std::size_t{0};
     struct Group {

@@ -70,8 +70,7 @@ void completeAlongAxes(std::vector<QxPoint>& points, bool startsHorizontal, bool
     const QxPoint last = points.back();
     const QxPoint lastButOne = points[points.size() - 2];
     if (needsCorner(first, second, startsHorizontal)) {
-        points.insert(points.begin() + 1,
-                      cornerAtEnd(first, second, startsHorizontal, isHalfway));
+        points.insert(points.begin() + 1, cornerAtEnd(first, second, startsHorizontal, isHalfway));
     }
     if (needsCorner(last, lastButOne, endsHorizontal)) {
         points.insert(points.end() - 1, cornerAtEnd(last, lastButOne, endsHorizontal, isHalfway));
