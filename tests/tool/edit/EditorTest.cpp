@@ -55,9 +55,7 @@ TEST_F(EditorTest, MovesSizesAndBends) {
     EXPECT_EQ(node("a").iCenter(), QxPoint(-20, 25));
     EXPECT_THAT(run("resize a 80 60\nshape a diamond"), HasSubstr("a given another shape"));
     EXPECT_EQ(node("a").iSize(), QxSize(80, 60));
-    EXPECT_EQ(run("bend a->b#2 50,-90 90,-95"),
-              "bends of a->b: 2 added; bounds now x -60 to 315, "
-              "y -95 to 242");
+    EXPECT_THAT(run("bend a->b#2 50,-90 90,-95"), HasSubstr("bends of a->b: 2 added; bounds now"));
     EXPECT_THAT(run("connector b right a->b#2"), HasSubstr("a->b connected elsewhere"));
     EXPECT_EQ(drawing->edge(1).pTargetConnector()->ntCenter().x(), node("b").ntRight());
     EXPECT_EQ(run("# nothing\n\nmove a by 0 0"), "nothing changed");

@@ -109,7 +109,8 @@ private:
     std::vector<std::vector<QxDEdge*>> m_bundles;
 };
 
-/// Lays the loops of a node out above it; those that have bends keep them.
+/// Lays the loops of a node out above it, also those that have been laid out before; those that
+/// have other bends keep them.
 void makeLoops(QxDNode& node) {
     struct BentLoop {
         QxDEdge* edge;
@@ -118,7 +119,9 @@ void makeLoops(QxDNode& node) {
     std::vector<BentLoop> bent;
     for (QxOutDEdgeIter it(&node); it; ++it) {
         QxDEdge* edge = it.pEdge();
-        if (edge->reflexive() != 0 && edge->hasBends() != 0) {
+        const bool isLaidOut = edge->pInternalSourceConnector() != nullptr ||
+                               edge->pInternalTargetConnector() != nullptr;
+        if (edge->reflexive() != 0 && edge->hasBends() != 0 && !isLaidOut) {
             bent.push_back({edge, {}});
             for (QxPathNodeIter bend(edge); bend; ++bend) {
                 bent.back().bends.appendPoint(bend.pNode()->iCenter());
@@ -127,10 +130,8 @@ void makeLoops(QxDNode& node) {
     }
     node.reorganizeReflexiveEdges();
     for (const BentLoop& loop : bent) {
-        if (!hasPort(*loop.edge)) {
-            loop.edge->pSourceConnector(nullptr);
-            loop.edge->pTargetConnector(nullptr);
-        }
+        loop.edge->pSourceConnector(nullptr);
+        loop.edge->pTargetConnector(nullptr);
         loop.edge->reroute(loop.bends, 1);
     }
 }
@@ -230,7 +231,7 @@ void renewLoopsOfBoxes(Drawing& drawing) {
     }
     const BoundsRest rest(drawing);
     for (const std::vector<QxDEdge*>& bundle : bundles.all()) {
-        makeLoops(bundle);
+        makeLoops(*bundle.front()->pSourceNode());
     }
 }
 
