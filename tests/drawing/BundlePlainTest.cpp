@@ -323,7 +323,7 @@ TEST(Bundles, ListenersMayCarryEdgesOffMeanwhile) {
     EXPECT_EQ(connector->ntCenter(), QxPoint(200, 20));
 
     edges[1]->pSourceConnector(nullptr);
-    drawing.addBend(edges[1], 100, 100);
+    drawing.addBend(edges[2], 100, 100);
     drawing.manager->controlStarted(1);
     listener.act = [&] { drawing.graph->removeEdge(edges[0]); };
     const QxShape oval(QxShapeTypeOval);
