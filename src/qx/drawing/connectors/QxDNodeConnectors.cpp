@@ -308,9 +308,9 @@ void QxDNode::actOnUpdateConnectors(const QxRect& rectAtStart, const QxRect& rec
 
 namespace {
 
-/// What another shape of a node does to the calculated connectors there. Bundles are looked for once
-/// for each node at the other end and each direction: any number of parallel edges costs no more
-/// each than a few.
+/// What another shape of a node does to the calculated connectors there. Bundles are looked for
+/// once for each node at the other end and each direction: any number of parallel edges costs no
+/// more each than a few.
 class BundlesAt {
 public:
     explicit BundlesAt(QxDNode& node) : m_node(node) {}
