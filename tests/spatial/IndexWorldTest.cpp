@@ -382,5 +382,28 @@ TEST(CurvedEdges, AreFoundWithinTheRectanglesOfTheirSegments) {
     }
 }
 
+TEST(NestedIndex, NodesGoWhoseEdgesHaveTheirSlotsInALargerIndex) {
+    QxFactory factory;
+    QxDGraphManager* manager = factory.newDGraphManager();
+    QxDGraph* outer = manager->addGraph(0);
+    QxDGraph* inner = manager->addGraph(0);
+    QxDNode* box = outer->addNodeWithCoordinates(500, 500, 40, 40, 1, 0);
+    box->pChildGraph(inner);
+    box->expand();
+    QxDNode* node = inner->addNodeWithCoordinates(0, 0, 40, 40, 1, 0);
+    QxDNode* far = outer->addNodeWithCoordinates(0, 0, 40, 40, 1, 0);
+    for (int i = 0; i < 30; ++i) {
+        manager->addEdge(far, node, 0);
+    }
+    const QxRect everything(-2000, -2000, 2000, 2000);
+    for (QxDGraph* graph : {outer, inner, manager->pIntergraph()}) {
+        graph->calculateQuadTree();
+        EXPECT_EQ(graph->pQuadTree()->overlaps(&everything, 1, 0, 1, 0, 0, 0, 0, 0), 1);
+    }
+    inner->discardNode(node);
+    EXPECT_EQ(manager->checkInvariants(), 1);
+    manager->vRelease();
+}
+
 }  // namespace
 }  // namespace qxtest

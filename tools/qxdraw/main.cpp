@@ -6,6 +6,8 @@
 #include <iostream>
 #include <tuple>
 
+#include "commands/CheckCommand.h"
+#include "commands/ConvertCommand.h"
 #include "commands/DrawCommand.h"
 #include "commands/EditCommand.h"
 #include "commands/FindCommand.h"
@@ -139,8 +141,33 @@ CLI::App* addEditCommand(CLI::App& app, qxdraw::EditOptions& options) {
         "Nodes have their names in the file; an EDGE is NODE->NODE (NODE->NODE#2: the second "
         "one). Names\nwith blanks stand in \"quotes\". Lines that start with # are passed over. "
         "The first bad line ends the\nscript, and nothing is written.\n"
-        "Example:\n  printf 'move a 300 100\\nbend a->b 200,50\\n' |\n"
-        "    qxdraw edit samples/mixed.gml -o edited.svg");
+        "Examples:\n  qxdraw edit samples/bundles.dot -o bundles.svg --script "
+        "samples/bundles.edits\n"
+        "  echo 'move server 400 100' | qxdraw edit samples/bundles.dot -o moved.svg");
+    return command;
+}
+
+CLI::App* addConvertCommand(CLI::App& app, qxdraw::ConvertOptions& options) {
+    CLI::App* command = app.add_subcommand(
+        "convert", "Write a graph file, or a drawing document, as a drawing document");
+    command->add_option("IN", options.input, "DOT, GraphML, GML or QXD")->required();
+    command->add_option("OUT", options.output, "The drawing document, .qxd")
+        ->required()
+        ->check([](const std::string& path) {
+            return qxdraw::isDocumentName(path) ? std::string() : "the name must end in .qxd";
+        });
+    addArrangingOptions(*command, options.arranging);
+    command->add_flag("-q,--quiet", options.quiet, "No warnings, progress or summary");
+    command->footer("Example:\n  qxdraw convert samples/mixed.gml mixed.qxd");
+    return command;
+}
+
+CLI::App* addCheckCommand(CLI::App& app, qxdraw::CheckOptions& options) {
+    CLI::App* command = app.add_subcommand(
+        "check", "List what is wrong with a drawing document; exit code 1 when anything is");
+    command->add_option("FILE", options.input, "QXD")->required();
+    command->footer(
+        "Example:\n  qxdraw convert samples/mixed.gml mixed.qxd && qxdraw check mixed.qxd");
     return command;
 }
 
@@ -216,10 +243,14 @@ int main(int argc, char** argv) {
     qxdraw::FindOptions find;
     qxdraw::EditOptions edit;
     edit.script = "-";
+    qxdraw::ConvertOptions convert;
+    qxdraw::CheckOptions check;
     const CLI::App* infoCommand = addInfoCommand(app, info);
     addDrawCommand(app, draw);
     const CLI::App* findCommand = addFindCommand(app, find);
     const CLI::App* editCommand = addEditCommand(app, edit);
+    const CLI::App* convertCommand = addConvertCommand(app, convert);
+    const CLI::App* checkCommand = addCheckCommand(app, check);
     try {
         app.parse(argc, argv);
     } catch (const CLI::ParseError& error) {
@@ -235,6 +266,15 @@ int main(int argc, char** argv) {
         const std::string script = edit.script == "-" ? "standard input" : edit.script;
         return finish(
             edit.input, edit.output, [&] { qxdraw::runEdit(edit); }, script);
+    }
+    if (convertCommand->parsed()) {
+        return finish(convert.input, convert.output, [&] { qxdraw::runConvert(convert); });
+    }
+    if (checkCommand->parsed()) {
+        bool isFaultless = false;
+        const int code =
+            finish(check.input, "standard output", [&] { isFaultless = qxdraw::runCheck(check); });
+        return code == 0 && !isFaultless ? WorkFailed : code;
     }
     return finish(draw.input, draw.output, [&] { qxdraw::runDraw(draw); });
 }

@@ -15,6 +15,7 @@
 #include "qx/foundation/util/QxDListIter.h"
 
 class QxConnector;
+class QxDEdgeInitialGeometry;
 class QxDNode;
 class QxFactory;
 class QxGeometricUpdateInfo;
@@ -161,6 +162,8 @@ public:
     virtual QxPNode* addBendAfter(QxPNode* bend, const QxPoint& point, int inOwnGraph);
     /// The raw step, in owner-graph coordinates: graph bounds are left to the caller.
     QxPNode* ntAddBend(QxPEdge* segment, const QxPoint& point);
+    /// The raw step behind the last bend, for an edge in any state.
+    QxPNode* ntAppendBend(const QxPoint& point);
     /// Removes and destroys a bend; the segment that entered it stays. 0 when it is not this
     /// edge's.
     virtual int discardBend(QxPNode* bend);
@@ -376,6 +379,23 @@ public:
     /// the order of the list, each by its full move. 1 when there were any, else 0; 0, too, for
     /// null and an edge without an owner graph.
     int centerLabels(const QxEdgeLabelDList* labels);
+    /// @}
+
+    /// @name Moves of what the edge is attached to (update/QxDEdgeReactions.cpp)
+    /// @{
+
+    /// What the edge looked like when the running move began; null while none concerns it. The
+    /// setter takes over a record made with new (null forgets it), which replaces and releases the
+    /// former one; it returns its argument.
+    QxDEdgeInitialGeometry* pEdgeInitialGeometry() const;
+    QxDEdgeInitialGeometry* pEdgeInitialGeometry(QxDEdgeInitialGeometry* record);
+    /// Save the places of the bends and labels of an edge that moves as a whole; put them back
+    /// there by raw moves and forget them; forget them.
+    void storeMovedEdge();
+    void restoreMovedEdge();
+    void deleteMovedEdgeInitialPosition();
+    /// Forgets the record of an edge that had to follow, and the saved places of its labels.
+    void deleteReroutedEdgeInitialPosition();
     /// @}
 
     /// @name State

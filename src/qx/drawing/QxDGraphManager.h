@@ -15,6 +15,7 @@ namespace qx::internal {
 struct ManagerExtras;
 class MetaEdgeUpkeep;
 struct MetaEnds;
+class Reactions;
 class Refits;
 }  // namespace qx::internal
 
@@ -207,8 +208,9 @@ public:
     /// Whether copies are remembered by their sources.
     int storeClones() const { return hasFlag(qx::flags::ManagerStoreClones); }
     int storeClones(int v) { return change(qx::flags::ManagerStoreClones, v); }
-    /// Whether a document is being read.
+    /// Whether a document is being read: indexes, meta-edges and the fits of expanded nodes rest.
     int isReading() const { return hasFlag(qx::flags::ManagerReading); }
+    int isReading(int v) { return change(qx::flags::ManagerReading, v); }
     /// @}
 
 protected:
@@ -239,6 +241,7 @@ private:
     int changeMetaEdges(std::uint32_t bit, int value);
     friend class QxDNode;
     friend class qx::internal::MetaEdgeUpkeep;
+    friend class qx::internal::Reactions;
 
     /// The same with the connectors that it is to be attached to.
     QxDEdge* addMetaEdge(const qx::internal::MetaEnds& ends, int type);

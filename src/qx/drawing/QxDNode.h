@@ -306,6 +306,12 @@ public:
     /// fields name none.
     void computeDistributionInOrthogonalMove(QxSideEnum side, const QxPEdgeDList* placed,
                                              const QxPEdgeDList* added);
+    /// How much of a side is free of edges that are to run along the axes: the coordinate along it,
+    /// in owner-graph coordinates, of the lowest (`high` 0: the highest) place where such an edge
+    /// leaves in `direction`, but not beyond the upper (lower) end of the side, which is the answer
+    /// when there is none. Edges that carry the processing mark do not count
+    /// (update/QxDEdgeReactions.cpp).
+    std::int32_t findFirstEdgeOnSide(QxDirectionEnum direction, int high) const;
     /// @}
 
     /// @name Nested graph (nesting/QxDNodeExpansion.cpp, nesting/QxDNodeFit.cpp)
@@ -508,6 +514,7 @@ private:
     bool ownsConnector(const QxConnector* connector) const;
     void placeConnector(QxConnector& connector, const QxPerMil& perMil, const QxSize& offset);
     void duplicateConnectorsOf(const QxDNode& source);
+    static void rescaleConnector(QxConnector& connector, const QxRect& before, const QxRect& now);
     /// Discards all without running steps that a subclass may have overridden.
     void releaseConnectors();
     void actOnChangeShape(const QxShape* shape);

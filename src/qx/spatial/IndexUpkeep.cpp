@@ -176,7 +176,10 @@ void IndexUpkeep::fetchAt(const QxDNode& node) {
     for (const QxEdgeDList* list : {node.pInEdgeList(), node.pOutEdgeList()}) {
         const QxDListCell* cell = list->pFirstCell();
         for (; cell != nullptr && count < Most; cell = cell->pNextCell(), ++count) {
-            slots[count] = static_cast<const QxDEdge*>(cell->pObject())->m_indexSlot;
+            const auto& edge = *static_cast<const QxDEdge*>(cell->pObject());
+            // An edge between graphs has its slot in the index of those.
+            slots[count] =
+                edge.pOwnerGraph() == tree->pOwnerGraph() ? edge.m_indexSlot : NoIndexSlot;
         }
     }
     const QuadEngine& engine = tree->m_store->engine();

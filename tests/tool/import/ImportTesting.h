@@ -56,7 +56,9 @@ inline std::string described(const GraphDocument& document) {
         out << (node.graph != 0 ? " in " + std::to_string(node.graph) : "");
     }
     for (std::size_t i = 1; i < document.graphs.size(); ++i) {
-        out << "; " << i << ' ' << document.graphs[i].label << " in " << document.graphs[i].parent;
+        const DocumentGraph& graph = document.graphs[i];
+        out << "; " << i << ' ' << (graph.label.empty() ? graph.id : graph.label) << " in "
+            << graph.parent;
     }
     for (const DocumentEdge& edge : document.edges) {
         out << "; " << document.nodes[static_cast<std::size_t>(edge.source)].id

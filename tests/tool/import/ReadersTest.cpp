@@ -201,6 +201,7 @@ TEST(Readers, NameTheLineOfAnError) {
     const std::string braces(600, '{');
     const Row rows[] = {
         {"digraph g {\n a -> b\n c -> ; d }", "3: syntax error near ';'"},
+        {"graph {\n 1a -- 2b\n ] }", "3: syntax error near ']'"},  // behind warnings
         {"digraph g {\n\n a [label=<b<>] }", "3: an HTML label"},
         {"digraph g {\n /* \n\n }", "2: a comment"},
         {"digraph g {\n a [width=2]\n b [width=-1] }", "3: width is neg"},
@@ -294,6 +295,7 @@ TEST(Readers, WarnOfWhatTheyPassOver) {
     };
     EXPECT_THAT(warnings("graph { a } // end\n\ngraph { b c }"), StartsWith("3: "));
     EXPECT_EQ(warnings("graph { a } /* end */ \n // end\n;"), "");
+    EXPECT_THAT(warnings("graph {\n 1a }"), StartsWith("2: syntax ambiguity"));
     EXPECT_THAT(warnings(xml("<hyperedge><endpoint node='a'/></hyperedge>")),
                 HasSubstr("hyperedges"));
 }

@@ -80,7 +80,7 @@ TEST(Ports, AreLeftWithoutCrossingTheirNodes) {
 
 QxRect rectOf(const QxLabel& label) {
     QxRect rect;
-    label.ntBoundingRect(rect);
+    label.getBoundingRect(rect, 0);
     return rect;
 }
 
@@ -99,7 +99,7 @@ TEST(Labels, LieOffNodesAndOffEachOtherOrWithinTheirNodes) {
           "graphviz-epl/ER.gv", "made/shop-architecture.dot"}) {
         GraphDocument document = readDocument(testing::dataPath(name));
         const auto drawing = arrange(document, {}, {});
-        EXPECT_EQ(drawing->graph().checkInvariants(), 1);
+        EXPECT_EQ(drawing->manager().checkInvariants(), 1);
         EXPECT_EQ(drawing->graph().pQuadTree()->isConsistent(), 1);
         QxRect page;
         drawing->graph().ntMarginBoundingRect(page);
@@ -112,6 +112,9 @@ TEST(Labels, LieOffNodesAndOffEachOtherOrWithinTheirNodes) {
             }
             for (std::size_t i = 0; i < drawing->numberOfNodes(); ++i) {
                 const QxDNode& node = drawing->node(i);
+                if (node.expanded() != 0) {
+                    continue;  // names in a box and texts at its border
+                }
                 if (label.isInside && label.label->pOwnerNode() == &node) {
                     EXPECT_TRUE(holds(*node.pIRect(), rect)) << name << ": " << i;
                 } else {

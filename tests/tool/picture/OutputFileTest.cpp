@@ -52,14 +52,33 @@ TEST(OutputFile, NoticesAFullDisk) {
     EXPECT_TRUE(fs::is_symlink(folder / "full.svg")) << "the device is not replaced";
 }
 
-TEST(OutputFile, FollowsTheMaskOfTheUser) {
+unsigned permissionsOf(const fs::path& path) {
+    struct stat status {};
+    return ::stat(path.c_str(), &status) == 0 ? status.st_mode & 0777 : 0;
+}
+
+TEST(OutputFile, GetsThePermissionsOfWhatItReplacesOrThoseOfNewFiles) {
     const TemporaryFolder folder;
     const mode_t before = ::umask(027);
     writeOutputFile(folder / "a.svg", "text");
     ::umask(before);
-    struct stat status {};
-    ASSERT_EQ(::stat((folder / "a.svg").c_str(), &status), 0);
-    EXPECT_EQ(status.st_mode & 0777, 0640U);
+    EXPECT_EQ(permissionsOf(folder / "a.svg"), 0640U);
+    fs::permissions(folder / "a.svg", fs::perms(0604));
+    writeOutputFile(folder / "a.svg", "other text");
+    EXPECT_EQ(permissionsOf(folder / "a.svg"), 0604U);
+}
+
+TEST(OutputFile, LeavesFilesOfTwoNamesAlone) {
+    const TemporaryFolder folder;
+    writeOutputFile(folder / "a.svg", "text");
+    fs::create_symlink("a.svg", folder / "link.svg");
+    writeOutputFile(folder / "b.svg", "text");
+    EXPECT_TRUE(isSameFile(folder / "a.svg", folder / "link.svg"));
+    EXPECT_FALSE(isSameFile(folder / "a.svg", folder / "b.svg"));
+    fs::create_hard_link(folder / "a.svg", folder / "twin.svg");
+    EXPECT_TRUE(isSameFile(folder / "a.svg", folder / "twin.svg"));
+    EXPECT_THROW(writeOutputFile(folder / "twin.svg", "new"), PictureError);
+    EXPECT_EQ(contentOf(folder / "a.svg"), "text");
 }
 
 }  // namespace

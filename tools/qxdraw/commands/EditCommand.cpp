@@ -14,7 +14,7 @@
 #include "edit/Script.h"
 #include "edit/Story.h"
 #include "import/DocumentReader.h"
-#include "picture/PictureError.h"
+#include "model/LabelMoving.h"
 #include "picture/SceneBuilder.h"
 
 namespace qxdraw {
@@ -61,6 +61,7 @@ void runEdit(const EditOptions& options) {
             std::cout << line.number << ": " << line.text << "\n    " << told << '\n';
         }
     }
+    moveLabelsApart(*drawing);
     Scene scene = buildScene(*drawing, document);
     if (options.showBends) {
         addPaths(scene, *drawing);

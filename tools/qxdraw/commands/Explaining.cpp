@@ -82,8 +82,8 @@ private:
         }
         const DocumentEdge& edge = m_document.edges[index];
         kind = edge.standsFor > 0 ? "meta-edge" : "edge";
-        name = nodeName(edge.source) + (m_document.directed ? " -> " : " -- ") +
-               nodeName(edge.target);
+        name =
+            nodeName(edge.source) + (m_document.directed ? " -> " : " -- ") + nodeName(edge.target);
     }
 
     const std::string& nodeName(int index) const {
@@ -97,16 +97,16 @@ private:
 
 std::string trimmed(const std::string& text) {
     const std::size_t first = text.find_first_not_of(' ');
-    return first == std::string::npos
-               ? ""
-               : text.substr(first, text.find_last_not_of(' ') + 1 - first);
+    return first == std::string::npos ? ""
+                                      : text.substr(first, text.find_last_not_of(' ') + 1 - first);
 }
 
-std::vector<std::size_t> edgesBetween(const std::vector<int>& sources,
-                                      const std::vector<int>& targets, bool directed,
-                                      const std::vector<std::pair<int, int>>& ends) {
+std::vector<std::size_t> edgesBetween(std::vector<int> sources, std::vector<int> targets,
+                                      bool directed, const std::vector<std::pair<int, int>>& ends) {
+    std::sort(sources.begin(), sources.end());
+    std::sort(targets.begin(), targets.end());
     const auto isIn = [](const std::vector<int>& nodes, int node) {
-        return std::find(nodes.begin(), nodes.end(), node) != nodes.end();
+        return std::binary_search(nodes.begin(), nodes.end(), node);
     };
     std::vector<std::size_t> edges;
     for (std::size_t i = 0; i < ends.size(); ++i) {
@@ -139,10 +139,10 @@ std::string Explanation::words() const {
         reason = "its ends cover each other";
     }
     const std::string standing =
-        standIn.empty() ? "nothing stands for it"
-                        : standInKind + " '" + standIn + "' stands for it" +
-                              (standsFor > 1 ? " and " + std::to_string(standsFor - 1) + " more"
-                                             : "");
+        standIn.empty()
+            ? "nothing stands for it"
+            : standInKind + " '" + standIn + "' stands for it" +
+                  (standsFor > 1 ? " and " + std::to_string(standsFor - 1) + " more" : "");
     return subject + "is not shown: " + reason + "; " + standing;
 }
 

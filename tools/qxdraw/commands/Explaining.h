@@ -16,12 +16,12 @@ struct Explanation {
     std::string kind;  ///< "node", "nested graph" or "edge"
     std::string name;
     bool isShown = false;
-    bool isClosed = false;     ///< a nested graph whose node is shown, but not what is in it
-    std::string why;           ///< in one word; empty when it is shown
-    std::string blame;         ///< the name of what is collapsed, folded or hidden; may be empty
-    std::string standIn;       ///< the name of what is shown in its place; empty: nothing is
-    std::string standInKind;   ///< "node", "nested graph", "edge" or "meta-edge"
-    int standsFor = 0;         ///< a meta-edge in its place: for how many edges
+    bool isClosed = false;    ///< a nested graph whose node is shown, but not what is in it
+    std::string why;          ///< in one word; empty when it is shown
+    std::string blame;        ///< the name of what is collapsed, folded or hidden; may be empty
+    std::string standIn;      ///< the name of what is shown in its place; empty: nothing is
+    std::string standInKind;  ///< "node", "nested graph", "edge" or "meta-edge"
+    int standsFor = 0;        ///< a meta-edge in its place: for how many edges
 
     /// All of it in a sentence.
     std::string words() const;

@@ -107,9 +107,8 @@ std::size_t countInterGraphEdges(const GraphDocument& document) {
         return document.nodes[static_cast<std::size_t>(node)].graph;
     };
     return static_cast<std::size_t>(std::count_if(
-        document.edges.begin(), document.edges.end(), [&](const DocumentEdge& edge) {
-            return graphOf(edge.source) != graphOf(edge.target);
-        }));
+        document.edges.begin(), document.edges.end(),
+        [&](const DocumentEdge& edge) { return graphOf(edge.source) != graphOf(edge.target); }));
 }
 
 Json jsonOf(const Explanation& explanation) {
@@ -209,10 +208,10 @@ void askDrawing(const InfoOptions& options, GraphDocument& document, Facts& fact
     ArrangingOptions arranging;
     arranging.view = options.view;
     Progress progress(options.quiet);
-    const auto drawing =
-        asksForEdges ? arrange(document, arranging,
-                               [&](double part) { progress.report("laying out", part); })
-                     : nestedDrawing(document, options.view);
+    const auto drawing = asksForEdges
+                             ? arrange(document, arranging,
+                                       [&](double part) { progress.report("laying out", part); })
+                             : nestedDrawing(document, options.view);
     progress.clear();
     facts.shown = countShown(*drawing, document);
     for (const Explained& one : asked) {

@@ -18,8 +18,8 @@ struct InfoOptions {
     bool quiet = false;
 };
 
-/// Tells on stdout what a graph file holds, what is shown of it with the view options, and of what is
-/// to be explained whether it is shown. Throws ImportError and NameError.
+/// Tells on stdout what a graph file holds, what is shown of it with the view options, and of what
+/// is to be explained whether it is shown. Throws ImportError and NameError.
 void runInfo(const InfoOptions& options);
 
 }  // namespace qxdraw

@@ -9,6 +9,7 @@
 #include "import/ImportLimits.h"
 #include "import/Numbers.h"
 #include "import/Shapes.h"
+#include "model/AxisRouting.h"
 #include "model/EdgeSpreading.h"
 #include "model/Labels.h"
 #include "model/NestedLayout.h"
@@ -211,7 +212,12 @@ void Editor::shape(const Words& words) {
     DocumentNode& source = m_document.nodes[m_drawing.indexOf(node)];
     source.shape = shapeFromName(words[2]);
     const QxShape shape = toShape(source.shape);
+    // Under control of a layout the model lays the edges out anew, else they would lose their
+    // place.
+    m_drawing.manager().controlStarted(1);
     node.pShape(&shape, 0);
+    m_drawing.manager().controlStarted(0);
+    spreadLoops(node);
     nameNode(m_drawing, m_drawing.indexOf(node), m_document);
 }
 
@@ -253,6 +259,7 @@ void Editor::connector(const Words& words) {
         } else {
             edge->pTargetConnector(&connector);
         }
+        leadAroundPorts(*edge);
         edge->repairOrthogonalRouting();
     }
 }
@@ -274,6 +281,11 @@ void Editor::label(const Words& words) {
 
 void Editor::followVisibility() {
     m_drawing.addMetaEdges(m_document);
+    for (std::size_t i = 0; i < m_drawing.numberOfEdges(); ++i) {
+        if (m_document.edges[i].standsFor > 0) {
+            nameEdge(m_drawing, i, m_document);
+        }
+    }
     for (std::size_t i = 0; i < m_drawing.numberOfNodes(); ++i) {
         if (m_drawing.node(i).pChildGraph() != nullptr) {
             nameNode(m_drawing, i, m_document);
@@ -337,9 +349,7 @@ void Editor::fold(const Words& words) {
         place = nodes.empty() ? *node.pIRect() : place |= *node.pIRect();
         nodes.push_back(index);
     }
-    if (!m_drawing.fold(nodes, words[1], m_document)) {
-        throw ScriptError("these nodes cannot be folded");
-    }
+    m_drawing.fold(nodes, words[1], m_document);
     m_drawing.node(m_drawing.numberOfNodes() - 1).moveTo(place.center(), 1);
     m_names = nullptr;
     followVisibility();

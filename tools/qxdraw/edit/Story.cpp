@@ -85,6 +85,11 @@ void Story::note(const std::string& kind, const std::string& what) {
 }
 
 void Story::hear(const QxDrawingChangeEventData& data) {
+    const QxGNode* node = data.pSourceNode();
+    if (node != nullptr && node->isPathNode() == 0 &&
+        m_drawing.findIndex(*node).value_or(m_document.nodes.size()) >= m_document.nodes.size()) {
+        return;  // it is being made
+    }
     const auto pathOf = [&](const QxDEdge* edge) -> PathChange& {
         return m_paths[edge != nullptr ? nameOf(*edge) : "an edge"];
     };

@@ -105,13 +105,13 @@ void DotClusters::endAtCluster(DocumentEdge& edge, bool atSource, std::string_vi
         return;
     }
     const bool isKnown = found != m_indexOfName.end();
-    note(m_wrongEnds,
-         std::string(atSource ? "ltail" : "lhead") + " of the edge from '" +
-             nodeAt(edge.source).id + "' to '" + nodeAt(edge.target).id + "' is passed over: " +
-             (!isKnown                                  ? "there is no cluster '"
-              : !isWithin(here.graph, found->second) ? "its end does not lie in '"
-                                                     : "both its ends lie in '") +
-             std::string(name) + "'");
+    note(m_wrongEnds, std::string(atSource ? "ltail" : "lhead") + " of the edge from '" +
+                          nodeAt(edge.source).id + "' to '" + nodeAt(edge.target).id +
+                          "' is passed over: " +
+                          (!isKnown                               ? "there is no cluster '"
+                           : !isWithin(here.graph, found->second) ? "its end does not lie in '"
+                                                                  : "both its ends lie in '") +
+                          std::string(name) + "'");
 }
 
 void DotClusters::addWarnings() {

@@ -27,7 +27,8 @@ public:
     /// Nodes and edges have been read.
     void read(Agraph_t* graph);
     /// Lets an end of an edge be seen at the border of the cluster of that name, when the end lies
-    /// in it and the other end does not; else the document gets a warning. No name: nothing happens.
+    /// in it and the other end does not; else the document gets a warning. No name: nothing
+    /// happens.
     void endAtCluster(DocumentEdge& edge, bool atSource, std::string_view name);
     /// Tells of what was passed over, in few words however much it was. To be called last.
     void addWarnings();

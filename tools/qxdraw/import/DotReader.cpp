@@ -14,6 +14,7 @@
 
 #include "import/DotClusters.h"
 #include "import/DotLabels.h"
+#include "import/DotParsing.h"
 #include "import/DotPorts.h"
 #include "import/DotScanner.h"
 #include "import/DotSplines.h"
@@ -28,62 +29,6 @@
 namespace qxdraw {
 
 namespace {
-
-struct CloseGraph {
-    void operator()(Agraph_t* graph) const { agclose(graph); }
-};
-using GraphPointer = std::unique_ptr<Agraph_t, CloseGraph>;
-
-/// Graphviz reports through a function that takes no context.
-thread_local std::string parserMessages;
-
-extern "C" int keepMessage(char* message) {
-    parserMessages += message;
-    return 0;
-}
-
-/// Turns "Error: syntax error in line 4 near ';'" and what follows it into a reason and a line.
-ImportError parserError(std::string message) {
-    message = message.substr(0, message.find('\n'));
-    if (message.starts_with("Error: ")) {
-        message.erase(0, 7);
-    }
-    int line = 0;
-    constexpr std::string_view Mark = " in line ";
-    const std::size_t at = message.find(Mark);
-    if (at != std::string::npos) {
-        const std::size_t number = at + Mark.size();
-        const std::size_t end =
-            std::min(message.find_first_not_of("0123456789", number), message.size());
-        line = static_cast<int>(parseNumber(message.substr(number, end - number)).value_or(0));
-        message.erase(at, end - at);
-    }
-    return ImportError(message.empty() ? "no graph in it" : message, line);
-}
-
-GraphPointer parse(const std::string& text) {
-    // Tells a label that is empty from one that was never given.
-    agattr(nullptr, AGNODE, const_cast<char*>("label"), const_cast<char*>("\\N"));
-    parserMessages.clear();
-    agreseterrors();
-    const agusererrf before = agseterrf(keepMessage);
-    agsetfile(nullptr);
-    agreadline(1);
-    GraphPointer graph(agmemread(text.c_str()));
-    const bool failed = graph == nullptr || agerrors() != 0;
-    const std::string messages = parserMessages;
-    if (failed) {
-        // The parser's leftovers would spoil the next text; a graph without fault clears them.
-        constexpr int Attempts = 3;
-        for (int i = 0; i < Attempts && !GraphPointer(agmemread("graph{}")); ++i) {
-        }
-    }
-    agseterrf(before);
-    if (failed) {
-        throw parserError(messages);
-    }
-    return graph;
-}
 
 bool saysLatin1(Agraph_t* graph) {
     const char* charset = agget(graph, const_cast<char*>("charset"));
@@ -388,13 +333,16 @@ GraphDocument readDot(std::string_view source) {
     if (text.find('\0') != std::string::npos) {
         requireUtf8Text(text);
     }
-    GraphPointer graph = parse(text);
+    std::vector<DocumentWarning> warnings;
+    ParsedDot graph = parseDot(text, warnings);
     if (!isAscii(text) && saysLatin1(graph.get())) {
         text = latin1ToUtf8(text);
-        graph = parse(text);
+        warnings.clear();
+        graph = parseDot(text, warnings);
     }
     requireUtf8Text(text);
     GraphDocument document = DotGraphReader(graph.get(), text).read();
+    document.warnings.insert(document.warnings.begin(), warnings.begin(), warnings.end());
     if (scan.lineAfterGraph != 0) {
         document.warnings.push_back({"only the first graph is read", scan.lineAfterGraph});
     }

@@ -23,8 +23,8 @@ void GmlGroups::nest(const std::unordered_map<std::int64_t, int>& indexOfId) {
         addGraphOf(group);
     }
     for (const Member& member : m_members) {
-        nodeAt(member.node).graph = m_graphOf[static_cast<std::size_t>(
-            m_groupOf[static_cast<std::size_t>(member.node)])];
+        nodeAt(member.node).graph =
+            m_graphOf[static_cast<std::size_t>(m_groupOf[static_cast<std::size_t>(member.node)])];
     }
 }
 

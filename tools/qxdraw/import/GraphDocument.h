@@ -102,7 +102,8 @@ struct DocumentBox {
     DocumentPoint center() const { return {(left + right) / 2, (bottom + top) / 2}; }
 };
 
-/// The graph itself (index 0) or one nested in it. Readers put parents before what is nested in them.
+/// The graph itself (index 0) or one nested in it. Readers put parents before what is nested in
+/// them.
 struct DocumentGraph {
     std::string label;
     int parent = -1;  ///< index into GraphDocument::graphs; -1 for the graph itself

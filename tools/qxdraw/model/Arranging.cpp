@@ -5,6 +5,7 @@
 
 #include <algorithm>
 
+#include "model/Detours.h"
 #include "model/EdgeSpreading.h"
 #include "model/LabelMoving.h"
 #include "model/Labels.h"
@@ -58,8 +59,14 @@ std::unique_ptr<Drawing> arrange(GraphDocument& document, const ArrangingOptions
     drawing->place(document);
     connectPorts(*drawing, document);
     spreadEdges(*drawing, {bundleMode(options.bundles), options.orthogonal});
+    if (layout.spring && !options.orthogonal) {
+        leadAroundNodes(*drawing);  // else all stays as the file has it
+    }
     addLabels(*drawing, document);
     moveLabelsApart(*drawing);
+    if (layout.spring) {
+        renewLoopsOfBoxes(*drawing);
+    }
     return drawing;
 }
 

@@ -31,9 +31,9 @@ std::unique_ptr<Drawing> nestedDrawing(GraphDocument& document, const ViewOption
 
 /// Makes a drawing of a document, whose nodes get sizes and centers, and whose bends go when a
 /// layout moves the nodes: with nested graphs, ports, bends and labels, and of that what the view
-/// options ask for. The document gets a node for each nested graph that stands in none, folder nodes
-/// and meta-edges, so that its nodes and edges are those of the drawing. `onProgress` hears from time to time what
-/// part of a layout is done, from 0 to 1. Throws NameError.
+/// options ask for. The document gets a node for each nested graph that stands in none, folder
+/// nodes and meta-edges, so that its nodes and edges are those of the drawing. `onProgress` hears
+/// from time to time what part of a layout is done, from 0 to 1. Throws NameError.
 std::unique_ptr<Drawing> arrange(GraphDocument& document, const ArrangingOptions& options,
                                  std::function<void(double)> onProgress);
 

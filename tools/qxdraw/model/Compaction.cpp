@@ -90,19 +90,19 @@ GraphDocument changed(const GraphDocument& document, double angle, double scale)
 
 void compact(GraphDocument& document) {
     constexpr std::size_t Small = 300;
-    constexpr int Angles = 12;
     const bool isSmall = document.nodes.size() <= Small;
+    const int angles = document.nodes.size() < 4 ? 4 : isSmall ? 12 : 1;
     if (document.nodes.size() < 2) {
         return;
     }
     GraphDocument best = document;
     double bestCost = costOf(best, isSmall);
-    for (int step = 0; step < (isSmall ? Angles : 1); ++step) {
+    for (int step = 0; step < angles; ++step) {
         for (const double scale : {1.0, 0.8, 0.62, 0.48, 0.36}) {
             if (step == 0 && scale == 1.0) {
                 continue;  // what it is already
             }
-            GraphDocument tried = changed(document, step * std::numbers::pi / Angles, scale);
+            GraphDocument tried = changed(document, step * std::numbers::pi / angles, scale);
             pushApart(tried);
             const double cost = costOf(tried, isSmall);
             if (cost < bestCost) {

@@ -10,10 +10,10 @@
 
 #include "model/Nesting.h"
 #include "model/NodeSizing.h"
+#include "qx/drawing/QxDrawingIters.h"
 #include "qx/foundation/geometry/QxPointDList.h"
 #include "qx/foundation/geometry/QxShape.h"
 #include "qx/foundation/util/QxText.h"
-#include "qx/drawing/QxDrawingIters.h"
 #include "qx/nesting/QxDNodePair.h"
 #include "qx/spatial/QxQTree.h"
 
@@ -36,40 +36,6 @@ protected:
         return QxDGraph::vNewQuadTree(excluded & ~QxQTree::ExcludeConnectors & 0xFFFF);
     }
 };
-
-void setMargins(QxDGraph& graph, std::int32_t margin) {
-    graph.leftMarginConstantSpacing(margin);
-    graph.rightMarginConstantSpacing(margin);
-    graph.bottomMarginConstantSpacing(margin);
-    graph.topMarginConstantSpacing(margin);
-}
-
-void moveWithContents(QxDNode& node, const QxPoint& center) {
-    const QxPoint before = node.iCenter();
-    node.ntMoveTo(center);
-    node.actOnMoveTo(before);
-}
-
-/// Moves a node that shows a graph to where what is in the graph has the coordinates of the whole
-/// drawing.
-void alignWithContents(const QxDGraph& graph, QxDNode& node) {
-    double offsetX = 0;
-    double offsetY = 0;
-    double scale = 1;
-    graph.getExpandedTransformCoef(node.pOwnerGraph(), offsetX, scale, offsetY, scale);
-    const QxPoint center = node.iCenter();
-    moveWithContents(node, QxPoint(center.x() - toUnits(offsetX), center.y() - toUnits(offsetY)));
-}
-
-DocumentBox toBox(const QxRect& rect) {
-    return {static_cast<double>(rect.left()), static_cast<double>(rect.bottom()),
-            static_cast<double>(rect.right()), static_cast<double>(rect.top())};
-}
-
-DocumentBox united(const DocumentBox& a, const DocumentBox& b) {
-    return {std::min(a.left, b.left), std::min(a.bottom, b.bottom), std::max(a.right, b.right),
-            std::max(a.top, b.top)};
-}
 
 void setName(QxGraphObject& object, const std::string& name) {
     if (!name.empty()) {
@@ -166,13 +132,14 @@ void Drawing::addGraph(const DocumentGraph& source) {
     setMargins(*graph, m_graphs.empty() ? Margin : static_cast<std::int32_t>(BoxSpacing::Padding));
     setName(*graph, source.label);
     m_graphs.push_back(graph);
+    m_boxes.emplace_back();
 }
 
 void Drawing::addNode(const DocumentNode& source) {
     const QxSize size(toUnits(source.width), toUnits(source.height));
     QxDGraph* graph = m_graphs[static_cast<std::size_t>(source.graph)];
-    QxDNode* node = graph->addNodeWithCoordinates(toPoint(source.center.value_or(DocumentPoint{})),
-                                                  size, 1, 0);
+    QxDNode* node =
+        graph->addNodeWithCoordinates(toPoint(source.center.value_or(DocumentPoint{})), size, 1, 0);
     const QxShape shape = toShape(source.shape);
     node->pChangeShape(&shape, 0);
     setName(*node, source.label);
@@ -206,76 +173,8 @@ void Drawing::addEdge(const DocumentEdge& source) {
     m_edges.push_back(edge);
 }
 
-void Drawing::place(GraphDocument& document) {
-    for (QxDGraph* graph : m_graphs) {
-        graph->disableGraphBounds(1, 0);
-    }
-    for (std::size_t i = 0; i < m_nodes.size(); ++i) {
-        if (m_nodes[i]->expanded() == 0 && document.nodes[i].center) {
-            m_nodes[i]->ntMoveTo(toPoint(*document.nodes[i].center));
-        }
-    }
-    const std::vector<int> order = outsideIn(document);
-    for (auto next = order.rbegin(); next != order.rend(); ++next) {
-        const auto i = static_cast<std::size_t>(*next);
-        if (m_graphs[i]->nested() != 0 && m_graphs[i]->isVisible() != 0) {
-            placeNested(i, document);
-        }
-    }
-    graph().disableGraphBounds(0, 1);
-}
-
-void Drawing::placeNested(std::size_t index, GraphDocument& document) {
-    QxDGraph& graph = *m_graphs[index];
-    QxDNode& node = *graph.pNestedWithinNode();
-    DocumentNode& place = document.nodes[indexOf(node)];
-    const std::optional<DocumentBox>& box = document.graphs[index].box;
-    graph.disableGraphBounds(0, 0);
-    if (graph.boundsInitialized() == 0) {
-        if (box) {
-            graph.setMinSizeOfMarginBoundingRect(
-                QxSize(toUnits(box->width()), toUnits(box->height())));
-        }
-        node.fitToNestedGraph(1, 0, 1);
-        moveWithContents(node, toPoint(place.center.value_or(DocumentPoint{})));
-    } else {
-        node.fitToNestedGraph(0, 0, 1);
-        alignWithContents(graph, node);
-        if (box) {
-            fitToBox(index, united(toBox(*node.pIRect()), *box));
-        }
-    }
-    const DocumentBox shown = toBox(*node.pIRect());
-    place.center = shown.center();
-    place.width = shown.width();
-    place.height = shown.height();
-}
-
-/// Margins make up for what lies between the contents and the box.
-void Drawing::fitToBox(std::size_t index, const DocumentBox& box) {
-    QxDGraph& graph = *m_graphs[index];
-    QxDNode& node = *graph.pNestedWithinNode();
-    QxRect inner = *graph.pBoundingRect();
-    for (const DrawnLabel& label : m_labels) {
-        if (label.isTitle && label.label->pOwnerGraph() == &graph) {
-            label.label->ntMoveTo(
-                QxPoint(toUnits(box.left + BoxSpacing::Padding + label.label->ntWidth() / 2.0),
-                        toUnits(box.top - BoxSpacing::Padding - label.label->ntHeight() / 2.0)));
-        }
-    }
-    if (QxRect labels; graph.calculateGraphLabelBounds(labels) != 0) {
-        inner |= labels;
-    }
-    graph.leftMarginConstantSpacing(inner.left() - toUnits(box.left));
-    graph.rightMarginConstantSpacing(toUnits(box.right) - inner.right());
-    graph.bottomMarginConstantSpacing(inner.bottom() - toUnits(box.bottom));
-    graph.topMarginConstantSpacing(toUnits(box.top) - inner.top());
-    alignWithContents(graph, node);
-}
-
-bool Drawing::fold(const std::vector<int>& nodes, const std::string& name,
+void Drawing::fold(const std::vector<int>& nodes, const std::string& name,
                    GraphDocument& document) {
-    const auto nodeAt = [&](int index) { return m_nodes[static_cast<std::size_t>(index)]; };
     DocumentNode folder;
     folder.id = folder.label = name;
     folder.graph = document.nodes[static_cast<std::size_t>(nodes.front())].graph;
@@ -284,35 +183,29 @@ bool Drawing::fold(const std::vector<int>& nodes, const std::string& name,
     addGraph({});
     QxDNodeDList list;
     for (const int index : nodes) {
-        list.appendNode(nodeAt(index));
+        list.appendNode(m_nodes[static_cast<std::size_t>(index)]);
     }
     QxDNode& node = *m_nodes.back();
-    if (node.pOwnerGraph()->fold(&node, m_graphs.back(), &list, nullptr, nullptr, 0) == 0) {
-        return false;
-    }
-    document.graphs.push_back(
-        {name, folder.graph, static_cast<int>(document.nodes.size()), name, {}});
-    const int foldGraph = static_cast<int>(document.graphs.size()) - 1;
+    node.pOwnerGraph()->fold(&node, m_graphs.back(), &list, nullptr, nullptr, 0);
+    const int foldGraph = static_cast<int>(document.graphs.size());
     for (const int index : nodes) {
         document.nodes[static_cast<std::size_t>(index)].graph = foldGraph;
     }
     for (DocumentGraph& graph : document.graphs) {
-        if (graph.node >= 0 && &graph != &document.graphs.back()) {
+        if (graph.node >= 0) {
             graph.parent = document.nodes[static_cast<std::size_t>(graph.node)].graph;
         }
     }
+    document.graphs.push_back(
+        {name, folder.graph, static_cast<int>(document.nodes.size()), name, {}});
     document.nodes.push_back(std::move(folder));
-    return true;
 }
 
 void Drawing::addTitle(std::size_t graph, const std::string& text, TextBlock painted) {
     m_factory.sizeTitle(painted);
     QxGraphLabel* label = m_graphs[graph]->addLabel(QxText::decodeUtf8(text).c_str(), 0);
-    const bool isWhole = graph == 0;
-    label->ntSetPerMil(isWhole ? 0 : -1000, 1000);
-    label->ntSetOffset(QxSize(isWhole ? 0 : label->ntWidth() / 2,
-                              toUnits(BoxSpacing::TitleGap + label->ntHeight() / 2.0)));
     m_labels.push_back({label, std::move(painted), false, true});
+    standTitles(*m_graphs[graph], nullptr);
 }
 
 std::optional<std::size_t> Drawing::findIndex(const QxGraphMember& member) const {
@@ -372,9 +265,8 @@ void Drawing::addMetaEdges(GraphDocument& document) {
         const auto found =
             m_edges[i]->isVisible() != 0
                 ? edgeBetween.end()
-                : edgeBetween.find(
-                      {m_manager->pVisibleRepresentative(m_edges[i]->pSourceNode()),
-                       m_manager->pVisibleRepresentative(m_edges[i]->pTargetNode())});
+                : edgeBetween.find({m_manager->pVisibleRepresentative(m_edges[i]->pSourceNode()),
+                                    m_manager->pVisibleRepresentative(m_edges[i]->pTargetNode())});
         if (found != edgeBetween.end()) {
             DocumentEdge& described = document.edges[found->second];
             ++described.standsFor;
@@ -387,31 +279,7 @@ void Drawing::addMetaEdges(GraphDocument& document) {
     }
 }
 
-BoundsRest::BoundsRest(const Drawing& drawing) : m_drawing(drawing) {
-    for (std::size_t i = 0; i < drawing.numberOfGraphs(); ++i) {
-        drawing.graph(i).disableGraphBounds(1, 0);
-    }
-}
-
-BoundsRest::~BoundsRest() {
-    // Inner graphs first, so that each node is fitted once.
-    std::vector<std::pair<int, std::size_t>> order;
-    for (std::size_t i = 0; i < m_drawing.numberOfGraphs(); ++i) {
-        int depth = 0;
-        for (const QxDGraph* graph = &m_drawing.graph(i); graph != nullptr;
-             graph = graph->pNestedWithinGraph()) {
-            ++depth;
-        }
-        order.emplace_back(-depth, i);
-    }
-    std::sort(order.begin(), order.end());
-    for (const auto& [depth, index] : order) {
-        m_drawing.graph(index).disableGraphBounds(0, index == 0 ? 1 : 0);
-    }
-}
-
-QxConnector& Drawing::addConnector(QxDNode& node, const DocumentPoint& center,
-                                   const QxSize& size) {
+QxConnector& Drawing::addConnector(QxDNode& node, const DocumentPoint& center, const QxSize& size) {
     QxConnector* connector = node.addConnector(0, 0, 0, 0, 1, 0);
     const QxShape rectangle(QxShapeTypeRectangle);
     connector->pShape(&rectangle);

@@ -29,7 +29,7 @@ namespace qxdraw {
 struct DrawnLabel {
     QxLabel* label;
     TextBlock text;
-    bool isInside;  ///< it belongs into its node; any other stands beside what it belongs to
+    bool isInside;         ///< it belongs into its node; any other stands beside what it belongs to
     bool isTitle = false;  ///< of a graph
 };
 
@@ -41,8 +41,8 @@ struct DrawnPort {
     bool isInside;     ///< it lies within the node: edges there are painted over the node
 };
 
-/// A document as a drawing: its graphs, nodes and edges, in its order. Each nested graph is the child
-/// graph of its node and shown in it; edges between graphs run across.
+/// A document as a drawing: its graphs, nodes and edges, in its order. Each nested graph is the
+/// child graph of its node and shown in it; edges between graphs run across.
 ///
 /// Once it has been placed, every shown graph has the coordinates of the whole drawing: the
 /// transforms of nested graphs change nothing. That of a graph without anything in it is the
@@ -76,9 +76,9 @@ public:
     /// the document gets the place and size of these nodes.
     void place(GraphDocument& document);
 
-    /// Folds nodes, all of one graph, into a new folder node, which the document gets as its last
-    /// node, with its last graph in it. Returns whether that was possible.
-    bool fold(const std::vector<int>& nodes, const std::string& name, GraphDocument& document);
+    /// Folds nodes, all of one graph and none of them hidden, into a new folder node, which the
+    /// document gets as its last node, with its last graph in it.
+    void fold(const std::vector<int>& nodes, const std::string& name, GraphDocument& document);
     /// Brings the meta-edges up to date; the document gets each new one as one of its last edges,
     /// and loses those that nothing needs any more.
     void addMetaEdges(GraphDocument& document);
@@ -105,6 +105,8 @@ public:
                          const QxSize& size, bool isInside);
 
 private:
+    friend class BoundsRest;
+
     /// Its labels have their size before their owner places them, its graphs keep connectors in
     /// their index.
     class DrawingFactory : public QxFactory {
@@ -129,7 +131,8 @@ private:
     void nestGraphs(const GraphDocument& document);
     void addEdge(const DocumentEdge& source);
     void placeNested(std::size_t index, GraphDocument& document);
-    void fitToBox(std::size_t index, const DocumentBox& box);
+    void standTitles(const QxDGraph& graph, const DocumentBox* box) const;
+    void fitToBox(std::size_t index) const;
 
     /// Forgets edges that are about to go, and what the document says of them.
     void forgetEdges(const QxDEdgeDList& edges, GraphDocument& document);
@@ -137,12 +140,19 @@ private:
     mutable DrawingFactory m_factory;
     QxDGraphManager* m_manager;
     std::vector<QxDGraph*> m_graphs;
+    std::vector<std::optional<DocumentBox>> m_boxes;  ///< that the file gives the graphs
     std::vector<QxDNode*> m_nodes;
     std::vector<QxDEdge*> m_edges;
     std::unordered_map<const QxGraphMember*, std::size_t> m_indexOf;
     std::vector<DrawnLabel> m_labels;
     std::vector<DrawnPort> m_ports;
 };
+
+/// The same constant margin on all sides of a graph.
+void setMargins(QxDGraph& graph, std::int32_t margin);
+
+/// Whether a node lies, at any depth, in the graph that another one shows.
+bool isShownIn(const QxDNode& inner, const QxDNode& outer);
 
 /// Lets the bounds of all graphs rest while many things in them change, and brings them up to date
 /// at its end, inner graphs first; nodes that show graphs are fitted then.

@@ -5,9 +5,11 @@
 
 #include <algorithm>
 #include <cmath>
+#include <functional>
 #include <map>
 #include <utility>
 
+#include "model/AxisRouting.h"
 #include "model/PortRouting.h"
 #include "qx/drawing/QxDrawingIters.h"
 #include "qx/drawing/QxPNode.h"
@@ -19,6 +21,7 @@ namespace qxdraw {
 namespace {
 
 constexpr double Spacing = 22;       // between the edges of a bundle: room for a label
+constexpr double BentSpacing = 14;   // of bends: on both sides of the way, at twice as much
 constexpr double LeastSpacing = 12;  // of many edges on a short way: the label can be read still
 
 void bendAt(QxDEdge& edge, const std::vector<DocumentPoint>& places) {
@@ -133,7 +136,7 @@ void makeLoops(QxDNode& node) {
 }
 
 /// Lets the model lay out the edges between two nodes.
-void spread(const std::vector<QxDEdge*>& bundle, QxMultiEdgeModeEnum mode) {
+void layOut(const std::vector<QxDEdge*>& bundle, QxMultiEdgeModeEnum mode) {
     QxDEdgeDList list;
     for (QxDEdge* edge : bundle) {
         list.appendEdge(edge);
@@ -141,13 +144,38 @@ void spread(const std::vector<QxDEdge*>& bundle, QxMultiEdgeModeEnum mode) {
     bundle.front()->reorganizeMultiEdgeBundle(mode, &list);
 }
 
-template <class Act>
-void eachGraph(const Drawing& drawing, const Act& act) {
+/// How many graphs are around an edge; the most for the innermost ones, -1 between graphs.
+int depthOf(const QxDEdge& edge) {
+    int depth = -1;
+    for (const QxDGraph* graph = edge.intergraphEdge() != 0 ? nullptr : edge.pOwnerGraph();
+         graph != nullptr; graph = graph->pNestedWithinGraph()) {
+        ++depth;
+    }
+    return depth;
+}
+
+void spread(const std::vector<QxDEdge*>& bundle, QxMultiEdgeModeEnum mode) {
+    QxDEdge& first = *bundle.front();
+    QxDNode& source = *first.pSourceNode();
+    const QxDNode& target = *first.pTargetNode();
+    const bool isLoop = &source == &target;
+    if (!hasPort(first)) {
+        isLoop ? makeLoops(source) : layOut(bundle, mode);
+    } else if (isLoop) {
+        makePortLoops(bundle);
+    } else if (!isShownIn(source, target) && !isShownIn(target, source) && leadAround(bundle)) {
+        return;
+    } else if (bundle.size() > 1) {
+        fanOut(bundle);
+    }
+}
+
+void setSpacing(const Drawing& drawing, std::int32_t spacing) {
     for (std::size_t i = 0; i < drawing.numberOfGraphs(); ++i) {
-        act(drawing.graph(i));
+        drawing.graph(i).diagrammingMultiEdgeSpacing(spacing);
     }
     if (QxDGraph* between = drawing.manager().pQueryIntergraph()) {
-        act(*between);
+        between->diagrammingMultiEdgeSpacing(spacing);
     }
 }
 
@@ -161,34 +189,48 @@ QxMultiEdgeModeEnum bundleMode(const std::string& name) {
 }
 
 void spreadEdges(Drawing& drawing, const SpreadingOptions& options) {
-    constexpr std::int32_t BundleSpacing = 14;
-    const BoundsRest rest(drawing);
-    eachGraph(drawing, [](QxDGraph& graph) { graph.diagrammingMultiEdgeSpacing(BundleSpacing); });
+    setSpacing(drawing, static_cast<std::int32_t>(
+                            options.bundles == QxMultiEdgeOneBend ? BentSpacing : Spacing));
     Bundles bundles;
     for (std::size_t i = 0; i < drawing.numberOfEdges(); ++i) {
         if (drawing.edge(i).isVisible() != 0 && drawing.edge(i).hasBends() == 0) {
             bundles.add(drawing.edge(i));
         }
     }
+    // What sticks out in a nested graph makes its node larger, around which edges are led.
+    std::map<int, std::vector<const std::vector<QxDEdge*>*>, std::greater<>> byDepth;
     for (const std::vector<QxDEdge*>& bundle : bundles.all()) {
-        QxDEdge& first = *bundle.front();
-        const bool isLoop = first.reflexive() != 0;
-        if (!hasPort(first)) {
-            isLoop ? makeLoops(*first.pSourceNode()) : spread(bundle, options.bundles);
-        } else if (isLoop) {
-            makePortLoops(bundle);
-        } else if (!leadAround(bundle) && bundle.size() > 1) {
-            fanOut(bundle);
+        byDepth[depthOf(*bundle.front())].push_back(&bundle);
+    }
+    for (const auto& [depth, together] : byDepth) {
+        const BoundsRest rest(drawing);
+        for (const std::vector<QxDEdge*>* bundle : together) {
+            spread(*bundle, options.bundles);
         }
     }
     routeAlongAxes(drawing, options.orthogonal);
 }
 
-void routeAlongAxes(Drawing& drawing, bool isWanted) {
-    const BoundsRest rest(drawing);
-    eachGraph(drawing, [&](QxDGraph& graph) { graph.orthogonalRouting(isWanted ? 1 : 0); });
+void spreadLoops(QxDNode& node) {
+    makeLoops(node);
+}
+
+void leadAroundPorts(QxDEdge& edge) {
+    leadAround({&edge});
+}
+
+void renewLoopsOfBoxes(Drawing& drawing) {
+    Bundles bundles;
     for (std::size_t i = 0; i < drawing.numberOfEdges(); ++i) {
-        drawing.edge(i).repairOrthogonalRouting();
+        QxDEdge& edge = drawing.edge(i);
+        if (edge.isVisible() != 0 && edge.pSourceNode() == edge.pTargetNode() &&
+            edge.pSourceNode()->expanded() != 0 && !hasPort(edge)) {
+            bundles.add(edge);
+        }
+    }
+    const BoundsRest rest(drawing);
+    for (const std::vector<QxDEdge*>& bundle : bundles.all()) {
+        makeLoops(bundle);
     }
 }
 

@@ -24,7 +24,11 @@ QxMultiEdgeModeEnum bundleMode(const std::string& name);
 /// nodes. Edges that have bends keep them.
 void spreadEdges(Drawing& drawing, const SpreadingOptions& options);
 
-/// Lets all edges run along the axes, or as they like from now on.
-void routeAlongAxes(Drawing& drawing, bool isWanted);
+/// The same for the loops of a node, and for an edge that ends at ports.
+void spreadLoops(QxDNode& node);
+void leadAroundPorts(QxDEdge& edge);
+
+/// Makes the loops at nodes that show graphs anew: labels in these may have made the nodes larger.
+void renewLoopsOfBoxes(Drawing& drawing);
 
 }  // namespace qxdraw

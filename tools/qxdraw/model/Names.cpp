@@ -20,6 +20,9 @@ std::size_t distance(std::string_view a, std::string_view b, std::size_t limit) 
     constexpr std::size_t Longest = 64;
     a = a.substr(0, Longest);
     b = b.substr(0, Longest);
+    if (std::max(a.size(), b.size()) - std::min(a.size(), b.size()) >= limit) {
+        return limit;
+    }
     std::array<std::size_t, Longest + 1> row{};
     for (std::size_t i = 0; i <= b.size(); ++i) {
         row[i] = i;
@@ -93,6 +96,8 @@ std::string Names::unknown(std::string_view name, const char* kind,
     }
     std::sort(near.begin(), near.end());
     near.erase(std::unique(near.begin(), near.end()), near.end());
+    const std::size_t nearest = near.empty() ? 0 : near.front().first;
+    std::erase_if(near, [&](const auto& one) { return one.first > nearest + 1; });
     std::string text = std::string("there is no ") + kind + " '" + std::string(name) + "'";
     for (std::size_t i = 0; i < std::min(near.size(), Offered); ++i) {
         const bool isLast = i + 1 == std::min(near.size(), Offered);

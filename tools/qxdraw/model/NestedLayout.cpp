@@ -1,10 +1,10 @@
 // Copyright (c) 2026 the qxdraw authors
 // SPDX-License-Identifier: MIT
 
-// Each graph is laid out for itself, as a document of its own with one node for each of its members.
-// An edge counts in one graph alone: the innermost one around both ends, where it joins two members
-// (or one with itself). So all layouts together see each edge once, and the costs of a graph are
-// those of its own members.
+// Each graph is laid out for itself, as a document of its own with one node for each of its
+// members. An edge counts in one graph alone: the innermost one around both ends, where it joins
+// two members (or one with itself). So all layouts together see each edge once, and the costs of a
+// graph are those of its own members.
 //
 // While the layout runs, centers are those within each graph. The middle of its box, which is what
 // its node stands for in the graph around, is kept beside it, and the way from the middles outward
@@ -82,9 +82,7 @@ private:
     };
 
     DocumentNode& nodeAt(int index) { return m_document.nodes[at(index)]; }
-    bool isShown(int graph) const {
-        return m_drawing.graph(at(graph)).isVisible() != 0;
-    }
+    bool isShown(int graph) const { return m_drawing.graph(at(graph)).isVisible() != 0; }
     /// The graph that a node shows; -1 for none, and for a closed node.
     int shownIn(int node) const {
         return m_drawing.node(at(node)).expanded() != 0 ? m_graphIn[at(node)] : -1;
@@ -105,13 +103,13 @@ private:
                 continue;
             }
             const DocumentEdge& edge = m_document.edges[i];
-            const CommonView view = commonViewOf(
-                m_document, m_depths, edge.source, edge.target,
-                [&](int graph, int member, bool atSource) {
-                    if (m_crossings[at(graph)].size() < MostCrossings) {
-                        m_crossings[at(graph)].push_back({i, member, atSource});
-                    }
-                });
+            const CommonView view =
+                commonViewOf(m_document, m_depths, edge.source, edge.target,
+                             [&](int graph, int member, bool atSource) {
+                                 if (m_crossings[at(graph)].size() < MostCrossings) {
+                                     m_crossings[at(graph)].push_back({i, member, atSource});
+                                 }
+                             });
             const bool joinsOuterWithInner =
                 view.source == view.target && edge.source != edge.target;
             if (!joinsOuterWithInner) {
@@ -132,16 +130,11 @@ private:
     /// What the file says of the place of graphs, also of those that are not shown.
     void findGivenBoxes() {
         const auto include = [](std::optional<DocumentBox>& box, const DocumentBox& more) {
-            box = box ? DocumentBox{std::min(box->left, more.left),
-                                    std::min(box->bottom, more.bottom),
-                                    std::max(box->right, more.right), std::max(box->top, more.top)}
-                      : more;
+            box = united(box, more);
         };
         for (const DocumentNode& node : m_document.nodes) {
             if (node.center) {
-                include(m_given[at(node.graph)],
-                        {node.center->x - node.width / 2, node.center->y - node.height / 2,
-                         node.center->x + node.width / 2, node.center->y + node.height / 2});
+                include(m_given[at(node.graph)], boxOf(node));
             }
         }
         for (auto graph = m_order.rbegin(); graph + 1 != m_order.rend(); ++graph) {
@@ -218,8 +211,12 @@ private:
         options.edgeLength =
             m_options.edgeLength > 0 ? m_options.edgeLength : comfortableEdgeLength(part);
         options.keepOverlaps = m_options.keepOverlaps;
-        const double own = static_cast<double>(part.nodes.size()) *
-                           static_cast<double>(part.nodes.size());
+        if (m_options.edgeLength <= 0 && hasMetaEdges(graph)) {
+            constexpr double ForWideLines = 1.5;
+            options.edgeLength *= ForWideLines;
+        }
+        const double own =
+            static_cast<double>(part.nodes.size()) * static_cast<double>(part.nodes.size());
         if (m_options.onProgress) {
             options.onProgress = [this, own](double share) {
                 m_options.onProgress((m_done + share * own) / allWork());
@@ -234,6 +231,12 @@ private:
         }
         m_done += own;
         takeCenters(graph, part);
+    }
+
+    bool hasMetaEdges(int graph) const {
+        return std::any_of(
+            m_edges[at(graph)].begin(), m_edges[at(graph)].end(),
+            [&](const Edge& edge) { return m_document.edges[edge.index].standsFor > 0; });
     }
 
     double allWork() {
@@ -255,14 +258,7 @@ private:
         const bool hasTitle = !title.lines.empty();
         std::optional<DocumentBox> box;
         for (const int member : m_members[at(graph)]) {
-            const DocumentNode& node = nodeAt(member);
-            const DocumentBox own{
-                node.center->x - node.width / 2, node.center->y - node.height / 2,
-                node.center->x + node.width / 2, node.center->y + node.height / 2};
-            box = box ? DocumentBox{std::min(box->left, own.left),
-                                    std::min(box->bottom, own.bottom),
-                                    std::max(box->right, own.right), std::max(box->top, own.top)}
-                      : own;
+            box = united(box, boxOf(nodeAt(member)));
         }
         DocumentBox all = box.value_or(DocumentBox{});
         all.right = std::max(all.right, all.left + title.width() * BoldTimesAsWide);
@@ -276,8 +272,7 @@ private:
                 moveMembers(graph, dx, dy);
                 all = {all.left + dx, all.bottom + dy, all.right + dx, all.top + dy};
             }
-            all = {std::min(all.left, given->left), std::min(all.bottom, given->bottom),
-                   std::max(all.right, given->right), std::max(all.top, given->top)};
+            all = united(all, *given);
             m_isPlaced[at(graph)] = 1;
         }
         m_middles[at(graph)] = all.center();
@@ -412,7 +407,7 @@ private:
     std::vector<DocumentPoint> m_middles;  ///< of the boxes, in the coordinates of their graphs
     std::vector<std::optional<DocumentBox>> m_given;
     std::vector<char> m_isPlaced;  ///< graphs with coordinates of the whole drawing
-    bool m_isNested = false;  ///< any nested graph is shown
+    bool m_isNested = false;       ///< any nested graph is shown
     double m_done = 0;
     double m_all = 0;
 };

@@ -9,7 +9,7 @@
 namespace qxdraw {
 
 struct NestedLayoutOptions {
-    bool spring = true;  ///< else nodes stay where the document has them
+    bool spring = true;     ///< else nodes stay where the document has them
     double edgeLength = 0;  ///< 0: in each graph one that suits its nodes
     bool keepOverlaps = false;
     std::function<void(double)> onProgress;

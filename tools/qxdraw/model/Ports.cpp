@@ -82,15 +82,11 @@ private:
     /// An edge between a node and something that is shown in it ends at the border, near the other
     /// end; toward the middle of the node nothing of it would be seen.
     void connectInside(QxDEdge& edge) {
-        const auto isAround = [](const QxDNode& outer, const QxDNode& inner) {
-            const QxDGraph* nested = outer.pNestedGraph();
-            return nested != nullptr && inner.pOwnerGraph()->recursivelyNestedWithin(nested) != 0;
-        };
         QxDNode& source = *edge.pSourceNode();
         QxDNode& target = *edge.pTargetNode();
-        if (isAround(source, target)) {
+        if (isShownIn(target, source)) {
             edge.pSourceConnector(&borderConnector(source, *target.pIRect()));
-        } else if (isAround(target, source)) {
+        } else if (isShownIn(source, target)) {
             edge.pTargetConnector(&borderConnector(target, *source.pIRect()));
         }
     }
@@ -98,15 +94,13 @@ private:
     QxConnector& borderConnector(QxDNode& node, const QxRect& inner) {
         const QxRect& rect = *node.pIRect();
         const DocumentPoint center = toPlace(inner.center());
-        const std::array<DocumentPoint, 4> places = {
-            {{1.0 * rect.left(), center.y},
-             {center.x, 1.0 * rect.bottom()},
-             {1.0 * rect.right(), center.y},
-             {center.x, 1.0 * rect.top()}}};
-        const std::array<double, 4> gaps = {1.0 * inner.left() - rect.left(),
-                                            1.0 * inner.bottom() - rect.bottom(),
-                                            1.0 * rect.right() - inner.right(),
-                                            1.0 * rect.top() - inner.top()};
+        const std::array<DocumentPoint, 4> places = {{{1.0 * rect.left(), center.y},
+                                                      {center.x, 1.0 * rect.bottom()},
+                                                      {1.0 * rect.right(), center.y},
+                                                      {center.x, 1.0 * rect.top()}}};
+        const std::array<double, 4> gaps = {
+            1.0 * inner.left() - rect.left(), 1.0 * inner.bottom() - rect.bottom(),
+            1.0 * rect.right() - inner.right(), 1.0 * rect.top() - inner.top()};
         const auto nearest = std::min_element(gaps.begin(), gaps.end()) - gaps.begin();
         return m_drawing.addConnector(node, places[static_cast<std::size_t>(nearest)],
                                       QxSize(0, 0));

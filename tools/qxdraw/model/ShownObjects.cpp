@@ -57,7 +57,11 @@ void ShownObjects::findIn(const QxDGraph& graph, const QxRect& region, bool inOr
                                   &m_edgeLabels, &m_graphLabels, &m_connectors, &m_connectorLabels,
                                   inOrder ? 1 : 0);
     append<QxDNodeDListIter>(m_nodes, nodes);
-    append<QxPEdgeDListIter>(m_segments, segments);
+    for (QxPEdge* segment : QxPEdgeDListIter(&m_segments)) {
+        if (segment->isVisible() != 0) {  // between graphs there are edges with hidden ends
+            segments.push_back(segment);
+        }
+    }
     append<QxConnectorDListIter>(m_connectors, connectors);
     append<QxNodeLabelDListIter>(m_nodeLabels, nodeLabels);
     append<QxEdgeLabelDListIter>(m_edgeLabels, edgeLabels);

@@ -81,8 +81,8 @@ void moveToCenters(Drawing& drawing, const GraphDocument& document) {
     }
 }
 
-/// The document as one graph with at most one edge between two nodes. Each edge pulls, and a bundle would pull
-/// its ends so close together that nobody could tell its edges apart.
+/// The document as one graph with at most one edge between two nodes. Each edge pulls, and a bundle
+/// would pull its ends so close together that nobody could tell its edges apart.
 GraphDocument withoutBundles(const GraphDocument& document) {
     GraphDocument result = document;
     result.edges.clear();

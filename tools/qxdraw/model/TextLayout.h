@@ -14,7 +14,7 @@ inline constexpr double NameFontSize = 13;
 inline constexpr double EdgeFontSize = 11;
 inline constexpr double TitleFontSize = 12;      ///< of graphs; bold
 inline constexpr double BoldTimesAsWide = 1.08;  ///< as the same text in the normal weight
-inline constexpr double LineSpacing = 1.25;  ///< times the font size
+inline constexpr double LineSpacing = 1.25;      ///< times the font size
 
 /// About how wide a line of UTF-8 text is in the picture's sans font. It depends on nothing but
 /// the text, so that a drawing comes out the same on every machine.

@@ -18,8 +18,8 @@ struct ViewOptions {
     std::vector<std::string> collapse;  ///< names of nested graphs, "all", "depth:N"
     std::vector<std::string> fold;      ///< lists of names, each "NAME,NAME,..." makes a folder
     std::vector<std::string> hide;
-    std::string only;   ///< shows this and what lies around it; empty: everything
-    int depth = 1;      ///< how many edges away from `only`
+    std::string only;  ///< shows this and what lies around it; empty: everything
+    int depth = 1;     ///< how many edges away from `only`
     Way way = Way::Both;
 
     bool isEmpty() const {

@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <csignal>
 #include <cstring>
 #include <filesystem>
 
@@ -63,13 +64,46 @@ private:
     int m_descriptor;
 };
 
+/// While it lasts, signals that would end the program wait: nothing half done is left behind.
+class SignalHold {
+public:
+    SignalHold() {
+        sigset_t ending;
+        ::sigemptyset(&ending);
+        for (const int signal : {SIGHUP, SIGINT, SIGQUIT, SIGTERM}) {
+            ::sigaddset(&ending, signal);
+        }
+        ::pthread_sigmask(SIG_BLOCK, &ending, &m_before);
+    }
+    ~SignalHold() { ::pthread_sigmask(SIG_SETMASK, &m_before, nullptr); }
+    SignalHold(const SignalHold&) = delete;
+    SignalHold& operator=(const SignalHold&) = delete;
+
+private:
+    sigset_t m_before{};
+};
+
 /// A file of its own name that disappears unless it is renamed.
 class TemporaryFile {
 public:
-    explicit TemporaryFile(const std::string& beside)
+    /// With the permissions of `replaced`, which may be null: then with those of new files.
+    TemporaryFile(const std::string& beside, const struct stat* replaced)
         : m_path(beside + ".XXXXXX"), m_file(::mkstemp(m_path.data())) {
         if (m_file.descriptor() < 0) {
+            m_path.clear();
             fail("cannot be written");
+        }
+        if (replaced == nullptr) {
+            const mode_t mask = ::umask(0);
+            ::umask(mask);
+            ::fchmod(m_file.descriptor(), 0666 & ~mask);
+        } else {
+            // Who may not give files away keeps the group or, failing that, neither.
+            if (::fchown(m_file.descriptor(), replaced->st_uid, replaced->st_gid) != 0 &&
+                ::fchown(m_file.descriptor(), static_cast<uid_t>(-1), replaced->st_gid) != 0) {
+                errno = 0;
+            }
+            ::fchmod(m_file.descriptor(), replaced->st_mode & 0777);
         }
     }
     ~TemporaryFile() {
@@ -81,9 +115,6 @@ public:
     TemporaryFile& operator=(const TemporaryFile&) = delete;
 
     void write(std::string_view bytes) {
-        const mode_t mask = ::umask(0);
-        ::umask(mask);
-        ::fchmod(m_file.descriptor(), 0666 & ~mask);
         m_file.write(bytes);
         m_file.flush();
         m_file.close();
@@ -110,6 +141,13 @@ std::string behindLinks(const std::string& path) {
 
 }  // namespace
 
+bool isSameFile(const std::string& path, const std::string& other) {
+    struct stat first {};
+    struct stat second {};
+    return ::stat(path.c_str(), &first) == 0 && ::stat(other.c_str(), &second) == 0 &&
+           S_ISREG(first.st_mode) && first.st_dev == second.st_dev && first.st_ino == second.st_ino;
+}
+
 void writeOutputFile(const std::string& path, std::string_view bytes) {
     const std::string target = behindLinks(path);
     struct stat status {};
@@ -126,7 +164,14 @@ void writeOutputFile(const std::string& path, std::string_view bytes) {
         device.close();
         return;
     }
-    TemporaryFile file(target);
+    if (exists && ::access(target.c_str(), W_OK) != 0) {
+        fail("cannot be written");  // renaming would not ask
+    }
+    if (exists && status.st_nlink > 1) {
+        throw PictureError("has a second name, which would keep the former contents: not written");
+    }
+    const SignalHold held;
+    TemporaryFile file(target, exists ? &status : nullptr);
     file.write(bytes);
     file.renameTo(target);
 }

@@ -154,8 +154,7 @@ void addPortsAndLabels(Scene& scene, const Drawing& drawing, const GraphDocument
             if (port.connector->getCenter(center, 0) == 0) {
                 continue;
             }
-            scene.ports.push_back({toPlace(center),
-                                   static_cast<double>(port.connector->ntWidth()),
+            scene.ports.push_back({toPlace(center), static_cast<double>(port.connector->ntWidth()),
                                    static_cast<double>(port.connector->ntHeight())});
         }
     }

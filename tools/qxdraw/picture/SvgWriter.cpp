@@ -131,10 +131,17 @@ private:
         return std::min(2.2 + std::log2(static_cast<double>(edge.standsFor)), Widest);
     }
 
+    /// Arrow heads stay wider than the lines.
+    static double arrowScale(const SceneEdge& edge) {
+        constexpr double Share = 0.3;
+        return edge.standsFor > 0 ? Share * widthOf(edge) + Share : 1;
+    }
+
     /// The line stops inside its arrow head, whose tip would be blunt otherwise.
-    static DocumentPoint shortened(const DocumentPoint& tip, const DocumentPoint& from) {
+    static DocumentPoint shortened(const DocumentPoint& tip, const DocumentPoint& from,
+                                   double scale) {
         const double length = std::hypot(tip.x - from.x, tip.y - from.y);
-        const double cut = std::min(ArrowLength * 0.8, length / 2);
+        const double cut = std::min(ArrowLength * scale * 0.8, length / 2);
         return length > 0 ? DocumentPoint{tip.x + (from.x - tip.x) * cut / length,
                                           tip.y + (from.y - tip.y) * cut / length}
                           : tip;
@@ -143,10 +150,10 @@ private:
     std::string pathOf(const SceneEdge& edge) const {
         std::vector<DocumentPoint> points = edge.points;
         if (edge.arrowAtSource) {
-            points.front() = shortened(points[0], points[1]);
+            points.front() = shortened(points[0], points[1], arrowScale(edge));
         }
         if (edge.arrowAtTarget) {
-            points.back() = shortened(points.back(), points[points.size() - 2]);
+            points.back() = shortened(points.back(), points[points.size() - 2], arrowScale(edge));
         }
         std::string path = command('M', points.front());
         for (std::size_t i = 1; i + 1 < points.size(); ++i) {
@@ -175,25 +182,28 @@ private:
                 continue;
             }
             if (edge.arrowAtTarget) {
-                writeArrow(edge.points.back(), edge.points[edge.points.size() - 2]);
+                writeArrow(edge.points.back(), edge.points[edge.points.size() - 2],
+                           arrowScale(edge));
             }
             if (edge.arrowAtSource) {
-                writeArrow(edge.points[0], edge.points[1]);
+                writeArrow(edge.points[0], edge.points[1], arrowScale(edge));
             }
         }
         m_svg += "</g>\n";
     }
 
-    void writeArrow(const DocumentPoint& tip, const DocumentPoint& from) {
+    void writeArrow(const DocumentPoint& tip, const DocumentPoint& from, double scale) {
         const double length = std::hypot(tip.x - from.x, tip.y - from.y);
         if (length <= 0) {
             return;
         }
         const double ux = (tip.x - from.x) / length;
         const double uy = (tip.y - from.y) / length;
-        const DocumentPoint base{tip.x - ux * ArrowLength, tip.y - uy * ArrowLength};
-        const DocumentPoint left{base.x - uy * ArrowHalfWidth, base.y + ux * ArrowHalfWidth};
-        const DocumentPoint right{base.x + uy * ArrowHalfWidth, base.y - ux * ArrowHalfWidth};
+        const double back = ArrowLength * scale;
+        const double aside = ArrowHalfWidth * (scale > 1 ? 1.4 * scale : 1);
+        const DocumentPoint base{tip.x - ux * back, tip.y - uy * back};
+        const DocumentPoint left{base.x - uy * aside, base.y + ux * aside};
+        const DocumentPoint right{base.x + uy * aside, base.y - ux * aside};
         m_svg += "<path";
         attribute("d", command('M', tip) + command('L', left) + command('L', right) + 'Z');
         m_svg += "/>\n";

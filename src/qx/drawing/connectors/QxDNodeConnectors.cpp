@@ -22,6 +22,7 @@
 #include "qx/drawing/internal/Extras.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/geometry/QxPerMil.h"
+#include "qx/update/internal/MoveReactions.h"
 
 using qx::internal::Change;
 using qx::internal::Ref;
@@ -284,6 +285,21 @@ QxSize scaledOffset(const QxSize& offset, const QxRect& before, const QxRect& no
                      isBelow ? now.bottomHalfHeight() : now.topHalfHeight())};
 }
 
+using Basis = qx::internal::ConnectorExtras::Basis;
+
+QxSize placeOf(const QxPerMil& perMil, const QxSize& offset, const QxRect& rect) {
+    return {qx::saturatingAdd(perMil.getOffsetX(rect), offset.width()),
+            qx::saturatingAdd(perMil.getOffsetY(rect), offset.height())};
+}
+
+/// Where a connector comes to stand, always reckoned from the same place, so that the node may
+/// change its size back and forth and no rounding adds up.
+QxSize placeFrom(const Basis& basis, const QxRect& rect) {
+    const QxSize offset =
+        basis.scales ? scaledOffset(basis.offset, basis.nodeRect, rect) : basis.offset;
+    return placeOf(basis.perMil, offset, rect);
+}
+
 }  // namespace
 
 void QxDNode::updateCalculatedConnectorsOnResize(const QxRect&, const QxRect& rectBefore,
@@ -292,12 +308,56 @@ void QxDNode::updateCalculatedConnectorsOnResize(const QxRect&, const QxRect& re
     if (graph != nullptr && graph->fileReadRunning() != 0) {
         return;
     }
+    // Expanded nodes change their size at the library's will, and get their old one back.
+    const auto followFromBasis = [&](QxConnector& connector) {
+        QxPerMil perMil = connector.getPerMil();
+        const QxSize at = placeOf(perMil, connector.ntOffset(), rectBefore);
+        auto& basis = static_cast<qx::internal::ConnectorExtras&>(connector.extras()).basis;
+        if (!basis || !(basis->lastPlace == at) || !(basis->lastNodeSize == rectBefore.size())) {
+            basis = std::make_unique<Basis>(Basis{rectBefore, perMil, connector.ntOffset(),
+                                                  connector.isUsedWithinGraph(), at, QxSize()});
+        }
+        const QxSize place = placeFrom(*basis, rectNow);
+        basis->lastPlace = place;
+        basis->lastNodeSize = rectNow.size();
+        // As a proportion or as an offset, as it is kept now.
+        if (!(perMil == basis->perMil) && !(perMil == QxPerMil())) {
+            perMil.compute(place.width(), place.height(), rectNow);
+        }
+        const QxSize part = placeOf(perMil, QxSize(), rectNow);
+        connector.vSetPerMil(perMil);
+        connector.vSetOffset(QxSize(qx::saturatingSub(place.width(), part.width()),
+                                    qx::saturatingSub(place.height(), part.height())));
+        for (const QxConnector::User& user : connector.m_users) {
+            qx::internal::noteNewOffset(connector, *user.edge, connector.ntOffset());
+        }
+        if (connector.isUsedWithinGraph()) {
+            connector.setFlag(qx::flags::ConnectorRescaled, 1);
+        }
+    };
     for (QxConnector* connector : Snapshot<QxConnector>(pQueryConnectorManager())) {
-        if (connector->specified() == 0 && connector->isUsedWithinGraph()) {
-            connector->vSetOffset(scaledOffset(connector->ntOffset(), rectBefore, rectNow));
-            connector->setFlag(qx::flags::ConnectorRescaled, 1);
+        if (connector->specified() != 0) {
+            continue;
+        }
+        if (expanded() != 0) {
+            followFromBasis(*connector);
+        } else if (connector->isUsedWithinGraph()) {
+            rescaleConnector(*connector, rectBefore, rectNow);
         }
     }
+}
+
+void QxDNode::rescaleConnector(QxConnector& connector, const QxRect& before, const QxRect& now) {
+    // During a move from what it was at first, so that many steps round no more than one does.
+    QxSize offset = scaledOffset(connector.ntOffset(), before, now);
+    for (const QxConnector::User& user : connector.m_users) {
+        if (const auto atStart = qx::internal::offsetAtStart(connector, *user.edge)) {
+            offset = scaledOffset(atStart->offset, atStart->nodeRect, now);
+            qx::internal::noteNewOffset(connector, *user.edge, offset);
+        }
+    }
+    connector.vSetOffset(offset);
+    connector.setFlag(qx::flags::ConnectorRescaled, 1);
 }
 
 void QxDNode::actOnUpdateConnectors(const QxRect& rectAtStart, const QxRect& rectBefore) {

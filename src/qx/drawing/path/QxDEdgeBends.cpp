@@ -58,6 +58,17 @@ QxPNode* QxDEdge::ntAddBend(QxPEdge* segment, const QxPoint& point) {
     return bend->pOwnerEdge() == this ? bend.get() : nullptr;
 }
 
+QxPNode* QxDEdge::ntAppendBend(const QxPoint& point) {
+    const Ref alive(*this);
+    QxPEdge* const last = pTargetOrPathEdge();
+    const Ref bend(last != nullptr ? breakSegment(last, point) : nullptr);
+    if (!bend) {
+        return nullptr;
+    }
+    tellBendAdded(bend.get());
+    return bend->pOwnerEdge() == this ? bend.get() : nullptr;
+}
+
 QxPNode* QxDEdge::splitSegment(QxPEdge* segment, const QxPoint& point) {
     if (connected() == 0 || segment == nullptr || segment->connected() == 0 ||
         segment->pOwnerEdge() != this) {

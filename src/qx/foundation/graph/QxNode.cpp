@@ -289,6 +289,21 @@ std::int32_t QxNode::transferOutEdges(QxNode* node) {
     return moved;
 }
 
+int QxNode::moveEndToBack(QxEdge* edge, int atTarget) {
+    if (edge == nullptr || (atTarget != 0 ? edge->m_target : edge->m_source) != this ||
+        !edge->listsAt(this)) {
+        return 0;
+    }
+    QxDListCell& cell = atTarget != 0 ? edge->m_targetCell : edge->m_sourceCell;
+    if (cell.isLinked() == 0) {
+        return 0;
+    }
+    QxEdgeDList& list =
+        edge->endList(this, atTarget != 0 ? &QxNode::m_inEdges : &QxNode::m_outEdges);
+    list.transferCell(&cell, &list);
+    return 1;
+}
+
 void QxNode::orderEdgesLike(const QxNode* source) {
     const auto reorder = [this](const QxEdgeDList& from, QxEdgeDList& to, QxGraphListEnum list) {
         const QxDListCell* cell = from.pFirstCell();

@@ -85,6 +85,9 @@ public:
     /// stays. Returns how many moved.
     std::int32_t transferInEdges(QxNode* node);
     std::int32_t transferOutEdges(QxNode* node);
+    /// Moves one end of an edge, the source (target) when `atTarget` is 0 (1), to the back of that
+    /// list of this node which holds it; listeners are not told. 1, or 0 when the end is not here.
+    int moveEndToBack(QxEdge* edge, int atTarget);
     /// @}
 
 protected:
