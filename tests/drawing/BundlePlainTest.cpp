@@ -261,6 +261,15 @@ TEST(Bundles, OfAGraphAreThoseAtItsNodes) {
     EXPECT_NE(edges[0]->ntFromPoint(0), edges[1]->ntToPoint(0));
 }
 
+TEST(Bundles, LoopsStayInTheRangeOfCoordinates) {
+    QxFactory factory;
+    SmallDrawing drawing(factory);
+    QxDNode* node = drawing.addNode(0, 2147483640, 40, 10);
+    QxDEdge* loop = drawing.addEdge(node, node);
+    node->reorganizeReflexiveEdges();
+    EXPECT_EQ(pathOf(*loop)[1], QxPoint(10, 2147483647));
+}
+
 TEST(Bundles, ConnectorsOfClientsAreNeverMoved) {
     QxFactory factory;
     SmallDrawing drawing(factory);
