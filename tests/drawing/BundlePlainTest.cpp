@@ -7,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include <cmath>
+#include <functional>
 
 #include "drawing/DrawingTesting.h"
 #include "qx/drawing/QxPNode.h"
@@ -48,7 +49,8 @@ bool meets(const QxRect& rect, const QxPoint& a, const QxPoint& b) {
 /// Two or three nodes with parallel edges in both directions, and self-loops.
 class PlainBundles {
 public:
-    explicit PlainBundles(TestRandom& random) : m_random(random), m_drawing(m_factory) {
+    explicit PlainBundles(TestRandom& random)
+        : m_random(random), m_drawing(m_factory), m_alignment(random.below(4)) {
         m_nodes = {addNode(), addNode()};
         while (overlap(*m_nodes[0]->pIRect(), *m_nodes[1]->pIRect())) {
             m_nodes[1] = addNode();
@@ -66,8 +68,8 @@ public:
 
 private:
     QxDNode* addNode() {
-        const bool isAligned = m_random.chance(40);
-        QxDNode* node = m_drawing.addNode(m_random.below(isAligned ? 2 : 900), m_random.below(900),
+        QxDNode* node = m_drawing.addNode(m_random.below(m_alignment == 0 ? 2 : 900),
+                                          m_random.below(m_alignment == 1 ? 2 : 900),
                                           m_random.below(150), m_random.below(150));
         const QxShape shape(m_random.chance(50) ? QxShapeTypeOval : QxShapeTypeRectangle);
         node->pShape(&shape, 0);
@@ -121,6 +123,7 @@ private:
     TestRandom& m_random;
     QxFactory m_factory;
     SmallDrawing m_drawing;
+    int m_alignment;  ///< along an axis, where offsets are halves of units
     std::vector<QxDNode*> m_nodes;
     std::vector<QxDEdge*> m_edges;
     std::vector<QxDEdge*> m_loops;
@@ -258,6 +261,15 @@ TEST(Bundles, OfAGraphAreThoseAtItsNodes) {
     EXPECT_NE(edges[0]->ntFromPoint(0), edges[1]->ntToPoint(0));
 }
 
+TEST(Bundles, LoopsStayInTheRangeOfCoordinates) {
+    QxFactory factory;
+    SmallDrawing drawing(factory);
+    QxDNode* node = drawing.addNode(0, 2147483640, 40, 10);
+    QxDEdge* loop = drawing.addEdge(node, node);
+    node->reorganizeReflexiveEdges();
+    EXPECT_EQ(pathOf(*loop)[1], QxPoint(10, 2147483647));
+}
+
 TEST(Bundles, ConnectorsOfClientsAreNeverMoved) {
     QxFactory factory;
     SmallDrawing drawing(factory);
@@ -277,6 +289,56 @@ TEST(Bundles, ConnectorsOfClientsAreNeverMoved) {
     EXPECT_EQ(pathOf(*fixed), (Points{{20, 5}, {180, 5}}));
     EXPECT_EQ(connector->ntCenter(), QxPoint(0, 20));
     EXPECT_EQ(connector->isUsed(), 0);
+}
+
+class OnBendDiscarded : public QxDrawingChangeListener {
+public:
+    using QxDrawingChangeListener::drawingChanged;
+    void drawingChanged(QxDrawingChangeEventData* data) override {
+        if (data->type() == PathNodeDiscarded) {
+            std::exchange(act, [] {})();
+        }
+    }
+    std::function<void()> act = [] {};
+};
+
+TEST(Bundles, ListenersMayCarryEdgesOffMeanwhile) {
+    QxFactory factory;
+    OnBendDiscarded listener;
+    SmallDrawing drawing(factory);
+    factory.pEventManager()->addDrawingChangeListener(drawing.manager.get(), &listener);
+    QxDNode* a = drawing.addNode(0, 0, 40, 40);
+    std::vector<QxDEdge*> edges;
+    for (const int x : {200, 400}) {
+        QxDNode* b = drawing.addNode(x, 0, 40, 40);
+        edges.insert(edges.end(),
+                     {drawing.addEdge(a, b), drawing.addEdge(b, a), drawing.addEdge(a, b)});
+    }
+    drawing.addBend(edges[1], 100, 100);
+    listener.act = [&] { drawing.graph->discardEdge(edges[3]); };
+    drawing.graph->reorganizeMultiEdges(QxMultiEdgeParallel);
+    EXPECT_EQ(pathOf(*edges[2]), (Points{{20, 8}, {180, 8}}));
+    EXPECT_NE(edges[5]->pInternalSourceConnector(), nullptr) << "the first of its bundle has gone";
+
+    // A client's connector that comes in the middle of it stays where it is.
+    drawing.addBend(edges[1], 100, 100);
+    QxConnector* connector = nullptr;
+    listener.act = [&] {
+        connector = edges[1]->pSourceNode()->addConnector(0, 1000, 0, 0, 1, 0);
+        edges[1]->pSourceConnector(connector);
+    };
+    drawing.graph->reorganizeMultiEdges(QxMultiEdgeParallel);
+    EXPECT_EQ(edges[1]->pSourceConnector(), connector);
+    EXPECT_EQ(connector->ntCenter(), QxPoint(200, 20));
+
+    edges[1]->pSourceConnector(nullptr);
+    drawing.addBend(edges[2], 100, 100);
+    drawing.manager->controlStarted(1);
+    listener.act = [&] { drawing.graph->removeEdge(edges[0]); };
+    const QxShape oval(QxShapeTypeOval);
+    a->pShape(&oval, 0);
+    EXPECT_EQ(edges[0]->marked(), 0) << "it was there when the change of shape began";
+    edges[0]->vRelease();
 }
 
 }  // namespace

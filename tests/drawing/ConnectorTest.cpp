@@ -171,4 +171,15 @@ TEST_F(Connector, CopiesOfAGraphHaveConnectorsOfTheirOwn) {
     EXPECT_EQ(connector->pIUserField(), nullptr);
 }
 
+TEST_F(Connector, EdgesThatDieOutsideAGraphAreForgotten) {
+    QxConnector* connector = node->addConnector(0, 500, 3, 0, 1, 0);
+    edge->pSourceConnector(connector);
+    edge->pTargetConnector(drawing.target->ntAddConnector(-1000, 0, 0, 0));
+    drawing.graph->removeEdge(edge);
+    ASSERT_EQ(connector->isUsed(), 1) << "it may come back";
+    edge->vRelease();
+    EXPECT_EQ(connector->isUsed(), 0);
+    EXPECT_EQ(drawing.target->numberOfAllConnectors(), 0);
+}
+
 }  // namespace

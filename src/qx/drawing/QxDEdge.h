@@ -343,7 +343,8 @@ public:
     /// list is null. Nothing happens for a self-loop and without an owner graph. O(k log k) for k
     /// edges at the end of lower degree.
     void reorganizeMultiEdgeBundle(QxMultiEdgeModeEnum mode, const QxDEdgeDList* edges);
-    /// The modes: see QxMultiEdgeModeEnum. As one change of the graph.
+    /// The modes: see QxMultiEdgeModeEnum. As one change of the graph. Nothing runs in parallel
+    /// when the first edge has a specified connector.
     void reorganizeMultiEdgeBundleOverlap(const QxDEdgeDList* bundle);
     void reorganizeMultiEdgeBundleParallel(const QxDEdgeDList* bundle);
     void reorganizeMultiEdgeBundleOneBend(const QxDEdgeDList* bundle);
@@ -365,7 +366,8 @@ public:
     static void computeOffsetPointsForMultiEdgesParallel(QxPoint& out, double stepX, double stepY,
                                                          int index, int odd);
     /// Gives both ends calculated connectors on that line shifted by `offset`, in the coordinates
-    /// of the path. An end whose node the line does not meet stays without one.
+    /// of the path, in place of those that it has. An end whose node the line does not meet stays
+    /// without one.
     void assignConnectorsMultiEdgesParallel(const QxPoint* offset);
     /// A new calculated connector where the way `from` a point `toward` another, in the coordinates
     /// of the path, meets the node's shape; null where it does not. No end is assigned to it yet.

@@ -495,7 +495,8 @@ public:
     /// @name Parallel edges and self-loops (drawing/bundles/QxDGraphBundles.cpp)
     /// @{
 
-    /// Lays out every bundle of edges between the same two nodes, once; see QxDEdge. O(n log n) in
+    /// Lays out every bundle of edges at a node of the graph, those between graphs included, once,
+    /// node by node; of the edges between graphs all, when it is theirs. See QxDEdge. O(n log n) in
     /// nodes and edges, however many of them are parallel.
     void reorganizeMultiEdges(QxMultiEdgeModeEnum mode);
     /// Lays out the self-loops of every node; see QxDNode.

@@ -222,7 +222,7 @@ public:
     int getBoundingRectWithConnectors(QxRect& rect, int inOwnGraph) const;
     /// @}
 
-    /// @name Connectors (drawing/connectors/QxDNodeConnectors.cpp)
+    /// @name Connectors (drawing/connectors/QxDNodeConnectors.cpp, QxDNodeShapeConnectors.cpp)
     /// Places where edges end, in the order of insertion. Specified ones are made by clients,
     /// calculated ones for the ends of edges; see QxConnector.
     /// @{

@@ -73,7 +73,7 @@ void QxDNode::reorganizeReflexiveEdges() {
             }
             ++number;
             const std::int32_t y =
-                qx::clampToInt32(rect.top() + LoopRise + (number - 1) * spacing / 2);
+                qx::clampToInt32(std::int64_t{rect.top()} + LoopRise + (number - 1) * spacing / 2);
             const QxPoint right(qx::truncToInt32(rect.x() + number * step), y);
             const QxPoint left(qx::truncToInt32(rect.x() - number * step), y);
             qx::internal::holdEnd(*loop, true, footBelow(*this, right), QxDirectionUp);

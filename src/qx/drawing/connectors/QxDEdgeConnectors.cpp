@@ -139,9 +139,7 @@ void QxDEdge::setConnectorsAside() {
 }
 
 void QxDEdge::loseConnectors() {
-    if (!hasConnectors()) {
-        return;
-    }
+    // Those that a removed edge has only notes of, too: they must not remember what has gone.
     for (const bool atSource : {true, false}) {
         if (QxConnector* const connector = pNotedConnector(atSource)) {
             const Ref alive(*connector);
