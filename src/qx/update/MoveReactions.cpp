@@ -151,4 +151,18 @@ void noteNewOffset(const QxConnector& connector, const QxDEdge& edge, const QxSi
     }
 }
 
+void noteNewPlace(const QxConnector& connector, const QxDEdge& edge) {
+    bool atSource = false;
+    const QxDEdgeInitialGeometry* record = recordAt(connector, edge, atSource);
+    if (record == nullptr || connector.pOwnerNode() == nullptr) {
+        return;
+    }
+    const QxRect& rect = *connector.pOwnerNode()->pIRect();
+    const QxPoint place = connector.ntCenter() - rect.center();
+    const QxPerMil& perMil = atSource ? record->fromPerMil() : record->toPerMil();
+    noteNewOffset(connector, edge,
+                  QxSize(qx::saturatingSub(place.x(), perMil.getOffsetX(rect)),
+                         qx::saturatingSub(place.y(), perMil.getOffsetY(rect))));
+}
+
 }  // namespace qx::internal

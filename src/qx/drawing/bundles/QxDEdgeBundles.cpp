@@ -39,16 +39,23 @@ namespace {
 
 /// The node at one end of an edge, as it is seen in the coordinates of the path.
 struct EndNode {
-    EndNode(const QxDEdge& edge, QxDNode& endNode) : node(endNode), rect(*endNode.pIRect()) {
-        graph = edge.intergraphEdge() != 0 ? node.pOwnerGraph() : nullptr;
+    EndNode(QxDNode& endNode, bool isBetweenGraphs) : node(endNode), rect(*endNode.pIRect()) {
+        graph = isBetweenGraphs ? node.pOwnerGraph() : nullptr;
         if (graph != nullptr) {
             graph->expandedTransformRect(rect);
         }
     }
 
     bool clip(QxPoint& from, const QxPoint& toward) const {
-        return qx::internal::shownShape(node).intersectsSegment(from, from, toward, rect.center(),
-                                                                rect.size()) != 0;
+        return clip(qx::internal::shownShape(node), from, toward);
+    }
+    /// Where the way from the center to a point leaves the rectangle; the center when it does not.
+    QxPoint exitToward(const QxPoint& point) const {
+        QxPoint exit = rect.center();
+        if (rect.within(point) == 0) {
+            clip(QxShape(), exit, point);
+        }
+        return exit;
     }
     /// Into the coordinates of the node's graph.
     QxPoint toNode(QxPoint point) const {
@@ -61,13 +68,20 @@ struct EndNode {
     QxDNode& node;
     QxRect rect;
     const QxDGraph* graph;
+
+private:
+    bool clip(const QxShape& shape, QxPoint& from, const QxPoint& toward) const {
+        return shape.intersectsSegment(from, from, toward, rect.center(), rect.size()) != 0;
+    }
 };
 
 /// The ends of an edge and the line between their centers, which is horizontal where these are one.
 struct Span {
     explicit Span(const QxDEdge& edge)
-        : source(edge, *edge.pSourceNode()),
-          target(edge, *edge.pTargetNode()),
+        : Span(*edge.pSourceNode(), *edge.pTargetNode(), edge.intergraphEdge() != 0) {}
+    Span(QxDNode& sourceNode, QxDNode& targetNode, bool isBetweenGraphs)
+        : source(sourceNode, isBetweenGraphs),
+          target(targetNode, isBetweenGraphs),
           from(source.rect.center()),
           to(target.rect.center()) {
         if (from == to) {
@@ -88,14 +102,15 @@ struct Span {
 /// x and subtracted in y.
 struct Step {
     Step(const Span& span, std::int32_t spacing) {
-        const auto dx = static_cast<double>(span.dx());
-        const auto dy = static_cast<double>(span.dy());
-        const double half = spacing / (2.0 * std::hypot(dx, dy));
+        const auto dx = static_cast<double>(std::abs(span.dx()));
+        const auto dy = static_cast<double>(std::abs(span.dy()));
+        const double twice = 2.0 * std::hypot(dx, dy);
         const double signX = span.dx() < 0 ? 1.0 : -1.0;
         const double signY = span.dy() < 0 ? 1.0 : -1.0;
         const double turn = signX == signY ? -1.0 : 1.0;
-        x = half * std::abs(dy) * signX * turn;
-        y = half * std::abs(dx) * signY * turn;
+        // One rounding, the last: along an axis halves of units stay halves.
+        x = spacing * dy / twice * signX * turn;
+        y = spacing * dx / twice * signY * turn;
     }
     double x;
     double y;
@@ -123,32 +138,63 @@ void freeEnds(QxDEdge& edge) {
     edge.pTargetConnector(nullptr);
 }
 
-bool canLayOut(const QxDEdge& edge, const QxDEdge& model) {
-    return qx::internal::isSibling(model, edge) && !qx::internal::hasSpecifiedConnector(edge);
+/// Of the listed edges the siblings of one.
+Siblings listedSiblings(const QxDEdge& edge, const QxDEdgeDList* listed) {
+    Siblings found;
+    if (listed != nullptr) {
+        for (QxDEdge* other : each<QxDEdge>(*listed)) {
+            if (qx::internal::isSibling(edge, *other)) {
+                found.push_back(other);
+            }
+        }
+    }
+    return found;
 }
 
-/// What a layout works on: those of the edges that run between the ends of the first, or of another
-/// one, and are free to be laid out.
+/// The room across the line between the centers that both nodes offer; -1 without any.
+double roomAcross(const Span& span) {
+    const auto roomAt = [](const EndNode& end, const QxPoint& center, const QxPoint& other) {
+        const QxShape& shape = qx::internal::shownShape(end.node);
+        const QxSize size = end.rect.size();
+        return shape.within(end.rect.center(), end.rect.center(), size) != 0
+                   ? shape.maxAvailableDiagonalLengthAtShape(center, other, size)
+                   : -1.0;
+    };
+    return std::min(roomAt(span.source, span.from, span.to),
+                    roomAt(span.target, span.to, span.from));
+}
+
+/// How far apart that many edges run: as far as the graph wants, or as there is room; -1 without.
+std::int32_t spacingAcross(const Span& span, const QxDGraph& graph, int count) {
+    const double room = roomAcross(span) - 1.0;
+    if (room < 0.0 || count <= 0) {
+        return -1;
+    }
+    return std::min(graph.diagrammingMultiEdgeSpacing(), qx::truncToInt32(room / count));
+}
+
+/// What a layout works on: siblings that are free to be laid out, seen from the source of the
+/// first. Listeners may carry off any of them, the nodes too: what counts is asked edge by edge.
 class Bundle {
 public:
-    Bundle(QxDEdge& model, const Siblings& edges) : m_model(&model), m_graph(model.pOwnerGraph()) {
-        for (QxDEdge* edge : edges) {
-            if (m_graph && canLayOut(*edge, model)) {
+    explicit Bundle(const Siblings& siblings) {
+        for (QxDEdge* edge : siblings) {
+            if (m_edges.isEmpty()) {
+                m_graph = Ref(edge->pOwnerGraph());
+                m_source = Ref(edge->pSourceNode());
+                m_target = Ref(edge->pTargetNode());
+                m_isBetweenGraphs = edge->intergraphEdge() != 0;
+            }
+            if (isFree(*edge)) {
                 m_edges.add(edge);
             }
         }
     }
-    static Bundle ofListed(QxDEdge& model, const QxDEdgeDList* list) {
-        Siblings edges;
-        if (list != nullptr) {
-            for (QxDEdge* edge : each<QxDEdge>(*list)) {
-                edges.push_back(edge);
-            }
-        }
-        return {model, edges};
-    }
 
     void layOut(QxMultiEdgeModeEnum mode) {
+        if (m_edges.isEmpty()) {
+            return;
+        }
         switch (mode) {
             case QxMultiEdgeOverlap:
                 return overlap();
@@ -160,55 +206,66 @@ public:
                 return;
         }
     }
+
+private:
     void overlap();
     void spread();
     void bendEach();
 
-private:
+    bool isFree(const QxDEdge& edge) const {
+        const QxNode* from = edge.pSourceNode();
+        const QxNode* to = edge.pTargetNode();
+        const bool isBetween = (from == m_source.get() && to == m_target.get()) ||
+                               (from == m_target.get() && to == m_source.get());
+        return isBetween && edge.connected() != 0 && edge.deactivated() == 0 &&
+               m_graph.get() == edge.pOwnerGraph() && !qx::internal::hasSpecifiedConnector(edge);
+    }
     /// As one change of the graph; `act` gets the position in the bundle, counted from 1.
     template <class Act>
     void eachEdge(const Act& act) {
-        if (m_edges.isEmpty()) {
-            return;
-        }
         Change::inGraph(*m_graph, [&] {
             int index = 0;
             for (QxDEdge* edge : m_edges) {
                 ++index;
-                if (canLayOut(*edge, *m_model)) {
+                if (isFree(*edge)) {
                     act(*edge, index);
                 }
             }
         });
     }
+    bool straighten(QxDEdge& edge) const {
+        edge.discardAllBends();
+        return isFree(edge);
+    }
 
-    Ref<QxDEdge> m_model;
     Ref<QxDGraph> m_graph;
+    Ref<QxDNode> m_source;
+    Ref<QxDNode> m_target;
+    bool m_isBetweenGraphs = false;
     Snapshot<QxDEdge> m_edges;
 };
 
 void Bundle::overlap() {
-    eachEdge([](QxDEdge& edge, int) {
-        edge.discardAllBends();
-        freeEnds(edge);
+    eachEdge([this](QxDEdge& edge, int) {
+        if (straighten(edge)) {
+            freeEnds(edge);
+        }
     });
 }
 
 void Bundle::spread() {
-    if (m_edges.isEmpty()) {
-        return;
-    }
     const auto count = static_cast<int>(m_edges.size());
-    QxDEdge& first = *m_edges[0];
-    const Span span(first);
-    const std::int32_t room = first.multiEdgeSpacingForParallelBundles(count);
+    const Span span(*m_source, *m_target, m_isBetweenGraphs);
+    const std::int32_t room = spacingAcross(span, *m_graph, count);
     const Step step(span, std::max(room, 0));
     eachEdge([&](QxDEdge& edge, int index) {
         QxPoint offset;
         QxDEdge::computeOffsetPointsForMultiEdgesParallel(offset, step.x, step.y, index, count % 2);
         const QxPoint from = span.from + offset;
         const QxPoint to = span.to + offset;
-        edge.discardAllBends();
+        if (!straighten(edge)) {
+            return;
+        }
         if (room >= 0 && meetsLine(span.source.rect, from, to) &&
             meetsLine(span.target.rect, from, to)) {
             edge.assignConnectorsMultiEdgesParallel(&offset);
@@ -219,26 +276,16 @@ void Bundle::spread() {
 }
 
 void Bundle::bendEach() {
-    if (m_edges.isEmpty()) {
-        return;
-    }
-    const EndNode source(*m_edges[0], *m_edges[0]->pSourceNode());
-    const EndNode target(*m_edges[0], *m_edges[0]->pTargetNode());
-    QxPoint from = source.rect.center();
-    QxPoint to = target.rect.center();
-    if (source.rect.within(target.rect.center()) == 0) {
-        source.clip(from, target.rect.center());
-    }
-    if (target.rect.within(source.rect.center()) == 0) {
-        target.clip(to, source.rect.center());
-    }
+    const EndNode source(*m_source, m_isBetweenGraphs);
+    const EndNode target(*m_target, m_isBetweenGraphs);
+    const QxPoint from = source.exitToward(target.rect.center());
+    const QxPoint to = target.exitToward(source.rect.center());
     const auto middle = [](std::int32_t a, std::int32_t b) { return (std::int64_t{a} + b) / 2; };
     const std::int64_t x = middle(from.x(), to.x());
     const std::int64_t y = middle(from.y(), to.y());
-    const std::int64_t hx = x - from.x();
-    const std::int64_t hy = y - from.y();
-    const std::int32_t length =
-        qx::floorHalfUp(std::hypot(static_cast<double>(hx), static_cast<double>(hy)));
+    const auto hx = static_cast<double>(x - from.x());
+    const auto hy = static_cast<double>(y - from.y());
+    const double length = std::floor(std::hypot(hx, hy) + 0.5);
     const double spacing = m_graph->diagrammingMultiEdgeSpacing();
     const int odd = static_cast<int>(m_edges.size() % 2);
     eachEdge([&](QxDEdge& edge, int index) {
@@ -249,8 +296,8 @@ void Bundle::bendEach() {
         }
         const int number = odd != 0 ? index : index + 1;
         const double distance = number / 2 * spacing;
-        const std::int64_t ox = qx::truncToInt32(distance * static_cast<double>(hy) / length);
-        const std::int64_t oy = qx::truncToInt32(distance * static_cast<double>(hx) / length);
+        const std::int64_t ox = qx::truncToInt32(distance * hy / length);
+        const std::int64_t oy = qx::truncToInt32(distance * hx / length);
         const int sign = number % 2 != 0 ? 1 : -1;
         qx::internal::takeBends(
             edge, {QxPoint(qx::clampToInt32(x - sign * ox), qx::clampToInt32(y + sign * oy))});
@@ -258,8 +305,9 @@ void Bundle::bendEach() {
 }
 
 bool haveSameCenter(const QxDEdge& edge) {
-    const EndNode source(edge, *edge.pSourceNode());
-    const EndNode target(edge, *edge.pTargetNode());
+    const bool isBetweenGraphs = edge.intergraphEdge() != 0;
+    const EndNode source(*edge.pSourceNode(), isBetweenGraphs);
+    const EndNode target(*edge.pTargetNode(), isBetweenGraphs);
     return source.rect.center() == target.rect.center();
 }
 
@@ -269,16 +317,8 @@ std::vector<Siblings> bundlesBeside(const QxDEdge& edge, const QxDEdgeDList* lis
         edge.pTargetNode() == nullptr || edge.reflexive() != 0 || haveSameCenter(edge)) {
         return {};
     }
-    if (listed == nullptr) {
-        return qx::internal::bundlesOf(qx::internal::siblingsOf(edge));
-    }
-    Siblings candidates;
-    for (QxDEdge* other : each<QxDEdge>(*listed)) {
-        if (qx::internal::isSibling(edge, *other)) {
-            candidates.push_back(other);
-        }
-    }
-    return qx::internal::bundlesOf(candidates);
+    return qx::internal::bundlesOf(listed == nullptr ? qx::internal::siblingsOf(edge)
+                                                     : listedSiblings(edge, listed));
 }
 
 }  // namespace
@@ -287,7 +327,7 @@ void qx::internal::layOutBundles(QxMultiEdgeModeEnum mode, const std::vector<Sib
     std::vector<Bundle> work;
     for (const Siblings& bundle : bundles) {
         if (!haveSameCenter(*bundle.front())) {
-            work.emplace_back(*bundle.front(), bundle);
+            work.emplace_back(bundle);
         }
     }
     for (Bundle& bundle : work) {
@@ -300,15 +340,18 @@ void QxDEdge::reorganizeMultiEdgeBundle(QxMultiEdgeModeEnum mode, const QxDEdgeD
 }
 
 void QxDEdge::reorganizeMultiEdgeBundleOverlap(const QxDEdgeDList* bundle) {
-    Bundle::ofListed(*this, bundle).overlap();
+    Bundle(listedSiblings(*this, bundle)).layOut(QxMultiEdgeOverlap);
 }
 
 void QxDEdge::reorganizeMultiEdgeBundleParallel(const QxDEdgeDList* bundle) {
-    Bundle::ofListed(*this, bundle).spread();
+    const Siblings edges = listedSiblings(*this, bundle);
+    if (!edges.empty() && !qx::internal::hasSpecifiedConnector(*edges.front())) {
+        Bundle(edges).layOut(QxMultiEdgeParallel);
+    }
 }
 
 void QxDEdge::reorganizeMultiEdgeBundleOneBend(const QxDEdgeDList* bundle) {
-    Bundle::ofListed(*this, bundle).bendEach();
+    Bundle(listedSiblings(*this, bundle)).layOut(QxMultiEdgeOneBend);
 }
 
 void QxDEdge::collectMultiEdges(QxDList& bundles, const QxDEdgeDList* edges) const {
@@ -339,38 +382,21 @@ void QxDEdge::collectStraightMultiEdges(QxDEdgeDList* list) const {
 
 std::int32_t QxDEdge::multiEdgeSpacingForParallelBundles(int count) const {
     const QxDGraph* graph = pOwnerGraph();
-    const double room = maxAvailableMultiEdgeDiagonalLength() - 1.0;
-    if (room < 0.0 || graph == nullptr || count <= 0) {
+    if (graph == nullptr || pSourceNode() == nullptr || pTargetNode() == nullptr) {
         return -1;
     }
-    return std::min(graph->diagrammingMultiEdgeSpacing(), qx::truncToInt32(room / count));
+    return spacingAcross(Span(*this), *graph, count);
 }
 
 double QxDEdge::maxAvailableMultiEdgeDiagonalLength() const {
-    if (pSourceNode() == nullptr || pTargetNode() == nullptr) {
-        return -1.0;
-    }
-    const Span span(*this);
-    const auto roomAt = [](const EndNode& end, const QxPoint& center, const QxPoint& other) {
-        const QxShape& shape = qx::internal::shownShape(end.node);
-        const QxSize size = end.rect.size();
-        return shape.within(end.rect.center(), end.rect.center(), size) != 0
-                   ? shape.maxAvailableDiagonalLengthAtShape(center, other, size)
-                   : -1.0;
-    };
-    const double atSource = roomAt(span.source, span.from, span.to);
-    const double atTarget = roomAt(span.target, span.to, span.from);
-    return std::min(atSource, atTarget);
+    return pSourceNode() != nullptr && pTargetNode() != nullptr ? roomAcross(Span(*this)) : -1.0;
 }
 
 void QxDEdge::computeOffsetPointsForMultiEdgesParallel(QxPoint& out, double stepX, double stepY,
                                                        int index, int odd) {
-    double times = 0.0;
-    if (odd != 0) {
-        times = 2.0 * (index / 2) * (index % 2 != 0 ? -1.0 : 1.0);
-    } else {
-        times = (2.0 * ((index + 1) / 2) - 1.0) * (index % 2 != 0 ? -1.0 : 1.0);
-    }
+    const std::int64_t pair = odd != 0 ? index / 2 : (std::int64_t{index} + 1) / 2;
+    const auto away = static_cast<double>(odd != 0 ? 2 * pair : 2 * pair - 1);
+    const double times = index % 2 != 0 ? -away : away;
     out.moveTo(qx::floorHalfUp(times * stepX), qx::floorHalfUp(-times * stepY));
 }
 
@@ -413,7 +439,7 @@ QxConnector* QxDEdge::setConnector(QxDNode* node, QxPoint from, QxPoint toward) 
     if (node == nullptr) {
         return nullptr;
     }
-    const EndNode end(*this, *node);
+    const EndNode end(*node, intergraphEdge() != 0);
     if (!end.clip(from, toward)) {
         return nullptr;
     }

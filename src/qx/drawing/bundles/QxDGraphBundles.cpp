@@ -43,7 +43,32 @@ struct PairHash {
     }
 };
 
-/// The edges of the graph that have siblings, by their pairs, in the order of the list.
+/// Every edge at a node of the graph once, node by node, those that come in before those that
+/// leave; the edges between graphs, which have no nodes of their own, in the order of their list.
+template <class Act>
+void eachEdgeAtNodes(const QxDGraph& graph, const Act& act) {
+    if (graph.isIntergraph() != 0) {
+        for (QxDEdge* edge : each<QxDEdge>(*graph.pEdgeList())) {
+            act(edge);
+        }
+        return;
+    }
+    for (const QxDNode* node : each<QxDNode>(*graph.pNodeList())) {
+        for (const QxEdgeDList* edges : {node->pInEdgeList(), node->pOutEdgeList()}) {
+            for (QxDEdge* edge : each<QxDEdge>(*edges)) {
+                const QxNode* other = edge->pOtherNode(node);
+                const bool isDone =
+                    other->pOwnerGraph() == &graph && other->listStamp() < node->listStamp();
+                if (!isDone) {
+                    act(edge);
+                }
+            }
+        }
+    }
+}
+
+/// The edges at nodes of the graph that have siblings, by their pairs, each pair in the order of
+/// the list of edges.
 std::vector<Siblings> siblingsIn(const QxDGraph& graph) {
     constexpr std::size_t Alone = ~std::size_t{0};
     struct Group {
@@ -53,13 +78,13 @@ std::vector<Siblings> siblingsIn(const QxDGraph& graph) {
     std::unordered_map<Pair, Group, PairHash> groups;
     groups.reserve(static_cast<std::size_t>(graph.pEdgeList()->count()));
     std::vector<Siblings> siblings;
-    for (QxDEdge* edge : each<QxDEdge>(*graph.pEdgeList())) {
+    eachEdgeAtNodes(graph, [&](QxDEdge* edge) {
         if (edge->reflexive() != 0 || edge->deactivated() != 0) {
-            continue;
+            return;
         }
         const auto [at, isNew] = groups.emplace(Pair(*edge), Group{edge});
         if (isNew) {
-            continue;
+            return;
         }
         Group& group = at->second;
         if (group.number == Alone) {
@@ -67,6 +92,9 @@ std::vector<Siblings> siblingsIn(const QxDGraph& graph) {
             siblings.push_back({group.first});
         }
         siblings[group.number].push_back(edge);
+    });
+    for (Siblings& edges : siblings) {
+        qx::internal::sortByStamp(edges);
     }
     return siblings;
 }

@@ -88,9 +88,16 @@ int QxDNode::storeMultiEdgeList(const QxDEdge* edge, QxDEdgeDList& list) const {
     if (edge == nullptr || edge->reflexive() != 0) {
         return 0;
     }
-    const QxNode* source = edge->pSourceNode();
-    const QxNode* target = edge->pTargetNode();
-    for (const QxEdgeDList* edges : {pInEdgeList(), pOutEdgeList()}) {
+    const QxDNode* source = edge->pSourceNode();
+    const QxDNode* target = edge->pTargetNode();
+    const QxDNode* there = source == this ? target : source;
+    if (there == nullptr || (source != this && target != this)) {
+        return 0;
+    }
+    // In the same order, whichever of the two nodes has the shorter lists.
+    const bool isWalkedHere = qx::internal::degreeOf(*this) <= qx::internal::degreeOf(*there);
+    for (const QxEdgeDList* edges : {isWalkedHere ? pInEdgeList() : there->pOutEdgeList(),
+                                     isWalkedHere ? pOutEdgeList() : there->pInEdgeList()}) {
         for (QxDEdge* other : each<QxDEdge>(*edges)) {
             const bool isAlong = other->pSourceNode() == source && other->pTargetNode() == target;
             const bool isAgainst = other->pSourceNode() == target && other->pTargetNode() == source;

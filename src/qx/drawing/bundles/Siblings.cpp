@@ -21,10 +21,6 @@ namespace qx::internal {
 
 namespace {
 
-std::int64_t degreeOf(const QxDNode& node) {
-    return std::int64_t{node.pInEdgeList()->count()} + node.pOutEdgeList()->count();
-}
-
 /// The specified connectors of an edge, at a node and at the other one.
 struct FixedEnds {
     const QxConnector* here;
@@ -47,6 +43,10 @@ struct FixedEndsHash {
 };
 
 }  // namespace
+
+std::int64_t degreeOf(const QxDNode& node) {
+    return std::int64_t{node.pInEdgeList()->count()} + node.pOutEdgeList()->count();
+}
 
 bool isSibling(const QxDEdge& edge, const QxDEdge& other) {
     const QxNode* source = edge.pSourceNode();
@@ -104,27 +104,31 @@ std::vector<Siblings> bundlesOf(const Siblings& edges) {
 }
 
 void holdEnd(QxDEdge& edge, bool atSource, const QxPoint& at, QxDirectionEnum direction) {
-    QxDNode& node = atSource ? *edge.pSourceNode() : *edge.pTargetNode();
-    const ConnectorPlace place = placeOnNode(edge, *node.pIRect(), at, Thousandths::Truncated);
+    QxDNode* node = atSource ? edge.pSourceNode() : edge.pTargetNode();
+    if (node == nullptr) {
+        return;  // a listener was faster
+    }
+    const ConnectorPlace place = placeOnNode(edge, *node->pIRect(), at, Thousandths::Truncated);
     QxConnector* connector =
         atSource ? edge.pInternalSourceConnector() : edge.pInternalTargetConnector();
-    const bool isThere = connector != nullptr && place.isPlaceOf(*connector);
-    if (!isThere && connector != nullptr) {
-        atSource ? edge.resetFromConnector() : edge.resetToConnector();
-        // Others may share it.
-        connector = connector->isUsed() == 0 ? connector : nullptr;
+    // What clients have placed stays where it is, and so does what other edges share.
+    const bool isOwn = connector != nullptr && connector->specified() == 0;
+    if (isOwn && place.isPlaceOf(*connector)) {
+        connector->routingDirection(direction);
+        return;
     }
-    if (!isThere) {
-        if (connector != nullptr) {
-            place.giveTo(*connector);
-        } else {
-            connector = place.newConnector(node);
-        }
-        atSource ? edge.pSourceConnector(connector) : edge.pTargetConnector(connector);
+    if (isOwn) {
+        atSource ? edge.resetFromConnector() : edge.resetToConnector();
+    }
+    if (isOwn && connector->isUsed() == 0) {
+        place.giveTo(*connector);
+    } else {
+        connector = place.newConnector(*node);
     }
     if (connector != nullptr) {
         connector->routingDirection(direction);
     }
+    atSource ? edge.pSourceConnector(connector) : edge.pTargetConnector(connector);
 }
 
 }  // namespace qx::internal

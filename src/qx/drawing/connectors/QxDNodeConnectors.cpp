@@ -4,6 +4,9 @@
 // The connectors of a node: insertion, removal, copies, and what a resize or another shape of the
 // node does to them.
 
+#include <map>
+#include <utility>
+
 #include "qx/drawing/QxConnector.h"
 #include "qx/drawing/QxConnectorManager.h"
 #include "qx/drawing/QxDEdge.h"
@@ -282,6 +285,21 @@ QxSize scaledOffset(const QxSize& offset, const QxRect& before, const QxRect& no
                      isBelow ? now.bottomHalfHeight() : now.topHalfHeight())};
 }
 
+using Basis = qx::internal::ConnectorExtras::Basis;
+
+QxSize placeOf(const QxPerMil& perMil, const QxSize& offset, const QxRect& rect) {
+    return {qx::saturatingAdd(perMil.getOffsetX(rect), offset.width()),
+            qx::saturatingAdd(perMil.getOffsetY(rect), offset.height())};
+}
+
+/// Where a connector comes to stand, always reckoned from the same place, so that the node may
+/// change its size back and forth and no rounding adds up.
+QxSize placeFrom(const Basis& basis, const QxRect& rect) {
+    const QxSize offset =
+        basis.scales ? scaledOffset(basis.offset, basis.nodeRect, rect) : basis.offset;
+    return placeOf(basis.perMil, offset, rect);
+}
+
 }  // namespace
 
 void QxDNode::updateCalculatedConnectorsOnResize(const QxRect&, const QxRect& rectBefore,
@@ -290,9 +308,40 @@ void QxDNode::updateCalculatedConnectorsOnResize(const QxRect&, const QxRect& re
     if (graph != nullptr && graph->fileReadRunning() != 0) {
         return;
     }
+    // Expanded nodes change their size at the library's will, and get their old one back.
+    const auto followFromBasis = [&](QxConnector& connector) {
+        QxPerMil perMil = connector.getPerMil();
+        const QxSize at = placeOf(perMil, connector.ntOffset(), rectBefore);
+        auto& basis = static_cast<qx::internal::ConnectorExtras&>(connector.extras()).basis;
+        if (!basis || !(basis->lastPlace == at) || !(basis->lastNodeSize == rectBefore.size())) {
+            basis = std::make_unique<Basis>(Basis{rectBefore, perMil, connector.ntOffset(),
+                                                  connector.isUsedWithinGraph(), at, QxSize()});
+        }
+        const QxSize place = placeFrom(*basis, rectNow);
+        basis->lastPlace = place;
+        basis->lastNodeSize = rectNow.size();
+        // As a proportion or as an offset, as it is kept now.
+        if (!(perMil == basis->perMil) && !(perMil == QxPerMil())) {
+            perMil.compute(place.width(), place.height(), rectNow);
+        }
+        const QxSize part = placeOf(perMil, QxSize(), rectNow);
+        connector.vSetPerMil(perMil);
+        connector.vSetOffset(QxSize(qx::saturatingSub(place.width(), part.width()),
+                                    qx::saturatingSub(place.height(), part.height())));
+    };
     for (QxConnector* connector : Snapshot<QxConnector>(pQueryConnectorManager())) {
-        if (connector->specified() == 0 && connector->isUsedWithinGraph()) {
+        if (connector->specified() != 0) {
+            continue;
+        }
+        const bool scales = connector->isUsedWithinGraph();
+        if (expanded() != 0) {
+            followFromBasis(*connector);
+            tellRecords(*connector);
+        } else if (scales) {
             rescaleConnector(*connector, rectBefore, rectNow);
+        }
+        if (scales) {
+            connector->setFlag(qx::flags::ConnectorRescaled, 1);
         }
     }
 }
@@ -307,7 +356,12 @@ void QxDNode::rescaleConnector(QxConnector& connector, const QxRect& before, con
         }
     }
     connector.vSetOffset(offset);
-    connector.setFlag(qx::flags::ConnectorRescaled, 1);
+}
+
+void QxDNode::tellRecords(const QxConnector& connector) {
+    for (const QxConnector::User& user : connector.m_users) {
+        qx::internal::noteNewPlace(connector, *user.edge);
+    }
 }
 
 void QxDNode::actOnUpdateConnectors(const QxRect& rectAtStart, const QxRect& rectBefore) {
@@ -316,53 +370,95 @@ void QxDNode::actOnUpdateConnectors(const QxRect& rectAtStart, const QxRect& rec
     }
 }
 
+namespace {
+
+/// What another shape of a node does to the calculated connectors there. Bundles are looked for
+/// once for each node at the other end and each direction: any number of parallel edges costs no
+/// more each than a few.
+class BundlesAt {
+public:
+    explicit BundlesAt(QxDNode& node) : m_node(node) {}
+
+    void replaceConnector(const QxShape* shape, QxDEdge& edge, bool isTarget) {
+        QxConnector* connector =
+            isTarget ? edge.pInternalTargetConnector() : edge.pInternalSourceConnector();
+        if (connector == nullptr || connector->pOwnerNode() != &m_node ||
+            connector->specified() != 0 || edge.marked() != 0) {
+            return;
+        }
+        const QxDGraphManager* manager = qx::internal::managerOf(m_node);
+        if (manager == nullptr || manager->controlStarted() == 0) {
+            edge.pTargetConnector(nullptr);
+            edge.pSourceConnector(nullptr);
+        } else if (!spread(edge) && edge.desiredOrthogonalRouting() != 0) {
+            placeOnOutline(shape, edge, *connector);
+        }
+    }
+
+private:
+    /// Spreads the bundle of an edge, unless it has been; false when there is none.
+    bool spread(QxDEdge& edge) {
+        const auto [at, isNew] =
+            m_isSpread.try_emplace({edge.pSourceNode(), edge.pTargetNode()}, false);
+        QxDEdgeDList bundle;
+        if (isNew && m_node.storeMultiEdgeList(&edge, bundle) != 0) {
+            at->second = true;
+            const Snapshot<QxDEdge> edges(&bundle);
+            edge.reorganizeMultiEdgeBundle(QxMultiEdgeParallel, &bundle);
+            for (QxDEdge* done : edges) {
+                done->marked(1);
+            }
+        }
+        return at->second;
+    }
+    void placeOnOutline(const QxShape* shape, QxDEdge& edge, QxConnector& connector) {
+        QxPoint at;
+        if (m_node.findProjection(&edge, &connector, at, shape) == 0 ||
+            qx::internal::fromAsked(m_node, at, 0) == 0) {
+            return;
+        }
+        const QxRect& rect = *m_node.pIRect();
+        qx::internal::ConnectorPlace place;
+        rect.setOffset(at, place.offset);
+        if (edge.intergraphEdge() != 0) {
+            place.perMil = qx::internal::proportionOf(place.offset, rect);
+            place.offset = QxSize();
+        }
+        Change::run(connector, [&] { place.giveTo(connector); });
+    }
+
+    QxDNode& m_node;
+    /// By the ends of the edges.
+    std::map<std::pair<const QxNode*, const QxNode*>, bool> m_isSpread;
+};
+
+}  // namespace
+
 void QxDNode::actOnChangeShape(const QxShape* shape) {
     const QxDGraphManager* manager = qx::internal::managerOf(*this);
     if (manager != nullptr && manager->isReading() == 0 &&
         numberOfAllConnectors() != numberOfConnectors()) {
-        for (QxDEdge* edge : Snapshot<QxDEdge>(pInEdgeList())) {
-            setConnectorOnChangeShape(shape, edge, 1);
+        const Snapshot<QxDEdge> in(pInEdgeList());
+        const Snapshot<QxDEdge> out(pOutEdgeList());
+        BundlesAt bundles(*this);
+        for (QxDEdge* edge : in) {
+            bundles.replaceConnector(shape, *edge, true);
         }
-        for (QxDEdge* edge : Snapshot<QxDEdge>(pOutEdgeList())) {
-            setConnectorOnChangeShape(shape, edge, 0);
+        for (QxDEdge* edge : out) {
+            bundles.replaceConnector(shape, *edge, false);
+        }
+        // Those, too, that listeners have carried off meanwhile.
+        for (const auto* edges : {&in, &out}) {
+            for (QxDEdge* edge : *edges) {
+                edge->marked(0);
+            }
         }
     }
     unmarkIncidentEdges();
 }
 
 void QxDNode::setConnectorOnChangeShape(const QxShape* shape, QxDEdge* edge, int isTarget) {
-    QxConnector* connector =
-        isTarget != 0 ? edge->pInternalTargetConnector() : edge->pInternalSourceConnector();
-    if (!ownsConnector(connector) || connector->specified() != 0 || edge->marked() != 0) {
-        return;
+    if (edge != nullptr) {
+        BundlesAt(*this).replaceConnector(shape, *edge, isTarget != 0);
     }
-    const QxDGraphManager* manager = qx::internal::managerOf(*this);
-    if (manager == nullptr || manager->controlStarted() == 0) {
-        edge->pTargetConnector(nullptr);
-        edge->pSourceConnector(nullptr);
-        return;
-    }
-    QxDEdgeDList bundle;
-    if (storeMultiEdgeList(edge, bundle) != 0) {
-        const Snapshot<QxDEdge> edges(&bundle);
-        edge->reorganizeMultiEdgeBundle(QxMultiEdgeParallel, &bundle);
-        for (QxDEdge* done : edges) {
-            done->marked(1);
-        }
-        return;
-    }
-    QxPoint place;
-    if (edge->desiredOrthogonalRouting() == 0 ||
-        findProjection(edge, connector, place, shape) == 0 ||
-        qx::internal::fromAsked(*this, place, 0) == 0) {
-        return;
-    }
-    QxPerMil perMil;
-    QxSize offset;
-    m_rect.setOffset(place, offset);
-    if (edge->intergraphEdge() != 0) {
-        perMil = qx::internal::proportionOf(offset, m_rect);
-        offset = QxSize();
-    }
-    placeConnector(*connector, perMil, offset);
 }

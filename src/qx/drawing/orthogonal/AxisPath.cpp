@@ -22,15 +22,17 @@ std::int32_t middle(std::int32_t a, std::int32_t b) {
     return static_cast<std::int32_t>((std::int64_t{a} + b) / 2);
 }
 
-/// The corner that an end needs on the way to `next`, halfway when that is the other end; the end
-/// itself when it needs none.
+/// Whether an end needs a corner to go on to `next` in the direction asked for.
+bool needsCorner(const QxPoint& end, const QxPoint& next, bool isHorizontal) {
+    return isHorizontal ? end.y() != next.y() : end.x() != next.x();
+}
+
+/// That corner, halfway when `next` is the other end.
 QxPoint cornerAtEnd(const QxPoint& end, const QxPoint& next, bool isHorizontal, bool isHalfway) {
     if (isHorizontal) {
-        const std::int32_t x = isHalfway ? middle(end.x(), next.x()) : next.x();
-        return end.y() != next.y() ? QxPoint(x, end.y()) : end;
+        return {isHalfway ? middle(end.x(), next.x()) : next.x(), end.y()};
     }
-    const std::int32_t y = isHalfway ? middle(end.y(), next.y()) : next.y();
-    return end.x() != next.x() ? QxPoint(end.x(), y) : end;
+    return {end.x(), isHalfway ? middle(end.y(), next.y()) : next.y()};
 }
 
 /// The corner of a slanted segment from a to b that nothing comes before, with c behind it.
@@ -63,14 +65,15 @@ void completeAlongAxes(std::vector<QxPoint>& points, bool startsHorizontal, bool
         return;
     }
     const bool isHalfway = points.size() == 2;
-    const QxPoint start = cornerAtEnd(points.front(), points[1], startsHorizontal, isHalfway);
-    const QxPoint end =
-        cornerAtEnd(points.back(), points[points.size() - 2], endsHorizontal, isHalfway);
-    if (start != points.front()) {
-        points.insert(points.begin() + 1, start);
+    const QxPoint first = points.front();
+    const QxPoint second = points[1];
+    const QxPoint last = points.back();
+    const QxPoint lastButOne = points[points.size() - 2];
+    if (needsCorner(first, second, startsHorizontal)) {
+        points.insert(points.begin() + 1, cornerAtEnd(first, second, startsHorizontal, isHalfway));
     }
-    if (end != points.back()) {
-        points.insert(points.end() - 1, end);
+    if (needsCorner(last, lastButOne, endsHorizontal)) {
+        points.insert(points.end() - 1, cornerAtEnd(last, lastButOne, endsHorizontal, isHalfway));
     }
     if (runsAlongAxes(points)) {
         return;

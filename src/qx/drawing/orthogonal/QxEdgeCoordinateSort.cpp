@@ -55,7 +55,7 @@ QxPoint greatest(const QxDEdge& edge) {
     return {std::max(a.x(), b.x()), std::max(a.y(), b.y())};
 }
 
-int sign(std::int32_t a, std::int32_t b) {
+int sign(std::int64_t a, std::int64_t b) {
     return (a > b ? 1 : 0) - (a < b ? 1 : 0);
 }
 
@@ -92,13 +92,14 @@ QxSortTypeEnum QxEdgeCoordinateSort::sortType(QxSortTypeEnum type) {
 
 int QxEdgeCoordinateSort::comparePoints(const QxPoint& a, const QxPoint& b, int sense) const {
     const bool isByX = m_coordinate == QxSortByX || m_coordinate == QxSortByXThenY;
-    const int x = sign(a.x(), b.x());
-    const int y = sign(a.y(), b.y());
-    const int first = (isByX ? x : y) * m_firstFactor * sense;
+    const int x = sign(a.x(), b.x()) * sense;
+    const int y = sign(a.y(), b.y()) * sense;
+    // Factors may be any numbers.
+    const int first = sign(std::int64_t{isByX ? x : y} * m_firstFactor, 0);
     if (first != 0 || m_coordinate == QxSortByX || m_coordinate == QxSortByY) {
         return first;
     }
-    return (isByX ? y : x) * m_secondFactor * sense;
+    return sign(std::int64_t{isByX ? y : x} * m_secondFactor, 0);
 }
 
 int QxEdgeCoordinateSort::virtualCompare(const QxDListCell* first, const QxDListCell* second) {

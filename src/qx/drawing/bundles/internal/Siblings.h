@@ -3,6 +3,7 @@
 
 #pragma once
 
+#include <cstdint>
 #include <vector>
 
 #include "qx/drawing/QxDEdge.h"
@@ -13,6 +14,9 @@ namespace qx::internal {
 
 /// Edges between the same two nodes.
 using Siblings = std::vector<QxDEdge*>;
+
+/// The number of connected edges at the node; self-loops count twice.
+std::int64_t degreeOf(const QxDNode& node);
 
 /// Whether the other edge is connected, active, of the same graph, and joins the same two nodes as
 /// this one in either direction.
