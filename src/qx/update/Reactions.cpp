@@ -374,7 +374,7 @@ void Reactions::spreadBundles(std::size_t from, std::size_t to) {
             continue;
         }
         QxDEdgeDList bundle;
-        if (hasTwin(*edge) && !isBack(*edge) && (m_extent == Whole || hasLooseConnectors(*edge))) {
+        if (m_extent == Whole && hasTwin(*edge) && !isBack(*edge)) {
             edge->collectStraightMultiEdges(&bundle);
         }
         if (bundle.count() < 2) {
