@@ -515,6 +515,7 @@ private:
     void placeConnector(QxConnector& connector, const QxPerMil& perMil, const QxSize& offset);
     void duplicateConnectorsOf(const QxDNode& source);
     static void rescaleConnector(QxConnector& connector, const QxRect& before, const QxRect& now);
+    static void tellRecords(const QxConnector& connector);
     /// Discards all without running steps that a subclass may have overridden.
     void releaseConnectors();
     void actOnChangeShape(const QxShape* shape);

@@ -153,6 +153,9 @@ void QxAffectedObjectInfo::restoreInitialPositions() {
         }
     }
     restoreMovedEdges();
+    if (m_movedEdgeLabels.isEmpty() == 0) {
+        restoreReroutedEdges();  // labels find their places on the paths that they were on
+    }
     restorePlaces(m_movedEdgeLabels);
     restorePlaces(m_movedNodeLabels);
     restorePlaces(m_movedConnectorLabels);

@@ -6,6 +6,7 @@
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxEdgeLabel.h"
 #include "qx/drawing/QxPNode.h"
+#include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/util/internal/Ref.h"
 #include "qx/update/QxDEdgeInitialGeometry.h"
 #include "qx/update/internal/EdgeEnds.h"
@@ -37,9 +38,25 @@ void collect(QxDGraphManager& manager, Reactions::Extent extent, std::unique_ptr
     }
 }
 
+/// Whether an edge at the node, or all of its graph, is asked to run along the axes: of others a
+/// fit changes nothing.
+bool hasEdgesAlongAxes(const QxDNode& node) {
+    for (const QxEdgeDList* list : {node.pInEdgeList(), node.pOutEdgeList()}) {
+        for (const QxDEdge* edge : each<QxDEdge>(*list)) {
+            if (edge->internalOrthogonalRouting() != 0) {
+                return true;
+            }
+        }
+    }
+    return node.pOwnerGraph() != nullptr && node.pOwnerGraph()->orthogonalRouting() != 0;
+}
+
 }  // namespace
 
 MoveReactions::MoveReactions(QxDNode& node, MoveKind kind) : m_node(node), m_start(node.iCenter()) {
+    if (kind != MoveKind::Wanted && !hasEdgesAlongAxes(node)) {
+        return;
+    }
     const bool movesNested = kind != MoveKind::FitAround && node.pChildGraphForestEdge() != nullptr;
     QxDGraphManager* manager =
         movesNested || Reactions::concern(node) ? reactingManager(node.pOwnerGraph()) : nullptr;
@@ -149,6 +166,20 @@ void noteNewOffset(const QxConnector& connector, const QxDEdge& edge, const QxSi
     if (QxDEdgeInitialGeometry* record = recordAt(connector, edge, atSource)) {
         (atSource ? *record->pFromNewOffset() : *record->pToNewOffset()) = offset;
     }
+}
+
+void noteNewPlace(const QxConnector& connector, const QxDEdge& edge) {
+    bool atSource = false;
+    const QxDEdgeInitialGeometry* record = recordAt(connector, edge, atSource);
+    if (record == nullptr || connector.pOwnerNode() == nullptr) {
+        return;
+    }
+    const QxRect& rect = *connector.pOwnerNode()->pIRect();
+    const QxPoint place = connector.ntCenter() - rect.center();
+    const QxPerMil& perMil = atSource ? record->fromPerMil() : record->toPerMil();
+    noteNewOffset(connector, edge,
+                  QxSize(qx::saturatingSub(place.x(), perMil.getOffsetX(rect)),
+                         qx::saturatingSub(place.y(), perMil.getOffsetY(rect))));
 }
 
 }  // namespace qx::internal

@@ -94,7 +94,8 @@ public:
     /// @{
     void storeInitialPositions();
     /// Puts what moves back where it was, by raw moves: nodes with their sizes and nested graphs,
-    /// connectors, bends of moved edges, labels. As often as wanted.
+    /// connectors, bends of moved edges, labels. As often as wanted. With labels of edges, the
+    /// edges that follow go back, too.
     void restoreInitialPositions();
     void deleteInitialPositions();
     void storeMovedEdges();

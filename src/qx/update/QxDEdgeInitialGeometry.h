@@ -197,4 +197,6 @@ private:
     bool m_isWaiting = false;
     /// Of a straight edge that has nothing to follow but its ends.
     bool m_isPlain = false;
+    /// Of an edge that runs beside one that has to follow, and is laid out with that alone.
+    bool m_isDrawnIn = false;
 };

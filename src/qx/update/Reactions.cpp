@@ -352,7 +352,13 @@ void Reactions::followPaths(std::size_t from, std::size_t to) {
                 isHere(*edge) ? edge->pEdgeInitialGeometry() : nullptr) {
             record->m_isWaiting = false;
         }
-        if (mayFollow(*edge) && !canBeBundled(*edge)) {
+        if (!mayFollow(*edge)) {
+            continue;
+        }
+        const Ref record(*edge->pEdgeInitialGeometry());
+        if (record->m_isDrawnIn) {
+            record->restorePath();
+        } else if (!canBeBundled(*edge)) {
             followPath(*edge);
         }
     }
@@ -363,11 +369,12 @@ void Reactions::spreadBundles(std::size_t from, std::size_t to) {
     std::vector<Ref<QxDEdge>> marked;
     for (std::size_t i = from; i < to; ++i) {
         const Ref edge(*m_waiting[i]);
-        if (!mayFollow(*edge) || !canBeBundled(*edge) || edge->multiEdge() != 0) {
+        if (!mayFollow(*edge) || !canBeBundled(*edge) || edge->multiEdge() != 0 ||
+            edge->pEdgeInitialGeometry()->m_isDrawnIn) {
             continue;
         }
         QxDEdgeDList bundle;
-        if (hasTwin(*edge) && !isBack(*edge) && (m_extent == Whole || hasLooseConnectors(*edge))) {
+        if (m_extent == Whole && hasTwin(*edge) && !isBack(*edge)) {
             edge->collectStraightMultiEdges(&bundle);
         }
         if (bundle.count() < 2) {
@@ -380,6 +387,7 @@ void Reactions::spreadBundles(std::size_t from, std::size_t to) {
             if (one->pEdgeInitialGeometry() == nullptr) {
                 // So that it can be put back, too; its labels are not where they were at first.
                 note(*one, new QxDEdgeInitialGeometry(one));
+                one->pEdgeInitialGeometry()->m_isDrawnIn = true;
             }
         }
         edge->reorganizeMultiEdgeBundleParallel(&bundle);

@@ -324,12 +324,6 @@ void QxDNode::updateCalculatedConnectorsOnResize(const QxRect&, const QxRect& re
         connector.vSetPerMil(perMil);
         connector.vSetOffset(QxSize(qx::saturatingSub(place.width(), part.width()),
                                     qx::saturatingSub(place.height(), part.height())));
-        for (const QxConnector::User& user : connector.m_users) {
-            qx::internal::noteNewOffset(connector, *user.edge, connector.ntOffset());
-        }
-        if (connector.isUsedWithinGraph()) {
-            connector.setFlag(qx::flags::ConnectorRescaled, 1);
-        }
     };
     for (QxConnector* connector : Snapshot<QxConnector>(pQueryConnectorManager())) {
         if (connector->specified() != 0) {
@@ -337,8 +331,12 @@ void QxDNode::updateCalculatedConnectorsOnResize(const QxRect&, const QxRect& re
         }
         if (expanded() != 0) {
             followFromBasis(*connector);
+            tellRecords(*connector);
         } else if (connector->isUsedWithinGraph()) {
             rescaleConnector(*connector, rectBefore, rectNow);
+        }
+        if (connector->isUsedWithinGraph()) {
+            connector->setFlag(qx::flags::ConnectorRescaled, 1);
         }
     }
 }
@@ -353,7 +351,12 @@ void QxDNode::rescaleConnector(QxConnector& connector, const QxRect& before, con
         }
     }
     connector.vSetOffset(offset);
-    connector.setFlag(qx::flags::ConnectorRescaled, 1);
+}
+
+void QxDNode::tellRecords(const QxConnector& connector) {
+    for (const QxConnector::User& user : connector.m_users) {
+        qx::internal::noteNewPlace(connector, *user.edge);
+    }
 }
 
 void QxDNode::actOnUpdateConnectors(const QxRect& rectAtStart, const QxRect& rectBefore) {

@@ -79,5 +79,7 @@ struct OffsetAtStart {
 std::optional<OffsetAtStart> offsetAtStart(const QxConnector& connector, const QxDEdge& edge);
 /// Tells the record of that move what a resize has made of the offset.
 void noteNewOffset(const QxConnector& connector, const QxDEdge& edge, const QxSize& offset);
+/// The same for a connector that has been given a place by other means.
+void noteNewPlace(const QxConnector& connector, const QxDEdge& edge);
 
 }  // namespace qx::internal
