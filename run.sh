@@ -29,6 +29,8 @@ mkdir -p out
 run info samples/graphviz-epl/unix.gv
 run draw samples/graphviz-epl/unix.gv -o out/unix.svg
 run draw samples/graphviz-epl/unix.gv -o out/unix.png
+run draw samples/bundles.dot -o out/bundles.svg
+run edit samples/bundles.dot -o out/bundles-edited.svg --script samples/bundles.edits
 echo
 echo "run: look at out/unix.svg or out/unix.png; more graphs are in samples/, more commands in"
 echo "run: $qxdraw --help"

@@ -5,7 +5,7 @@
 
 heads            every file opens with the licence head; headers with #pragma once after it
 includes         include directions between the layers; internal headers stay inside
-records          update records are constructed in the one bracket of changes only
+records          update records are constructed in the bracket of changes only, and for selections
 umbrella         qx/qxdraw.h includes every public header, in sorted order
 readme           the first program in README.md is examples/first_drawing.cpp
 output PROGRAM   PROGRAM prints what README.md says that it prints
@@ -41,12 +41,15 @@ DOORS = {
     "qx/spatial/internal/IndexUpkeep.h",
     "qx/update/internal/MoveReactions.h",
 }
-# The class of update records, and where the library constructs one.
+# The class of update records, and where the library constructs one: in the bracket of changes, and
+# for a move of a selection, whose records stay open over several changes.
 RECORD = "QxGeometricUpdateInfo"
 RECORD_FILES = {
     "qx/drawing/bounds/internal/Change.h",
     f"qx/drawing/{RECORD}.h",
     f"qx/drawing/bounds/{RECORD}.cpp",
+    "qx/update/QxAffectedObjectInfo.cpp",
+    "qx/update/internal/AffectedState.h",
 }
 UMBRELLA = "qx/qxdraw.h"
 SKIPPED = 77

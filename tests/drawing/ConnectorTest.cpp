@@ -122,7 +122,7 @@ TEST_F(Connector, DirectionsAreThoseInWhichEdgesLeave) {
     drawing.graph->updateCalculatedConnectors();
     EXPECT_EQ(connector->routingDirection(), QxDirectionUp) << "through the top, which is closest";
     connector->routingDirection(QxDirectionNone);
-    drawing.target->moveTo(200, 8, 1);
+    drawing.target->ntMoveTo(200, 8);
     drawing.graph->updateCalculatedConnectors();
     EXPECT_EQ(connector->routingDirection(), QxDirectionRight);
     QxPoint leaving;
@@ -144,7 +144,7 @@ TEST_F(Connector, AnotherShapeOfTheNodeReleasesOrReplacesCalculatedOnes) {
     connector->routingDirection(QxDirectionRight);
     edge->pSourceConnector(connector);
     edge->internalOrthogonalRouting(1);
-    drawing.target->moveTo(200, 8, 1);
+    drawing.target->ntMoveTo(200, 8);
     drawing.manager->controlStarted(1);
     node->pShape(nullptr, 0);
     node->pShape(&oval, 0);

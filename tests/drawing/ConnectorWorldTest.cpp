@@ -53,6 +53,7 @@ QxPoint placeOf(const Pin& pin) {
 class World {
 public:
     explicit World(std::uint32_t seed) : random(seed) {
+        drawing.manager->isUpdatingAffectedGraphs(1);  // nothing follows moves
         for (int i = 0; i < 6; ++i) {
             addNode();
         }

@@ -142,7 +142,7 @@ TEST_F(EdgeLabelTest, FollowTheirSegmentThroughAChangeOfThePath) {
     }
     EXPECT_EQ(rides->pFirstMoveInfo()->side(), QxEdgeLabelLeftSide);
     EXPECT_EQ(rides->pFirstMoveInfo()->relation(), QxLabelInfoEdgeMoved::Touches);
-    edge->pTargetNode()->moveTo(1100, 100, 1);
+    edge->pTargetNode()->ntMoveTo(1100, 100);
     drawing.addBend(edge, 1200, 900);  // after the segment
     for (QxEdgeLabel* label : {rides, stays}) {
         label->actOnLabelEdgeMoved();

@@ -25,6 +25,7 @@ EditWorld::EditWorld(std::uint32_t seed) : TopologyDriver(seed) {
     for (QxFactory* factory : {&m_home, &m_home, &m_home, &m_foreign}) {
         QxDGraphManager* manager = factory->newDGraphManager();
         factory->pEventManager()->addDrawingChangeListener(manager, &m_events);
+        manager->isUpdatingAffectedGraphs(1);  // nothing follows moves: that has its own world
         addManager(manager, factory);
     }
     settleAnchors();

@@ -155,6 +155,7 @@ private:
               [&] { nodes().size() > 6 ? graph->discardNode(&node) : 0; },
               [&] { node.resize(random.below(80), random.below(80), 1); },
               [&] { node.moveTo(anywhere(), 1); });
+        readEdgeLabels();
     }
     void editEdge() {
         QxDEdge* edge = pEdge(edges());
@@ -171,6 +172,7 @@ private:
                   QxPNodeDList bends;
                   edge->buildPathNodeList(bends);
                   bends.count() != 0 ? bends.pFirstNode()->moveTo(anywhere(), 1) : 0;
+                  readEdgeLabels();
               });
     }
     template <class Owner>
@@ -239,6 +241,14 @@ private:
         }
     }
 
+    /// Moves let the labels of edges follow their segments.
+    void readEdgeLabels() {
+        for (const QxDEdge* edge : edges()) {
+            for (QxEdgeLabelIter label(edge); label; ++label) {
+                read(label.pLabel());
+            }
+        }
+    }
     /// What the label says of its place; from here on the twin remembers it.
     void read(QxLabel* label) {
         Tag tag{label->pOwnerGraphObject(), {}, {}, {}, false, {}};

@@ -50,6 +50,7 @@ private:
     void editEdge(QxDNode& node, QxDEdge& edge);
     void editBends(QxDEdge& edge);
     void editConnectors(QxDNode& node, QxDEdge& edge);
+    void editRoutes(QxDGraph& graph, QxDNode& node, QxDEdge& edge);
     void editLabels(QxDNode& node, QxDEdge& edge);
     void editPlace(QxDGraph& graph, QxDNode& node);
     void moveAll(QxDGraph& graph);
@@ -204,7 +205,7 @@ void SabotagedWorld::edit() {
     run({[&] { editTopology(*graph, *node, *edge); }, [&] { editEdge(*node, *edge); },
          [&] { editConnectors(*node, *edge); }, [&] { editLabels(*node, *edge); },
          [&] { editBends(*edge); }, [&] { editPlace(*graph, *node); },
-         [&] { editPlace(*graph, *node); }, [&] { editBounds(*graph); },
+         [&] { editRoutes(*graph, *node, *edge); }, [&] { editBounds(*graph); },
          [&] { m_random.chance(50) ? editGraphs(*graph) : editListeners(heard); }});
 }
 
@@ -335,6 +336,23 @@ void SabotagedWorld::editConnectors(QxDNode& node, QxDEdge& edge) {
          [&] { connector->specified(1 - connector->specified()); },
          [&] { end.discardAllConnectors(); }, [&] { edge.pSourceConnector(connector); },
          [&] { edge.pTargetConnector(connector); }, [&] { connector->addLabel(L"c", 0); }});
+}
+
+void SabotagedWorld::editRoutes(QxDGraph& graph, QxDNode& node, QxDEdge& edge) {
+    const auto mode = static_cast<QxMultiEdgeModeEnum>(1 + m_random.below(3));
+    QxDGraphManager& home = *node.pOwnerGraph()->pOwnerGraphManager();
+    QxDNode* source = edge.pSourceNode();
+    if (source == nullptr || source->degree() < 5) {
+        home.addEdge(source, edge.pTargetNode(), 0);
+        home.addEdge(&node, &node, 0);
+    }
+    edge.internalOrthogonalRouting(m_random.chance(70) ? 1 : 0);
+    home.controlStarted(m_random.below(2));
+    run({[&] { edge.repairOrthogonalRouting(); },
+         [&] { edge.reorganizeMultiEdgeBundle(mode, nullptr); },
+         [&] { edge.reorganizeMultiEdgeBundle(mode, nullptr); },
+         [&] { graph.reorganizeMultiEdges(mode); }, [&] { graph.reorganizeMultiEdges(mode); },
+         [&] { graph.reorganizeReflexiveEdges(); }});
 }
 
 void SabotagedWorld::editLabels(QxDNode& node, QxDEdge& edge) {
@@ -470,6 +488,9 @@ std::string SabotagedWorld::storyDifference(const QxObject& object, const Box& b
 }
 
 std::string SabotagedWorld::differenceAt(QxDEdge& edge) {
+    if (edge.marked() != 0) {
+        return "a mark was left behind";
+    }
     for (const QxPNode* bend : bendObjects(edge)) {
         const QxPoint center = bend->iCenter();
         if (!storyDifference(*bend, boxOf(QxRect(center, center))).empty()) {

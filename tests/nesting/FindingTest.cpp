@@ -103,6 +103,10 @@ TEST_P(FindingSeeds, FindsWhatAPlainSearchFinds) {
     std::size_t foundHidden = 0;
     for (int i = 0; i < 300; ++i) {
         world.step();
+        if (random.chance(20)) {
+            const QxDNodeDList some = nodeList({random.pick(world.nodes())});
+            some.pFirstNode()->pOwnerGraph()->hide(&some, nullptr, nullptr, nullptr);
+        }
         QxDNode* node = random.pick(world.nodes());
         QxDGraph* graph = node->pOwnerGraph();
         for (int edges = 0; edges < 3; ++edges) {

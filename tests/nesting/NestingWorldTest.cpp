@@ -13,7 +13,11 @@
 
 #include "drawing/DrawingTesting.h"
 #include "nesting/NestedWorld.h"
+#include "qx/drawing/QxConnectorLabel.h"
 #include "qx/drawing/QxDrawingFlags.h"
+#include "qx/drawing/QxEdgeLabel.h"
+#include "qx/drawing/QxLabelIters.h"
+#include "qx/drawing/QxNodeLabel.h"
 #include "qx/drawing/QxPNode.h"
 #include "qx/drawing/QxPathIter.h"
 #include "qx/events/QxComplexityChangeListener.h"
@@ -61,25 +65,16 @@ public:
     void changeComplexity() {
         QxDNode* node = random.pick(nodes());
         QxDGraph* graph = node->pOwnerGraph();
-        QxDNodeDList some;
-        for (QxDNode* one : objectsOf<QxDNode>(*graph->pNodeList())) {
-            if (one != node && random.chance(30)) {
-                some.appendNode(one);
-            }
-        }
         switch (random.below(6)) {
             case 0:
-                graph->hide(&some, nullptr, nullptr, nullptr);
+                hideSomeOf(*graph, node);
                 break;
             case 1:
                 graph->unhideAll();
                 break;
             case 2:
                 if (node->pChildGraph() == nullptr) {
-                    const auto inner = addFoldGraph();
-                    if (graph->fold(node, inner.get(), &some, nullptr, nullptr, 1) == 0) {
-                        manager->discardGraph(inner.get());
-                    }
+                    foldSomeInto(*node);
                 }
                 break;
             case 3:
@@ -89,6 +84,39 @@ public:
                 if (node->expand() == 0) {
                     node->collapse();
                 }
+        }
+    }
+    void hideSomeOf(QxDGraph& graph, const QxDNode* except) {
+        const QxDNodeDList some = someOf(graph, except);
+        graph.hide(&some, nullptr, nullptr, nullptr);
+    }
+    void foldSomeInto(QxDNode& folder) {
+        const auto graph = hold(folder.pOwnerGraph());
+        const QxDNodeDList some = someOf(*graph, &folder);
+        const auto inner = addFoldGraph();
+        if (graph->fold(&folder, inner.get(), &some, nullptr, nullptr, 1) == 0) {
+            manager->discardGraph(inner.get());
+        }
+    }
+    QxDNodeDList someOf(const QxDGraph& graph, const QxDNode* except) {
+        QxDNodeDList some;
+        for (QxDNode* one : objectsOf<QxDNode>(*graph.pNodeList())) {
+            if (one != except && random.chance(30)) {
+                some.appendNode(one);
+            }
+        }
+        return some;
+    }
+    void unhideEverything() {
+        for (bool isHidden = true; isHidden;) {
+            isHidden = false;
+            for (QxDGraph* graph : graphs()) {
+                if (graph->pHideGraph() != nullptr) {
+                    graph->unhideAll();  // and a graph of the list goes
+                    isHidden = graph->pHideGraph() == nullptr;
+                    break;
+                }
+            }
         }
     }
 
@@ -134,15 +162,68 @@ public:
     }
 
     /// Places in the coordinates in which they are kept.
-    std::map<const QxObject*, std::tuple<int, int, int, int>> coordinates() const {
-        std::map<const QxObject*, std::tuple<int, int, int, int>> all;
+    using Coordinates = std::map<const QxObject*, std::tuple<const char*, int, int, int, int>>;
+    Coordinates coordinates() const {
+        Coordinates all;
         for (const QxDNode* node : nodes()) {
-            all[node] = {node->iX(), node->iY(), node->iWidth(), node->iHeight()};
+            all[node] = {"node", node->iX(), node->iY(), node->iWidth(), node->iHeight()};
         }
         for (const auto& [bend, edge] : bends()) {
-            all[bend] = {bend->iX(), bend->iY(), 0, 0};
+            all[bend] = {"bend", bend->iX(), bend->iY(), 0, 0};
+        }
+        const auto note = [&](const char* kind, const auto& one) {
+            all[&one] = {kind, one.ntCenter().x(), one.ntCenter().y(), one.ntWidth(),
+                         one.ntHeight()};
+        };
+        const auto noteLabels = [&](const char* kind, auto labels) {
+            for (const auto* label : labels) {
+                note(kind, *label);
+            }
+        };
+        for (const QxDNode* node : nodes()) {
+            noteLabels("node label", QxNodeLabelIter(node));
+            for (const QxConnector* connector : connectorsOf(*node)) {
+                note("connector", *connector);
+                noteLabels("connector label", QxConnectorLabelIter(connector));
+            }
+        }
+        for (const QxDEdge* edge : edges()) {
+            noteLabels("edge label", QxEdgeLabelIter(edge));
         }
         return all;
+    }
+    /// What is not as it was; empty when all is.
+    std::string changeSince(const Coordinates& before) const {
+        const Coordinates now = coordinates();
+        for (const auto& [object, place] : before) {
+            const auto found = now.find(object);
+            if (found == now.end() || found->second != place) {
+                return testing::PrintToString(place) + " is now " +
+                       (found == now.end() ? "nowhere" : testing::PrintToString(found->second));
+            }
+        }
+        return now.size() == before.size() ? "" : "there is more than before";
+    }
+    /// Labels, and calculated connectors at ends of edges.
+    void adorn() {
+        for (QxDNode* node : nodes()) {
+            node->addLabelWithCoordinates(random.below(300), random.below(300), 9, 9, 1, L"", 0);
+            for (QxConnector* connector : connectorsOf(*node)) {
+                connector->addLabelWithCoordinates(random.below(300), 0, 9, 9, 1, L"", 0);
+            }
+        }
+        for (QxDEdge* edge : edges()) {
+            for (int i = random.below(3); i > 0; --i) {
+                edge->addLabelWithCoordinates(random.below(300), random.below(300), 9, 9, 1, L"", 0)
+                    ->globalOffsetMode(random.below(2));
+            }
+            if (random.chance(60) && edge->pSourceNode() != nullptr) {
+                edge->pSourceConnector(addCalculated(*edge->pSourceNode()));
+            }
+            if (random.chance(60) && edge->pTargetNode() != nullptr) {
+                edge->pTargetConnector(addCalculated(*edge->pTargetNode()));
+            }
+        }
     }
     /// Where the bends of visible edges are seen.
     std::map<const QxPNode*, QxPoint> seen() const {
@@ -156,6 +237,16 @@ public:
     }
 
 private:
+    static std::vector<QxConnector*> connectorsOf(const QxDNode& node) {
+        const QxConnectorManager* manager = node.pQueryConnectorManager();
+        return manager != nullptr ? objectsOf<QxConnector>(*manager) : std::vector<QxConnector*>();
+    }
+    QxConnector* addCalculated(QxDNode& node) {
+        const bool isAnywhere = random.chance(50);
+        return node.ntAddConnector(
+            static_cast<std::int16_t>(isAnywhere ? random.below(2000) - 1000 : 0), 0,
+            random.below(401) - 200, random.below(401) - 200);
+    }
     void spaceOut(QxDGraph& graph) {
         graph.nestedViewTopConstantSpacing(random.below(30));
         graph.nestedViewLeftProportionalSpacing(static_cast<std::int16_t>(random.below(300)));
@@ -234,16 +325,8 @@ TEST_P(NestingSeeds, CyclesChangeNoCoordinate) {
         world.edit();
     }
     world.manager->collapseAll();
-    for (bool isHidden = true; isHidden;) {
-        isHidden = false;
-        for (QxDGraph* graph : world.graphs()) {
-            if (graph->pHideGraph() != nullptr) {
-                graph->unhideAll();  // and a graph of the list goes
-                isHidden = graph->pHideGraph() == nullptr;
-                break;
-            }
-        }
-    }
+    world.unhideEverything();
+    world.adorn();
     const auto start = world.coordinates();
     for (int i = 0; i < 100; ++i) {
         QxDNode* outer = world.random.pick(world.nodes());
@@ -273,7 +356,65 @@ TEST_P(NestingSeeds, CyclesChangeNoCoordinate) {
         if (opened != 0) {
             outer->collapse();
         }
-        ASSERT_EQ(world.coordinates(), start) << "in cycle " << i;
+        ASSERT_EQ(world.changeSince(start), "") << "in cycle " << i;
+    }
+}
+
+TEST_P(NestingSeeds, InWhateverOrderThingsAreShutAndOpenedAllComesBack) {
+    const std::uint32_t seed = testSeed(GetParam());
+    SCOPED_TRACE(seedTrace(seed));
+    QxFactory factory;
+    NestingWorld world(factory, seed, 3);
+    TestRandom& random = world.random;
+    for (QxDNode* node : world.nodes()) {
+        if (node->pChildGraph() != nullptr) {  // most of them shrink when they are expanded
+            node->resize(100 + random.below(1500), 100 + random.below(1500), 1);
+        }
+    }
+    world.adorn();
+    const auto start = world.coordinates();
+    std::vector<std::pair<QxDNode*, QxPoint>> folders;  // a folder goes where its group is
+    for (int round = 0; round < 20; ++round) {
+        for (int i = 0; i < 15; ++i) {
+            QxDNode* node = random.pick(world.nodes());
+            QxDGraph* graph = node->pOwnerGraph();
+            if (graph->nested() != 0) {
+                continue;  // what comes or goes in an expanded node may move it
+            }
+            switch (random.below(5)) {
+                case 2:
+                    world.hideSomeOf(*graph, nullptr);
+                    break;
+                case 3:
+                    graph->unhideAll();
+                    break;
+                case 4:
+                    if (node->hidden() == 0 && node->pChildGraph() == nullptr) {
+                        const QxPoint place = node->iCenter();
+                        world.foldSomeInto(*node);
+                        folders.emplace_back(node, place);
+                    }
+                    break;
+                default:
+                    if (node->collapse() == 0 && node->pChildGraph() != nullptr &&
+                        node->pChildGraph()->hasExpandedNodes() == 0) {
+                        node->expand();
+                    }
+            }
+        }
+        world.manager->collapseAll();
+        world.unhideEverything();
+        std::reverse(folders.begin(), folders.end());
+        for (const auto& [folder, place] : folders) {
+            if (QxDGraph* inner = folder->pFoldGraph()) {
+                folder->unfold(nullptr, nullptr, 0);
+                folder->ntMoveTo(place);
+                folder->setFolderNode(0);
+                world.manager->discardGraph(inner);
+            }
+        }
+        folders.clear();
+        ASSERT_EQ(world.changeSince(start), "") << "in round " << round;
     }
 }
 

@@ -9,9 +9,11 @@
 #include "commands/CheckCommand.h"
 #include "commands/ConvertCommand.h"
 #include "commands/DrawCommand.h"
+#include "commands/EditCommand.h"
 #include "commands/FindCommand.h"
 #include "commands/InfoCommand.h"
 #include "commands/Messages.h"
+#include "edit/Script.h"
 #include "import/ImportError.h"
 #include "model/Names.h"
 #include "picture/PictureError.h"
@@ -85,6 +87,13 @@ void addArrangingOptions(CLI::App& command, qxdraw::ArrangingOptions& options) {
         ->check(CLI::Range(1.0, 10000.0));
     command.add_flag("--keep-overlaps", options.keepOverlaps,
                      "Leave nodes that overlap after the spring embedder where they are");
+    command.add_flag("--orthogonal", options.orthogonal,
+                     "Draw edges along the axes; bends of the file go");
+    command
+        .add_option("--bundles", options.bundles,
+                    "How edges between the same two nodes lie: on top of each other, side by side "
+                    "(default), or with a bend each")
+        ->check(CLI::IsMember({"overlap", "parallel", "bend"}));
 }
 
 CLI::App* addDrawCommand(CLI::App& app, qxdraw::DrawOptions& options) {
@@ -106,6 +115,35 @@ CLI::App* addDrawCommand(CLI::App& app, qxdraw::DrawOptions& options) {
         "Examples:\n  qxdraw draw samples/graphviz-epl/unix.gv -o unix.svg\n"
         "  qxdraw draw samples/mixed.gml --bends -o mixed.png\n"
         "  qxdraw draw samples/order-process.dot --collapse cluster_shop -o order.svg");
+    return command;
+}
+
+CLI::App* addEditCommand(CLI::App& app, qxdraw::EditOptions& options) {
+    CLI::App* command =
+        app.add_subcommand("edit", "Draw a graph file, change the drawing, and write the picture");
+    command->add_option("FILE", options.input, "DOT, GraphML or GML")->required();
+    command->add_option("-o,--output", options.output, "The picture, .svg or .png")
+        ->required()
+        ->check([](const std::string& path) {
+            return qxdraw::isPictureName(path) ? std::string()
+                                               : "the picture's name must end in .svg or .png";
+        });
+    command
+        ->add_option("-s,--script", options.script,
+                     "The commands, one a line; - or without this option: the standard input")
+        ->default_str("-");
+    addArrangingOptions(*command, options.arranging);
+    command->add_flag("--bends", options.showBends, "Show how edges run, as draw does");
+    command->add_flag("-q,--quiet", options.quiet,
+                      "No warnings, nor what the commands have changed");
+    command->footer(
+        "Commands of a script:\n" + qxdraw::scriptCommands() +
+        "Nodes have their names in the file; an EDGE is NODE->NODE (NODE->NODE#2: the second "
+        "one). Names\nwith blanks stand in \"quotes\". Lines that start with # are passed over. "
+        "The first bad line ends the\nscript, and nothing is written.\n"
+        "Examples:\n  qxdraw edit samples/bundles.dot -o bundles.svg --script "
+        "samples/bundles.edits\n"
+        "  echo 'move server 400 100' | qxdraw edit samples/bundles.dot -o moved.svg");
     return command;
 }
 
@@ -167,7 +205,8 @@ CLI::App* addFindCommand(CLI::App& app, qxdraw::FindOptions& options) {
 
 /// Runs the work of a command; what it throws becomes a message and an exit code.
 template <class Work>
-int finish(const std::string& input, const std::string& output, Work work) {
+int finish(const std::string& input, const std::string& output, Work work,
+           const std::string& script = {}) {
     try {
         work();
         std::cout.flush();
@@ -180,6 +219,8 @@ int finish(const std::string& input, const std::string& output, Work work) {
     } catch (const qxdraw::NameError& error) {
         qxdraw::tell(input, 0, error.what());
         return WrongUsage;
+    } catch (const qxdraw::ScriptError& error) {
+        qxdraw::tell(script, error.line(), error.what());
     } catch (const qxdraw::PictureError& error) {
         qxdraw::tell(output, 0, error.what());
     } catch (const std::bad_alloc&) {
@@ -200,11 +241,14 @@ int main(int argc, char** argv) {
     qxdraw::InfoOptions info;
     qxdraw::DrawOptions draw;
     qxdraw::FindOptions find;
+    qxdraw::EditOptions edit;
+    edit.script = "-";
     qxdraw::ConvertOptions convert;
     qxdraw::CheckOptions check;
     const CLI::App* infoCommand = addInfoCommand(app, info);
     addDrawCommand(app, draw);
     const CLI::App* findCommand = addFindCommand(app, find);
+    const CLI::App* editCommand = addEditCommand(app, edit);
     const CLI::App* convertCommand = addConvertCommand(app, convert);
     const CLI::App* checkCommand = addCheckCommand(app, check);
     try {
@@ -217,6 +261,11 @@ int main(int argc, char** argv) {
     }
     if (findCommand->parsed()) {
         return finish(find.input, "standard output", [&] { qxdraw::runFind(find); });
+    }
+    if (editCommand->parsed()) {
+        const std::string script = edit.script == "-" ? "standard input" : edit.script;
+        return finish(
+            edit.input, edit.output, [&] { qxdraw::runEdit(edit); }, script);
     }
     if (convertCommand->parsed()) {
         return finish(convert.input, convert.output, [&] { qxdraw::runConvert(convert); });

@@ -10,10 +10,12 @@
 #include "qx/drawing/QxGEdge.h"
 #include "qx/drawing/QxGraphObjectStatusEnum.h"
 #include "qx/drawing/QxLabelOwnerOf.h"
+#include "qx/drawing/QxMultiEdgeModeEnum.h"
 #include "qx/foundation/geometry/QxPointDList.h"
 #include "qx/foundation/util/QxDListIter.h"
 
 class QxConnector;
+class QxDEdgeInitialGeometry;
 class QxDNode;
 class QxFactory;
 class QxGeometricUpdateInfo;
@@ -186,7 +188,8 @@ public:
     /// Append the points of the path from source to target: the unclipped ends and, between them,
     /// the bends, in owner-graph coordinates.
     void buildPointList(QxPointDList& list) const;
-    void buildEdgePointList(QxPointDList& list) const { buildPointList(list); }
+    /// The same into a list that is emptied first.
+    void buildEdgePointList(QxPointDList& list) const;
     /// Replaces all bends by these points, in order. 0 without an owner graph or when the edge is
     /// not connected and active.
     int reroute(const QxPointDList& points, int inOwnGraph);
@@ -300,6 +303,75 @@ public:
     }
     /// @}
 
+    /// @name Routes along the axes (drawing/orthogonal/QxDEdgeOrthogonal.cpp)
+    /// The library does not look for routes. It knows which edges are to run along the axes, and
+    /// makes the path of such an edge do so: the ends come to lie on the outlines of the nodes,
+    /// by calculated connectors, and corners are added to the bends where they are needed.
+    /// @{
+
+    /// Whether the path is to run along the axes: the edge asks for it, or the graph of one of its
+    /// ends does, or, for a visible edge between graphs, one of those that lie around its ends, up
+    /// to the innermost that holds both; so does such an edge that leads from a node into the graph
+    /// nested there. 0 without two ends that have graphs. O(1); between graphs O(nesting depth).
+    int desiredOrthogonalRouting() const;
+    /// Whether it does: 0 when it is not to, and when a segment of the visible part is slanted.
+    int orthogonalRouting() const;
+    /// Makes the path of an edge that is to run along the axes do so. Ends without a connector, and
+    /// those whose calculated connector lies outside its node, get a calculated one on the outline
+    /// of the node; bends inside the end nodes and corners that turn nowhere go. Specified
+    /// connectors stay where they are. Nothing happens to an edge that is not connected and active,
+    /// to one that is not to run so, between graphs to an invisible one, and, but for the
+    /// connectors, to one whose ends cannot have any. Bends that lie right already stay, unheard;
+    /// else the path is rerouted. O(bends).
+    void repairOrthogonalRouting();
+    /// Completes a list of points, from the source to the target as buildEdgePointList makes it,
+    /// into one whose segments all run along the axes, and drops what lies inside the end nodes;
+    /// there calculated connectors follow. Nothing happens for an edge that is not to run so, or
+    /// without connectors at both ends. Coordinates are those of the edge's path.
+    void makePathOrthogonal(QxPointDList& points);
+    /// @}
+
+    /// @name Bundles of parallel edges (drawing/bundles/QxDEdgeBundles.cpp)
+    /// Edges between the same two nodes, in either direction, form bundles: two edges are in one
+    /// when at each node they end at the same connector, or both at no specified one. Connected
+    /// edges count, in the order of their graph's list. An edge with a specified connector keeps
+    /// its path. Operations on a bundle take edges between the nodes of this edge; others in the
+    /// list are passed over.
+    /// @{
+
+    /// Lays out the bundles between the ends of this edge; of the listed edges alone, unless the
+    /// list is null. Nothing happens for a self-loop and without an owner graph. O(k log k) for k
+    /// edges at the end of lower degree.
+    void reorganizeMultiEdgeBundle(QxMultiEdgeModeEnum mode, const QxDEdgeDList* edges);
+    /// The modes: see QxMultiEdgeModeEnum. As one change of the graph.
+    void reorganizeMultiEdgeBundleOverlap(const QxDEdgeDList* bundle);
+    void reorganizeMultiEdgeBundleParallel(const QxDEdgeDList* bundle);
+    void reorganizeMultiEdgeBundleOneBend(const QxDEdgeDList* bundle);
+    /// Appends to `bundles` a list, which the caller owns, for each bundle of two or more edges.
+    /// There are none between nodes whose centers are less than a unit apart.
+    void collectMultiEdges(QxDList& bundles, const QxDEdgeDList* edges) const;
+    /// Empties the list, then lists the edges between the ends of this edge, itself included, that
+    /// have neither bends nor specified connectors and need not run along the axes; none when there
+    /// are fewer than two.
+    void collectStraightMultiEdges(QxDEdgeDList* list) const;
+    /// The distance from one edge to the next at which `count` parallel edges fit between the
+    /// nodes: at most what the graph wants; -1 where there is no room at all.
+    std::int32_t multiEdgeSpacingForParallelBundles(int count) const;
+    /// The room across the line between the centers of the nodes that both offer; -1 when one of
+    /// them does not hold its own center.
+    double maxAvailableMultiEdgeDiagonalLength() const;
+    /// How far from that line the edge at position `index`, counted from 1, of a bundle of an odd
+    /// (even) number of edges runs, for a step of half the spacing.
+    static void computeOffsetPointsForMultiEdgesParallel(QxPoint& out, double stepX, double stepY,
+                                                         int index, int odd);
+    /// Gives both ends calculated connectors on that line shifted by `offset`, in the coordinates
+    /// of the path. An end whose node the line does not meet stays without one.
+    void assignConnectorsMultiEdgesParallel(const QxPoint* offset);
+    /// A new calculated connector where the way `from` a point `toward` another, in the coordinates
+    /// of the path, meets the node's shape; null where it does not. No end is assigned to it yet.
+    QxConnector* setConnector(QxDNode* node, QxPoint from, QxPoint toward);
+    /// @}
+
     /// @name Labels (drawing/labels/QxDEdgeLabels.cpp); see QxLabelOwnerOf
     /// @{
     virtual void debugOutputLabels(int depth) const;
@@ -309,6 +381,23 @@ public:
     int centerLabels(const QxEdgeLabelDList* labels);
     /// @}
 
+    /// @name Moves of what the edge is attached to (update/QxDEdgeReactions.cpp)
+    /// @{
+
+    /// What the edge looked like when the running move began; null while none concerns it. The
+    /// setter takes over a record made with new (null forgets it), which replaces and releases the
+    /// former one; it returns its argument.
+    QxDEdgeInitialGeometry* pEdgeInitialGeometry() const;
+    QxDEdgeInitialGeometry* pEdgeInitialGeometry(QxDEdgeInitialGeometry* record);
+    /// Save the places of the bends and labels of an edge that moves as a whole; put them back
+    /// there by raw moves and forget them; forget them.
+    void storeMovedEdge();
+    void restoreMovedEdge();
+    void deleteMovedEdgeInitialPosition();
+    /// Forgets the record of an edge that had to follow, and the saved places of its labels.
+    void deleteReroutedEdgeInitialPosition();
+    /// @}
+
     /// @name State
     /// Setters return the argument and change nothing else.
     /// @{
@@ -316,13 +405,13 @@ public:
     /// Whether the edge stands for others that are hidden.
     int isMetaEdge() const { return hasFlag(qx::flags::EdgeMeta); }
     int setMetaEdge(int value);
-    /// Whether the edge belongs to a bundle of edges between the same nodes.
+    /// Whether the edge belongs to a bundle that a move spreads, while it does.
     int multiEdge() const { return hasFlag(qx::flags::EdgeMulti); }
     int multiEdge(int value) {
         setFlag(qx::flags::EdgeMulti, value);
         return value;
     }
-    /// Whether the path is to run along the axes.
+    /// Whether the edge itself asks for a path along the axes; see desiredOrthogonalRouting.
     int internalOrthogonalRouting() const { return hasFlag(qx::flags::EdgeOrthogonal); }
     int internalOrthogonalRouting(int value) {
         setFlag(qx::flags::EdgeOrthogonal, value);

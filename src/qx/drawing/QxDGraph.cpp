@@ -227,7 +227,7 @@ void QxDGraph::copySpacings(const QxDGraph& source) {
 
 void QxDGraph::copyDiagramming(const QxDGraph& source) {
     m_status = source.m_status;
-    pGeometricUpdateInfo(source.pGeometricUpdateInfo());
+    pGeometricUpdateInfo(nullptr);  // a record is about one graph
     qx::internal::linkClone(source, *this, source.pOwnerGraphManager(),
                             [](QxDGraph& graph, QxDGraph* clone) { graph.pClonedGraph(clone); });
     orthogonalRouting(source.orthogonalRouting());

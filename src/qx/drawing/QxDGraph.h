@@ -9,6 +9,7 @@
 #include "qx/drawing/QxDrawingFlags.h"
 #include "qx/drawing/QxGraphObjectStatusEnum.h"
 #include "qx/drawing/QxLabelOwnerOf.h"
+#include "qx/drawing/QxMultiEdgeModeEnum.h"
 #include "qx/drawing/QxTriStateEnum.h"
 #include "qx/foundation/geometry/QxPoint.h"
 #include "qx/foundation/geometry/QxRect.h"
@@ -491,6 +492,16 @@ public:
     void updateCalculatedConnectors();
     /// @}
 
+    /// @name Parallel edges and self-loops (drawing/bundles/QxDGraphBundles.cpp)
+    /// @{
+
+    /// Lays out every bundle of edges between the same two nodes, once; see QxDEdge. O(n log n) in
+    /// nodes and edges, however many of them are parallel.
+    void reorganizeMultiEdges(QxMultiEdgeModeEnum mode);
+    /// Lays out the self-loops of every node; see QxDNode.
+    void reorganizeReflexiveEdges();
+    /// @}
+
     /// @name Queries by rectangle (spatial/QxDGraphQueries.cpp)
     /// @{
 
@@ -560,10 +571,9 @@ public:
     }
     /// Whether edges of the graph ask for axis-parallel segments.
     int orthogonalRouting() const { return hasFlag(qx::flags::GraphOrthogonal); }
-    int orthogonalRouting(int value) {
-        setFlag(qx::flags::GraphOrthogonal, value);
-        return value;
-    }
+    /// Switching it off takes the wish from each edge of the graph, too, but while a file is read;
+    /// paths stay as they are. Returns the argument. (drawing/orthogonal/QxDEdgeOrthogonal.cpp)
+    int orthogonalRouting(int value);
     /// The distance between parallel edges of a bundle, in world units; 8 at first.
     std::int32_t diagrammingMultiEdgeSpacing() const { return m_multiEdgeSpacing; }
     std::int32_t diagrammingMultiEdgeSpacing(std::int32_t value) {

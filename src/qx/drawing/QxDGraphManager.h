@@ -15,6 +15,7 @@ namespace qx::internal {
 struct ManagerExtras;
 class MetaEdgeUpkeep;
 struct MetaEnds;
+class Reactions;
 class Refits;
 }  // namespace qx::internal
 
@@ -240,6 +241,7 @@ private:
     int changeMetaEdges(std::uint32_t bit, int value);
     friend class QxDNode;
     friend class qx::internal::MetaEdgeUpkeep;
+    friend class qx::internal::Reactions;
 
     /// The same with the connectors that it is to be attached to.
     QxDEdge* addMetaEdge(const qx::internal::MetaEnds& ends, int type);

@@ -164,6 +164,7 @@ void QxDNode::actOnChangeOwner(QxOwnedObject* owner, int valid) {
         }
     }
     QxGNode::actOnChangeOwner(owner, valid);
+    graphObjectStatus(QxStatusUnchanged);  // a copy may bring that of a move along
     if (pQueryExtras() != nullptr) {
         LabelPresence::changed(*this);
     }

@@ -284,6 +284,36 @@ public:
     void setConnectorOnChangeShape(const QxShape* shape, QxDEdge* edge, int isTarget);
     /// @}
 
+    /// @name Self-loops, bundles and sides (drawing/bundles/QxDNodeBundles.cpp,
+    /// drawing/orthogonal/SideDistribution.cpp)
+    /// @{
+
+    /// Lays the connected self-loops out above the node, one within the other: each leaves the top
+    /// on the right, runs across and returns on the left, by calculated connectors. Those with a
+    /// specified connector stay as they are. Nothing happens to a node without a graph. O(k log k)
+    /// for k edges.
+    void reorganizeReflexiveEdges();
+    /// Fills the list with what a change of shape lays out together with this edge of the node: the
+    /// straight edges of the same graph in its direction that need not run along the axes, which
+    /// the running change has not touched, and all in the opposite direction. 1, or 0 and no edges
+    /// when there are fewer than two.
+    int storeMultiEdgeList(const QxDEdge* edge, QxDEdgeDList& list) const;
+    /// Counts how many of the `added` segments go into the gap behind each of the `placed` ones,
+    /// so that the gaps stay wide. The internal user field of a placed segment names its connector,
+    /// whose constant offset is its position along the side; the answer for it is the width of a
+    /// new QxSize in the internal user field of that connector, which the caller releases. Of
+    /// `added` only the number counts. Nothing happens for an empty list, and for segments whose
+    /// fields name none.
+    void computeDistributionInOrthogonalMove(QxSideEnum side, const QxPEdgeDList* placed,
+                                             const QxPEdgeDList* added);
+    /// How much of a side is free of edges that are to run along the axes: the coordinate along it,
+    /// in owner-graph coordinates, of the lowest (`high` 0: the highest) place where such an edge
+    /// leaves in `direction`, but not beyond the upper (lower) end of the side, which is the answer
+    /// when there is none. Edges that carry the processing mark do not count
+    /// (update/QxDEdgeReactions.cpp).
+    std::int32_t findFirstEdgeOnSide(QxDirectionEnum direction, int high) const;
+    /// @}
+
     /// @name Nested graph (nesting/QxDNodeExpansion.cpp, nesting/QxDNodeFit.cpp)
     /// A node with a child graph is collapsed, or expanded: then it shows the graph in itself.
     /// @{
@@ -484,6 +514,7 @@ private:
     bool ownsConnector(const QxConnector* connector) const;
     void placeConnector(QxConnector& connector, const QxPerMil& perMil, const QxSize& offset);
     void duplicateConnectorsOf(const QxDNode& source);
+    static void rescaleConnector(QxConnector& connector, const QxRect& before, const QxRect& now);
     /// Discards all without running steps that a subclass may have overridden.
     void releaseConnectors();
     void actOnChangeShape(const QxShape* shape);

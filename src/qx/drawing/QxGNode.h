@@ -98,10 +98,11 @@ public:
     /// @name Moves
     /// @{
 
-    /// Moves the node so that its center lies at `center`, and repairs what is attached: incident
-    /// edges are clipped anew, graph bounds grow or shrink. Fires NodeMoved, or PathNodeMoved for a
-    /// bend. Returns 1, also when the node is there already (nothing is fired then).
-    /// O(degree + log n).
+    /// Moves the node so that its center lies at `center`, and repairs what is attached: paths and
+    /// labels of incident edges follow, graph bounds grow or shrink. Fires NodeMoved, or
+    /// PathNodeMoved for a bend, and what follows tells of itself. Returns 1, also when the node is
+    /// there already (nothing is fired then). A bend that comes to lie straight between its
+    /// neighbours is discarded. O(degree + log n), and the bends of incident edges that follow.
     int moveTo(const QxPoint& center, int inOwnGraph);
     int moveTo(std::int32_t x, std::int32_t y, int inOwnGraph) {
         return moveTo(QxPoint(x, y), inOwnGraph);

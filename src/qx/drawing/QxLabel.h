@@ -159,6 +159,8 @@ public:
     /// Forgets the saved place; with `move` nonzero the label returns there first, by a raw move:
     /// to the very proportion and offset that it had, unless these lead elsewhere by now.
     void restoreMovedLabel(int move);
+    /// The saved center; null when none is saved.
+    const QxPoint* pStoredCenter() const;
     /// What the running change has done to the label; the setter returns its argument.
     QxGraphObjectStatusEnum graphObjectStatus() const { return m_status; }
     QxGraphObjectStatusEnum graphObjectStatus(QxGraphObjectStatusEnum value) {

@@ -61,7 +61,9 @@ public:
     int inVisiblePart(int value);
     int inNewVisiblePart() const { return hasFlag(qx::flags::BendNewVisible); }
     int inNewVisiblePart(int value);
-    /// Drags the bend to a point in owner-graph coordinates, with bounds and repair.
+    /// Drags the bend to a point in owner-graph coordinates. On a path along the axes the bends
+    /// beside it follow; bends at which the way goes straight on are discarded, this one, too.
+    /// O(bends).
     void updateForDiagramming(const QxPoint& center);
 
     /// @name Reports to an update record; `recurse` also of its segments, `labels` of edge labels

@@ -220,10 +220,13 @@ void QxDGraphManager::showAnchor(QxDGraph* graph) {
     const Ref<QxDGraph> between(pQueryIntergraph());
     {
         const qx::internal::BoundsHold held(between.get());
-        translateIntergraphCoordinates(graph);
-        m_anchor = graph;
+        if (between && old != nullptr) {
+            managerExtras().formerAnchor = old->pOwnerGraphManager() == this ? old : nullptr;
+        }
+        m_anchor = graph;  // before listeners hear of bends, and may remove the graph
         nestingChanged();
-        if (between && graph != nullptr) {
+        translateIntergraphCoordinates(graph);
+        if (between && graph != nullptr && graph == m_anchor) {
             between->vUpdateTransform(*graph->pTransform());
         }
         if (between) {
@@ -239,9 +242,14 @@ void QxDGraphManager::showAnchor(QxDGraph* graph) {
         graph->disableNestingGraphBoundsAndQuadTree(0, 0);
     }
     if (between) {
+        if (isReading() == 0) {
+            for (QxDEdge* edge : Snapshot<QxDEdge>(between->pEdgeList())) {
+                edge->repairOrthogonalRouting();
+            }
+        }
         between->refreshGraphBounds();
     }
-    if (graph != old) {
+    if (graph != old && graph == m_anchor) {
         qx::internal::fireDrawingChange(*this, AnchorGraphChanged, [&] {
             return new QxDrawingChangeEventData(this, old, graph);
         });
@@ -252,9 +260,6 @@ void QxDGraphManager::translateIntergraphCoordinates(QxDGraph* newAnchor) {
     const QxDGraph* between = pQueryIntergraph();
     if (between == nullptr) {
         return;
-    }
-    if (m_anchor != nullptr) {
-        managerExtras().formerAnchor = m_anchor->pOwnerGraphManager() == this ? m_anchor : nullptr;
     }
     QxDGraph* const former = managerExtras().formerAnchor;
     if (newAnchor == nullptr || former == nullptr || newAnchor == former ||
@@ -274,8 +279,10 @@ void QxDGraphManager::translateIntergraphCoordinates(QxDGraph* newAnchor) {
         edge->buildPathNodeList(bends);
         for (QxPNode* bend : Snapshot<QxPNode>(&bends)) {
             const QxPoint p = bend->iCenter();
-            bend->ntMoveTo(qx::floorHalfUp(p.x() * scaleX + offsetX),
-                           qx::floorHalfUp(p.y() * scaleY + offsetY));
+            if (bend->pOwnerEdge() == edge && edge->pOwnerGraph() == between) {
+                bend->ntMoveTo(qx::floorHalfUp(p.x() * scaleX + offsetX),
+                               qx::floorHalfUp(p.y() * scaleY + offsetY));
+            }
         }
     }
 }

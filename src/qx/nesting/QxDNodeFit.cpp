@@ -12,8 +12,10 @@
 #include "qx/foundation/util/internal/Ref.h"
 #include "qx/nesting/QxExpandedNodeExtension.h"
 #include "qx/nesting/internal/ManagerExtras.h"
+#include "qx/update/internal/MoveReactions.h"
 
 using qx::internal::Change;
+using qx::internal::MoveKind;
 using qx::internal::Ref;
 
 namespace {
@@ -132,7 +134,8 @@ void QxDNode::updateExpandedNodeForDiagramming(const QxRect& rect, int keepNodeI
     };
     const bool isOnlyNoted = keepNodeInPlace != 0 && onlyTouchingBits != 0;
     if (!isOnlyNoted && !(rect == m_rect)) {
-        Change::ofGeometry(*this, apply);
+        const MoveKind kind = keepNodeInPlace != 0 ? MoveKind::FitInside : MoveKind::FitAround;
+        qx::internal::withReactions(*this, kind, apply);
     }
     updateTouchingBits();
 }

@@ -9,8 +9,8 @@
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxFactory.h"
-#include "qx/drawing/bounds/internal/Change.h"
 #include "qx/drawing/internal/ShapeResourceDBOf.h"
+#include "qx/update/internal/MoveReactions.h"
 
 QxExpandedNodeExtension* QxFactory::vNewExpandedNodeExtension(QxDNode* node,
                                                               QxDGraphManager* manager) {
@@ -140,7 +140,7 @@ void QxExpandedNodeExtension::exchangeContents(int adjustConnectors, int shapeFi
     if (m_node->pClonedNode() != nullptr) {
         exchange();  // the bounds of a graph that is being duplicated are computed at its end
     } else {
-        qx::internal::Change::ofGeometry(*m_node, exchange);
+        qx::internal::withReactions(*m_node, qx::internal::MoveKind::FitAround, exchange);
     }
 }
 

@@ -221,10 +221,10 @@ TEST(Tool, ShowsBendsAndHiddenPartsOverTheSamePicture) {
     };
     const std::string mixed = added("made/mixed.gml", "");
     EXPECT_EQ(count(mixed, "<circle"), 3U) << "one from the file, two of the loop";
-    EXPECT_EQ(count(mixed, "<path"), 8U) << "both ends of four edges";
+    EXPECT_EQ(count(mixed, "<path"), 6U) << "both ends of all edges but the loop, on the outline";
     EXPECT_EQ(count(mixed, "stroke-dasharray"), 1U);
-    EXPECT_EQ(count(added("made/mixed.gml", "--layout spring"), "<circle"), 4U)
-        << "the bend of the file is gone, the two parallel edges have one each";
+    EXPECT_EQ(count(added("made/mixed.gml", "--layout spring"), "<circle"), 2U)
+        << "the bend of the file is gone, those of the loop stay";
     EXPECT_EQ(count(added("facts/karate.gml", ""), "<circle"), 0U) << "straight edges only";
 }
 
@@ -341,6 +341,30 @@ TEST(Tool, ReportsWhatCannotBeReadOrWritten) {
     EXPECT_EQ(folder.numberOfFiles(), 1);
 }
 
+TEST(Tool, EditsAsAScriptSaysOrWritesNothing) {
+    const TemporaryFolder folder;
+    const std::string picture = "-o " + quoted(folder / "a.svg") + " <" + quoted(folder / "script");
+    const std::string file = dataPath("../../samples/bundles.dot");
+    const auto edit = [&](const std::string& script) {
+        std::ofstream(folder / "script") << script;
+        return runOn("edit", file, picture);
+    };
+    for (const char* bad : {"move nowhere 1 2", "paint server red", "move server 1", "label server",
+                            "move server 1 x", "bend server->server#9 1,2", "expand server",
+                            "hide \"server", "connector cache inside", "resize cache 0 5"}) {
+        const Outcome result = edit("# first\nmove cache 0 0\n" + std::string(bad) + "\n");
+        EXPECT_EQ(result.exitCode, 1) << bad;
+        EXPECT_THAT(result.err, StartsWith("qxdraw: standard input:3: ")) << bad;
+        EXPECT_EQ(folder.numberOfFiles(), 1) << "only the script";
+    }
+    const Outcome result = edit("move server by 10 0\nlabel cache \"two\\nlines\"\n");
+    EXPECT_EQ(result.exitCode, 0) << result.err;
+    EXPECT_THAT(result.out,
+                AllOf(HasSubstr("1: move server by 10 0\n    server moved to (343, 80)"),
+                      HasSubstr("1 label changed")));
+    EXPECT_THAT(contentOf(folder / "a.svg"), HasSubstr(">lines<"));
+}
+
 TEST(Tool, AnswersWrongUsageWithTwo) {
     const std::string good = quoted(dataPath("graphviz-epl/fsm.gv"));
     for (const std::string& arguments :
@@ -361,7 +385,7 @@ TEST(Tool, AnswersWrongUsageWithTwo) {
 
 TEST(Tool, HelpsWithExamplesThatWork) {
     EXPECT_EQ(run("--help").exitCode, 0);
-    for (const char* command : {"info", "draw", "find"}) {
+    for (const char* command : {"info", "draw", "find", "edit"}) {
         const Outcome help = run(std::string(command) + " --help");
         EXPECT_EQ(help.exitCode, 0);
         const std::size_t at = help.out.find("\nExample");

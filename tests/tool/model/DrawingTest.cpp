@@ -13,6 +13,7 @@
 #include "model/EdgeSpreading.h"
 #include "model/Labels.h"
 #include "model/NodeSizing.h"
+#include "model/Ports.h"
 #include "model/SpringLayout.h"
 #include "model/StartPlacement.h"
 #include "picture/SceneBuilder.h"
@@ -35,7 +36,7 @@ GraphDocument placedDocument(const std::string& dot) {
 
 Scene sceneOf(const GraphDocument& document) {
     Drawing drawing(document);
-    spreadEdges(drawing);
+    spreadEdges(drawing, {});
     addLabels(drawing, document);
     return buildScene(drawing, document);
 }
@@ -114,22 +115,44 @@ TEST(SceneBuilder, AddsBendsAndWhatOutlinesHideOfEdges) {
                                   IsNear(0, 0), IsNear(10, 2), IsNear(10, 2), IsNear(0, 4)));
 }
 
-TEST(EdgeSpreading, FansParallelEdgesOutAndMakesLoopsVisible) {
-    const GraphDocument document = placedDocument(R"(digraph {
+TEST(EdgeSpreading, LaysBundlesOutInEachModeAndMakesLoopsVisible) {
+    const GraphDocument document = placedDocument(R"(digraph { node [width=2 height=1]
         a [pos="0,0"]; b [pos="300,0"]; c [pos="600,0"]
         a -> b; b -> a; a -> b; b -> c; b -> b; b -> b })");
-    Drawing drawing(document);
-    spreadEdges(drawing);
-    EXPECT_EQ(drawing.graph().checkInvariants(), 1);
-    std::vector<int> bends;
-    for (std::size_t i = 0; i < drawing.numberOfEdges(); ++i) {
-        bends.push_back(drawing.edge(i).numberOfBends());
+    for (const auto mode : {QxMultiEdgeOverlap, QxMultiEdgeParallel, QxMultiEdgeOneBend}) {
+        Drawing drawing(document);
+        spreadEdges(drawing, {mode, false});
+        EXPECT_EQ(drawing.graph().checkInvariants(), 1);
+        const int bend = mode == QxMultiEdgeOneBend ? 1 : 0;
+        std::vector<int> bends;
+        for (std::size_t i = 0; i < drawing.numberOfEdges(); ++i) {
+            bends.push_back(drawing.edge(i).numberOfBends());
+        }
+        EXPECT_THAT(bends, ElementsAre(bend, bend, bend, 0, 2, 2));
+        const Scene scene = buildScene(drawing, document);
+        ASSERT_EQ(scene.edges.size(), 6U) << "every edge is seen";
+        const auto height = [&](std::size_t edge) { return scene.edges[edge].points[1].y; };
+        EXPECT_EQ(height(1) == height(2), mode == QxMultiEdgeOverlap);
+        EXPECT_NE(height(4), height(5));
     }
-    EXPECT_THAT(bends, ElementsAre(1, 0, 1, 0, 2, 2)) << "the middle of three stays straight";
+}
+
+TEST(EdgeSpreading, DrawsEdgesAlongTheAxes) {
+    const GraphDocument document = placedDocument(R"(digraph { rankdir=LR
+        a [shape=record label="<x> x | <y> y" pos="0,0"]; b [pos="300,120"]; c [pos="90,-200"]
+        a:x -> b; a:y -> b; a -> c; c -> b; c -> b; b -> b; a:x -> c })");
+    Drawing drawing(document);
+    connectPorts(drawing, document);
+    spreadEdges(drawing, {QxMultiEdgeParallel, true});
     const Scene scene = buildScene(drawing, document);
-    EXPECT_EQ(scene.edges.size(), 6U) << "every edge is seen";
-    EXPECT_DOUBLE_EQ(scene.edges[0].points[1].y, -scene.edges[2].points[1].y);
-    EXPECT_NE(scene.edges[4].points[1].y, scene.edges[5].points[1].y);
+    ASSERT_EQ(scene.edges.size(), 7U);
+    for (const SceneEdge& edge : scene.edges) {
+        for (std::size_t i = 1; i < edge.points.size(); ++i) {
+            const DocumentPoint& a = edge.points[i - 1];
+            const DocumentPoint& b = edge.points[i];
+            EXPECT_TRUE(a.x == b.x || a.y == b.y) << &edge - scene.edges.data();
+        }
+    }
 }
 
 TEST(SpringLayout, SeparatesNodesUnlessOverlapsAreKept) {

@@ -80,7 +80,7 @@ TEST(Ports, AreLeftWithoutCrossingTheirNodes) {
 
 QxRect rectOf(const QxLabel& label) {
     QxRect rect;
-    label.ntBoundingRect(rect);
+    label.getBoundingRect(rect, 0);
     return rect;
 }
 

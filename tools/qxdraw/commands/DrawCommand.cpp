@@ -56,6 +56,12 @@ bool isPictureName(const std::string& path) {
     return endsIn(path, ".svg") || endsIn(path, ".png");
 }
 
+void writePicture(const Scene& scene, const std::string& path) {
+    const std::string svg = writeSvg(scene);
+    writeOutputFile(path,
+                    endsIn(path, ".svg") ? svg : writePng(svg, scene.width(), scene.height()));
+}
+
 void runDraw(const DrawOptions& options) {
     Progress progress(options.quiet);
     GraphDocument document = readDocument(options.input);
@@ -72,10 +78,7 @@ void runDraw(const DrawOptions& options) {
         addPaths(scene, *drawing);
     }
     progress.report("writing", 1);
-    const std::string svg = writeSvg(scene);
-    writeOutputFile(options.output, endsIn(options.output, ".svg")
-                                        ? svg
-                                        : writePng(svg, scene.width(), scene.height()));
+    writePicture(scene, options.output);
     if (!options.quiet) {
         tellResult(options, nodes, edges, spring, scene);
     }

@@ -6,6 +6,7 @@
 #include <string>
 
 #include "model/Arranging.h"
+#include "picture/Scene.h"
 
 namespace qxdraw {
 
@@ -19,6 +20,9 @@ struct DrawOptions {
 
 /// Draws a graph file. Throws ImportError and PictureError; no output file is left behind then.
 void runDraw(const DrawOptions& options);
+
+/// Writes a picture, SVG or PNG by the name of the file. Throws PictureError.
+void writePicture(const Scene& scene, const std::string& path);
 
 /// Whether a picture can be written to a file of this name.
 bool isPictureName(const std::string& path);

@@ -101,11 +101,12 @@ std::string trimmed(const std::string& text) {
                                       : text.substr(first, text.find_last_not_of(' ') + 1 - first);
 }
 
-std::vector<std::size_t> edgesBetween(const std::vector<int>& sources,
-                                      const std::vector<int>& targets, bool directed,
-                                      const std::vector<std::pair<int, int>>& ends) {
+std::vector<std::size_t> edgesBetween(std::vector<int> sources, std::vector<int> targets,
+                                      bool directed, const std::vector<std::pair<int, int>>& ends) {
+    std::sort(sources.begin(), sources.end());
+    std::sort(targets.begin(), targets.end());
     const auto isIn = [](const std::vector<int>& nodes, int node) {
-        return std::find(nodes.begin(), nodes.end(), node) != nodes.end();
+        return std::binary_search(nodes.begin(), nodes.end(), node);
     };
     std::vector<std::size_t> edges;
     for (std::size_t i = 0; i < ends.size(); ++i) {

@@ -50,7 +50,7 @@ std::unique_ptr<Drawing> arrange(GraphDocument& document, const ArrangingOptions
     layout.edgeLength = options.edgeLength;
     layout.keepOverlaps = options.keepOverlaps;
     layout.onProgress = std::move(onProgress);
-    if (layout.spring) {
+    if (layout.spring || options.orthogonal) {
         forgetBends(document);
     }
     auto drawing = nestedDrawing(document, options.view);
@@ -58,12 +58,15 @@ std::unique_ptr<Drawing> arrange(GraphDocument& document, const ArrangingOptions
     layOutNested(document, *drawing, layout);
     drawing->place(document);
     connectPorts(*drawing, document);
-    spreadEdges(*drawing);
-    if (layout.spring) {
+    spreadEdges(*drawing, {bundleMode(options.bundles), options.orthogonal});
+    if (layout.spring && !options.orthogonal) {
         leadAroundNodes(*drawing);  // else all stays as the file has it
     }
     addLabels(*drawing, document);
     moveLabelsApart(*drawing);
+    if (layout.spring) {
+        renewLoopsOfBoxes(*drawing);
+    }
     return drawing;
 }
 

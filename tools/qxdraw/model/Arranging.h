@@ -17,6 +17,8 @@ struct ArrangingOptions {
     std::string layout;     ///< "none", "spring", or empty: as the file asks for
     double edgeLength = 0;  ///< 0: one that suits the drawing
     bool keepOverlaps = false;
+    std::string bundles;      ///< "overlap", "parallel", "bend", or empty: parallel
+    bool orthogonal = false;  ///< edges run along the axes; bends of the file go
     ViewOptions view;
 };
 

@@ -65,6 +65,13 @@ public:
             for (std::size_t i = 1; i + 1 < best.size(); ++i) {
                 bends.appendPoint(toPoint(best[i]));
             }
+            // A place on the side that faces the other node is none on a way around.
+            if (edge.pSourceConnector() == nullptr) {
+                edge.pSourceConnector(nullptr);
+            }
+            if (edge.pTargetConnector() == nullptr) {
+                edge.pTargetConnector(nullptr);
+            }
             edge.reroute(bends, 1);
         }
     }

@@ -67,6 +67,9 @@ public:
     const std::vector<DrawnPort>& ports() const { return m_ports; }
     /// The index of a node or edge of this drawing.
     std::size_t indexOf(const QxGraphMember& member) const { return m_indexOf.at(&member); }
+    /// The same; nothing for what the drawing does not know.
+    std::optional<std::size_t> findIndex(const QxGraphMember& member) const;
+    QxDEventManager* events() const { return m_factory.pEventManager(); }
 
     /// Moves the shown nodes to the centers that the document gives them, and fits each node that
     /// shows a graph around that, or the box that the document gives the graph, whatever is larger;
@@ -76,9 +79,13 @@ public:
     /// Folds nodes, all of one graph and none of them hidden, into a new folder node, which the
     /// document gets as its last node, with its last graph in it.
     void fold(const std::vector<int>& nodes, const std::string& name, GraphDocument& document);
-    /// Brings the meta-edges up to date; the document gets each as one of its last edges.
+    /// Brings the meta-edges up to date; the document gets each new one as one of its last edges,
+    /// and loses those that nothing needs any more.
     void addMetaEdges(GraphDocument& document);
 
+    /// Takes the labels of a node that stand in it, or those of an edge, away.
+    void discardLabels(QxDNode& node);
+    void discardLabels(QxDEdge& edge);
     /// The title of a graph, above what is in it.
     void addTitle(std::size_t graph, const std::string& text, TextBlock painted);
     /// A new label of a node, edge or connector, as large as the painted text, at the place that
@@ -127,7 +134,10 @@ private:
     void standTitles(const QxDGraph& graph, const DocumentBox* box) const;
     void fitToBox(std::size_t index) const;
 
-    DrawingFactory m_factory;
+    /// Forgets edges that are about to go, and what the document says of them.
+    void forgetEdges(const QxDEdgeDList& edges, GraphDocument& document);
+
+    mutable DrawingFactory m_factory;
     QxDGraphManager* m_manager;
     std::vector<QxDGraph*> m_graphs;
     std::vector<std::optional<DocumentBox>> m_boxes;  ///< that the file gives the graphs
@@ -137,6 +147,9 @@ private:
     std::vector<DrawnLabel> m_labels;
     std::vector<DrawnPort> m_ports;
 };
+
+/// The same constant margin on all sides of a graph.
+void setMargins(QxDGraph& graph, std::int32_t margin);
 
 /// Whether a node lies, at any depth, in the graph that another one shows.
 bool isShownIn(const QxDNode& inner, const QxDNode& outer);
@@ -153,6 +166,9 @@ public:
 private:
     const Drawing& m_drawing;
 };
+
+/// The outline as the model knows it.
+QxShape toShape(const DocumentShape& source);
 
 /// The nearest point of the drawing's grid of whole units.
 QxPoint toPoint(const DocumentPoint& point);

@@ -9,7 +9,11 @@
 #include <map>
 #include <utility>
 
+#include "model/AxisRouting.h"
 #include "model/PortRouting.h"
+#include "qx/drawing/QxDrawingIters.h"
+#include "qx/drawing/QxPNode.h"
+#include "qx/drawing/QxPathIter.h"
 #include "qx/foundation/geometry/QxPointDList.h"
 
 namespace qxdraw {
@@ -17,6 +21,7 @@ namespace qxdraw {
 namespace {
 
 constexpr double Spacing = 22;       // between the edges of a bundle: room for a label
+constexpr double BentSpacing = 14;   // of bends: on both sides of the way, at twice as much
 constexpr double LeastSpacing = 12;  // of many edges on a short way: the label can be read still
 
 void bendAt(QxDEdge& edge, const std::vector<DocumentPoint>& places) {
@@ -44,7 +49,8 @@ bool leadAround(const std::vector<QxDEdge*>& bundle) {
     return true;
 }
 
-/// A fan: one bend an edge, on the line that halves the way, to both sides in turn.
+/// A fan of edges between the same two ports, which the model leaves alone: one bend an edge, on
+/// the line that halves the way, to both sides in turn.
 void fanOut(const std::vector<QxDEdge*>& bundle) {
     const QxDEdge& first = *bundle.front();
     const DocumentPoint a = toPlace(first.ntFromPoint(0));
@@ -61,20 +67,6 @@ void fanOut(const std::vector<QxDEdge*>& bundle) {
             bendAt(*bundle[i], {{(a.x + b.x) / 2 - (b.y - a.y) / length * offset,
                                  (a.y + b.y) / 2 + (b.x - a.x) / length * offset}});
         }
-    }
-}
-
-/// Loops inside each other above the node.
-void makeLoops(const std::vector<QxDEdge*>& loops) {
-    constexpr double Rise = 22;
-    constexpr double Reach = 14;
-    const QxDNode& node = *loops.front()->pSourceNode();
-    const double step =
-        std::max(Reach, node.ntWidth() / 2.0 / (static_cast<double>(loops.size()) + 1));
-    for (std::size_t i = 0; i < loops.size(); ++i) {
-        const double x = step * static_cast<double>(i + 1);
-        const double y = node.ntTop() + Rise + Rise / 2 * static_cast<double>(i);
-        bendAt(*loops[i], {{node.ntX() + x, y}, {node.ntX() - x, y}});
     }
 }
 
@@ -117,6 +109,41 @@ private:
     std::vector<std::vector<QxDEdge*>> m_bundles;
 };
 
+/// Lays the loops of a node out above it; those that have bends keep them.
+void makeLoops(QxDNode& node) {
+    struct BentLoop {
+        QxDEdge* edge;
+        QxPointDList bends;
+    };
+    std::vector<BentLoop> bent;
+    for (QxOutDEdgeIter it(&node); it; ++it) {
+        QxDEdge* edge = it.pEdge();
+        if (edge->reflexive() != 0 && edge->hasBends() != 0) {
+            bent.push_back({edge, {}});
+            for (QxPathNodeIter bend(edge); bend; ++bend) {
+                bent.back().bends.appendPoint(bend.pNode()->iCenter());
+            }
+        }
+    }
+    node.reorganizeReflexiveEdges();
+    for (const BentLoop& loop : bent) {
+        if (!hasPort(*loop.edge)) {
+            loop.edge->pSourceConnector(nullptr);
+            loop.edge->pTargetConnector(nullptr);
+        }
+        loop.edge->reroute(loop.bends, 1);
+    }
+}
+
+/// Lets the model lay out the edges between two nodes.
+void layOut(const std::vector<QxDEdge*>& bundle, QxMultiEdgeModeEnum mode) {
+    QxDEdgeDList list;
+    for (QxDEdge* edge : bundle) {
+        list.appendEdge(edge);
+    }
+    bundle.front()->reorganizeMultiEdgeBundle(mode, &list);
+}
+
 /// How many graphs are around an edge; the most for the innermost ones, -1 between graphs.
 int depthOf(const QxDEdge& edge) {
     int depth = -1;
@@ -127,23 +154,43 @@ int depthOf(const QxDEdge& edge) {
     return depth;
 }
 
-void spread(const std::vector<QxDEdge*>& bundle) {
-    const QxDEdge& first = *bundle.front();
-    const QxDNode& source = *first.pSourceNode();
+void spread(const std::vector<QxDEdge*>& bundle, QxMultiEdgeModeEnum mode) {
+    QxDEdge& first = *bundle.front();
+    QxDNode& source = *first.pSourceNode();
     const QxDNode& target = *first.pTargetNode();
-    if (&source == &target) {
-        (hasPort(first) ? makePortLoops : makeLoops)(bundle);
-    } else if (!isShownIn(source, target) && !isShownIn(target, source) && hasPort(first) &&
-               leadAround(bundle)) {
+    const bool isLoop = &source == &target;
+    if (!hasPort(first)) {
+        isLoop ? makeLoops(source) : layOut(bundle, mode);
+    } else if (isLoop) {
+        makePortLoops(bundle);
+    } else if (!isShownIn(source, target) && !isShownIn(target, source) && leadAround(bundle)) {
         return;
     } else if (bundle.size() > 1) {
         fanOut(bundle);
     }
 }
 
+void setSpacing(const Drawing& drawing, std::int32_t spacing) {
+    for (std::size_t i = 0; i < drawing.numberOfGraphs(); ++i) {
+        drawing.graph(i).diagrammingMultiEdgeSpacing(spacing);
+    }
+    if (QxDGraph* between = drawing.manager().pQueryIntergraph()) {
+        between->diagrammingMultiEdgeSpacing(spacing);
+    }
+}
+
 }  // namespace
 
-void spreadEdges(Drawing& drawing) {
+QxMultiEdgeModeEnum bundleMode(const std::string& name) {
+    if (name == "overlap") {
+        return QxMultiEdgeOverlap;
+    }
+    return name == "bend" ? QxMultiEdgeOneBend : QxMultiEdgeParallel;
+}
+
+void spreadEdges(Drawing& drawing, const SpreadingOptions& options) {
+    setSpacing(drawing, static_cast<std::int32_t>(
+                            options.bundles == QxMultiEdgeOneBend ? BentSpacing : Spacing));
     Bundles bundles;
     for (std::size_t i = 0; i < drawing.numberOfEdges(); ++i) {
         if (drawing.edge(i).isVisible() != 0 && drawing.edge(i).hasBends() == 0) {
@@ -158,8 +205,32 @@ void spreadEdges(Drawing& drawing) {
     for (const auto& [depth, together] : byDepth) {
         const BoundsRest rest(drawing);
         for (const std::vector<QxDEdge*>* bundle : together) {
-            spread(*bundle);
+            spread(*bundle, options.bundles);
         }
+    }
+    routeAlongAxes(drawing, options.orthogonal);
+}
+
+void spreadLoops(QxDNode& node) {
+    makeLoops(node);
+}
+
+void leadAroundPorts(QxDEdge& edge) {
+    leadAround({&edge});
+}
+
+void renewLoopsOfBoxes(Drawing& drawing) {
+    Bundles bundles;
+    for (std::size_t i = 0; i < drawing.numberOfEdges(); ++i) {
+        QxDEdge& edge = drawing.edge(i);
+        if (edge.isVisible() != 0 && edge.pSourceNode() == edge.pTargetNode() &&
+            edge.pSourceNode()->expanded() != 0 && !hasPort(edge)) {
+            bundles.add(edge);
+        }
+    }
+    const BoundsRest rest(drawing);
+    for (const std::vector<QxDEdge*>& bundle : bundles.all()) {
+        makeLoops(bundle);
     }
 }
 

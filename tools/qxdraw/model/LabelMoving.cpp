@@ -273,7 +273,7 @@ private:
         for (const QxLabel* one : labels) {
             if (one != &label && m_settled.contains(one)) {
                 QxRect other;
-                one->ntBoundingRect(other);
+                one->getBoundingRect(other, 0);
                 cost += inTheWay(rect, other);
             }
         }

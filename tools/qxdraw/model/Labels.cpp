@@ -128,6 +128,27 @@ void addLabels(Drawing& drawing, const GraphDocument& document) {
     addEdgeLabels(drawing, document);
 }
 
+void nameNode(Drawing& drawing, std::size_t index, const GraphDocument& document) {
+    QxDNode& node = drawing.node(index);
+    drawing.discardLabels(node);
+    if (node.expanded() != 0) {
+        return;
+    }
+    DocumentNode source = document.nodes[index];
+    source.width = node.ntWidth();
+    source.height = node.ntHeight();
+    source.center = toPlace(node.iCenter());
+    source.fields != nullptr ? addFields(drawing, node, source) : addName(drawing, node, source);
+}
+
+void nameEdge(Drawing& drawing, std::size_t index, const GraphDocument& document) {
+    const std::string& label = document.edges[index].label;
+    drawing.discardLabels(drawing.edge(index));
+    if (TextBlock text = smallText(label); !isBlank(text)) {
+        drawing.addLabel(drawing.edge(index), label, std::move(text));
+    }
+}
+
 void addTitles(Drawing& drawing, const GraphDocument& document) {
     for (std::size_t i = 0; i < document.graphs.size(); ++i) {
         TextBlock title = titleOf(document, static_cast<int>(i));

@@ -12,6 +12,10 @@ namespace qxdraw {
 /// none, nor do nodes that show a graph: that has a title.
 void addLabels(Drawing& drawing, const GraphDocument& document);
 
+/// Gives a node that shows no graph its name, and an edge its label, in place of what was there.
+void nameNode(Drawing& drawing, std::size_t index, const GraphDocument& document);
+void nameEdge(Drawing& drawing, std::size_t index, const GraphDocument& document);
+
 /// Gives the shown graphs their titles, for which room is left when the drawing is placed.
 void addTitles(Drawing& drawing, const GraphDocument& document);
 

@@ -20,6 +20,9 @@ std::size_t distance(std::string_view a, std::string_view b, std::size_t limit) 
     constexpr std::size_t Longest = 64;
     a = a.substr(0, Longest);
     b = b.substr(0, Longest);
+    if (std::max(a.size(), b.size()) - std::min(a.size(), b.size()) >= limit) {
+        return limit;
+    }
     std::array<std::size_t, Longest + 1> row{};
     for (std::size_t i = 0; i <= b.size(); ++i) {
         row[i] = i;

@@ -130,16 +130,11 @@ private:
     /// What the file says of the place of graphs, also of those that are not shown.
     void findGivenBoxes() {
         const auto include = [](std::optional<DocumentBox>& box, const DocumentBox& more) {
-            box = box ? DocumentBox{std::min(box->left, more.left),
-                                    std::min(box->bottom, more.bottom),
-                                    std::max(box->right, more.right), std::max(box->top, more.top)}
-                      : more;
+            box = united(box, more);
         };
         for (const DocumentNode& node : m_document.nodes) {
             if (node.center) {
-                include(m_given[at(node.graph)],
-                        {node.center->x - node.width / 2, node.center->y - node.height / 2,
-                         node.center->x + node.width / 2, node.center->y + node.height / 2});
+                include(m_given[at(node.graph)], boxOf(node));
             }
         }
         for (auto graph = m_order.rbegin(); graph + 1 != m_order.rend(); ++graph) {
@@ -263,14 +258,7 @@ private:
         const bool hasTitle = !title.lines.empty();
         std::optional<DocumentBox> box;
         for (const int member : m_members[at(graph)]) {
-            const DocumentNode& node = nodeAt(member);
-            const DocumentBox own{node.center->x - node.width / 2, node.center->y - node.height / 2,
-                                  node.center->x + node.width / 2,
-                                  node.center->y + node.height / 2};
-            box =
-                box ? DocumentBox{std::min(box->left, own.left), std::min(box->bottom, own.bottom),
-                                  std::max(box->right, own.right), std::max(box->top, own.top)}
-                    : own;
+            box = united(box, boxOf(nodeAt(member)));
         }
         DocumentBox all = box.value_or(DocumentBox{});
         all.right = std::max(all.right, all.left + title.width() * BoldTimesAsWide);
@@ -284,8 +272,7 @@ private:
                 moveMembers(graph, dx, dy);
                 all = {all.left + dx, all.bottom + dy, all.right + dx, all.top + dy};
             }
-            all = {std::min(all.left, given->left), std::min(all.bottom, given->bottom),
-                   std::max(all.right, given->right), std::max(all.top, given->top)};
+            all = united(all, *given);
             m_isPlaced[at(graph)] = 1;
         }
         m_middles[at(graph)] = all.center();

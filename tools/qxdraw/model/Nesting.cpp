@@ -27,8 +27,7 @@ void addContainer(GraphDocument& document, DocumentGraph& graph) {
 void takeOverBox(DocumentGraph& graph, DocumentNode& node) {
     graph.label = node.label;
     if (node.center && node.width > 0 && node.height > 0) {
-        graph.box = {node.center->x - node.width / 2, node.center->y - node.height / 2,
-                     node.center->x + node.width / 2, node.center->y + node.height / 2};
+        graph.box = boxOf(node);
     }
     node.width = node.height = 0;
     node.fields = nullptr;
@@ -56,6 +55,17 @@ void nestDocument(GraphDocument& document) {
             edge.targetPort = -1;
         }
     }
+}
+
+DocumentBox boxOf(const DocumentNode& node) {
+    return {node.center->x - node.width / 2, node.center->y - node.height / 2,
+            node.center->x + node.width / 2, node.center->y + node.height / 2};
+}
+
+DocumentBox united(const std::optional<DocumentBox>& box, const DocumentBox& more) {
+    return box ? DocumentBox{std::min(box->left, more.left), std::min(box->bottom, more.bottom),
+                             std::max(box->right, more.right), std::max(box->top, more.top)}
+               : more;
 }
 
 std::vector<int> depthsOf(const GraphDocument& document) {

@@ -4,6 +4,7 @@
 #pragma once
 
 #include <functional>
+#include <optional>
 #include <vector>
 
 #include "import/GraphDocument.h"
@@ -16,6 +17,12 @@ namespace qxdraw {
 /// nested graph in it becomes the box and the title of that graph; the node itself is sized anew,
 /// as it looks when it is closed. Nodes have not been sized yet.
 void nestDocument(GraphDocument& document);
+
+/// The place of a node that has a center.
+DocumentBox boxOf(const DocumentNode& node);
+
+/// The smallest box around both; `box` may be missing yet.
+DocumentBox united(const std::optional<DocumentBox>& box, const DocumentBox& more);
 
 /// How many graphs lie around each graph.
 std::vector<int> depthsOf(const GraphDocument& document);

@@ -41,6 +41,11 @@ std::vector<std::string> partsOf(const std::string& list) {
     return parts;
 }
 
+void sortOut(std::vector<int>& nodes) {
+    std::sort(nodes.begin(), nodes.end());
+    nodes.erase(std::unique(nodes.begin(), nodes.end()), nodes.end());
+}
+
 class ViewChange {
 public:
     ViewChange(Drawing& drawing, GraphDocument& document)
@@ -52,13 +57,11 @@ public:
             m_names.find(list).empty() ? partsOf(list) : std::vector<std::string>{list};
         for (const std::string& name : names) {
             for (const int node : nodesCalled(name)) {
-                std::vector<int>& nodes = nodesOf[m_document.nodes[index(node)].graph];
-                if (std::find(nodes.begin(), nodes.end(), node) == nodes.end()) {
-                    nodes.push_back(node);
-                }
+                nodesOf[m_document.nodes[index(node)].graph].push_back(node);
             }
         }
-        for (const auto& [graph, nodes] : nodesOf) {
+        for (auto& [graph, nodes] : nodesOf) {
+            sortOut(nodes);
             m_drawing.fold(nodes, folderName(nodes), m_document);
         }
     }
@@ -144,8 +147,7 @@ void applyView(Drawing& drawing, GraphDocument& document, const ViewOptions& opt
         const std::vector<int> found = change.nodesCalled(name);
         hidden.insert(hidden.end(), found.begin(), found.end());
     }
-    std::sort(hidden.begin(), hidden.end());
-    hidden.erase(std::unique(hidden.begin(), hidden.end()), hidden.end());
+    sortOut(hidden);
     const std::vector<int> start =
         options.only.empty() ? std::vector<int>() : change.nodesCalled(options.only);
     for (const std::string& list : options.fold) {

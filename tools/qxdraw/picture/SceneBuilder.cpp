@@ -40,7 +40,7 @@ std::vector<DocumentPoint> cornersOf(const QxShape& shape, const SceneNode& node
 SceneNode sceneNode(const QxDNode& source) {
     SceneNode node;
     QxRect rect;
-    source.QxGNode::ntBoundingRect(rect);
+    source.getBoundingRect(rect, 0);
     node.width = static_cast<double>(rect.right()) - rect.left();
     node.height = static_cast<double>(rect.top()) - rect.bottom();
     node.center = {rect.left() + node.width / 2, rect.bottom() + node.height / 2};
@@ -87,7 +87,7 @@ void addDividers(SceneNode& node, const DocumentNode& source) {
 SceneEdge sceneEdge(QxDEdge& source) {
     SceneEdge edge;
     QxPoint point;
-    for (QxEdgeVisiblePointDListIter it(&source, 1); it; ++it) {
+    for (QxEdgeVisiblePointDListIter it(&source, 0); it; ++it) {
         it.getPoint(point);
         edge.points.push_back(toPlace(point));
     }
@@ -150,8 +150,11 @@ void addNodes(Scene& scene, const Drawing& drawing, const GraphDocument& documen
 void addPortsAndLabels(Scene& scene, const Drawing& drawing, const GraphDocument& document) {
     for (const DrawnPort& port : drawing.ports()) {
         if (document.nodes[port.node].ports[port.port].isMarked) {
-            scene.ports.push_back({toPlace(port.connector->ntCenter()),
-                                   static_cast<double>(port.connector->ntWidth()),
+            QxPoint center;
+            if (port.connector->getCenter(center, 0) == 0) {
+                continue;
+            }
+            scene.ports.push_back({toPlace(center), static_cast<double>(port.connector->ntWidth()),
                                    static_cast<double>(port.connector->ntHeight())});
         }
     }

@@ -2,17 +2,18 @@
 // SPDX-License-Identifier: MIT
 
 // Moves and resizes of drawing nodes. The raw steps change the rectangle, outdate the incident
-// edges and fire; the full ones bring the bounds of the graph up to date around them.
+// edges and fire; the full ones bring the bounds of the graph up to date around them, and let what
+// is attached follow.
 
 #include <algorithm>
 
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDNode.h"
-#include "qx/drawing/bounds/internal/Change.h"
 #include "qx/drawing/bounds/internal/Coverage.h"
 #include "qx/drawing/bounds/internal/ShiftedRect.h"
 #include "qx/drawing/internal/AskedCoordinates.h"
 #include "qx/events/internal/FireDrawingChange.h"
+#include "qx/update/internal/MoveReactions.h"
 
 using qx::internal::shiftedRect;
 
@@ -56,7 +57,7 @@ void QxDNode::updateForDiagramming(const QxRect& rect) {
         return;
     }
     const qx::internal::Ref alive(*this);
-    qx::internal::Change::ofGeometry(*this, [&] {
+    qx::internal::withReactions(*this, [&] {
         if (!(target.size() == iSize())) {
             vResizeAdjustConnectors(target.size());
         }
@@ -87,7 +88,7 @@ int QxDNode::resize(const QxSize& size, int inOwnGraph) {
     if (newSize == oldSize) {
         return 1;
     }
-    qx::internal::Change::ofGeometry(*this, [&] {
+    qx::internal::withReactions(*this, [&] {
         vResizeAdjustConnectors(newSize);
         actOnResize(oldSize);
     });

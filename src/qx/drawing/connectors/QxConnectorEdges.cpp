@@ -190,7 +190,7 @@ void QxConnector::updateCalculatedConnector(const QxPEdge* segment) {
     if (!startsHere && edge->pInternalTargetConnector() != this) {
         return;
     }
-    if (!qx::internal::wantsOrthogonalRouting(*edge)) {
+    if (edge->desiredOrthogonalRouting() == 0) {
         routingDirection(QxDirectionNone);
     } else if (hasRoutingDirection() == 0) {
         const QxPoint here = startsHere ? segment->ntFromPoint(0) : segment->ntToPoint(0);

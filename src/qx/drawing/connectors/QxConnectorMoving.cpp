@@ -13,8 +13,10 @@
 #include "qx/drawing/bounds/internal/Coverage.h"
 #include "qx/drawing/internal/AskedCoordinates.h"
 #include "qx/events/internal/FireDrawingChange.h"
+#include "qx/update/internal/MoveReactions.h"
 
 using qx::internal::Change;
+using qx::internal::withReactions;
 
 namespace {
 
@@ -118,7 +120,7 @@ int QxConnector::moveTo(const QxPoint& center, int inOwnGraph) {
         return 0;
     }
     if (place != ntCenter()) {
-        Change::run(*this, [&] { vMoveTo(place); });
+        withReactions(*this, [&] { vMoveTo(place); });
     }
     return 1;
 }
@@ -151,14 +153,14 @@ int QxConnector::setOffset(const QxSize& offset, int inOwnGraph) {
         return 0;
     }
     if (!(newOffset == ntOffset())) {
-        Change::run(*this, [&] { vSetOffset(newOffset); });
+        withReactions(*this, [&] { vSetOffset(newOffset); });
     }
     return 1;
 }
 
 int QxConnector::setPerMil(const QxPerMil& perMil) {
     if (!(perMil == getPerMil())) {
-        Change::run(*this, [&] { vSetPerMil(perMil); });
+        withReactions(*this, [&] { vSetPerMil(perMil); });
     }
     return 1;
 }

@@ -4,6 +4,9 @@
 // The connectors of a node: insertion, removal, copies, and what a resize or another shape of the
 // node does to them.
 
+#include <map>
+#include <utility>
+
 #include "qx/drawing/QxConnector.h"
 #include "qx/drawing/QxConnectorManager.h"
 #include "qx/drawing/QxDEdge.h"
@@ -13,12 +16,13 @@
 #include "qx/drawing/QxDrawingIters.h"
 #include "qx/drawing/QxFactory.h"
 #include "qx/drawing/bounds/internal/Change.h"
-#include "qx/drawing/connectors/internal/RoutingDirection.h"
+#include "qx/drawing/connectors/internal/ConnectorPlace.h"
 #include "qx/drawing/internal/AskedCoordinates.h"
 #include "qx/drawing/internal/CloneLinks.h"
 #include "qx/drawing/internal/Extras.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/geometry/QxPerMil.h"
+#include "qx/update/internal/MoveReactions.h"
 
 using qx::internal::Change;
 using qx::internal::Ref;
@@ -281,16 +285,19 @@ QxSize scaledOffset(const QxSize& offset, const QxRect& before, const QxRect& no
                      isBelow ? now.bottomHalfHeight() : now.topHalfHeight())};
 }
 
-/// The offset in thousandths of the half extent on its side, truncated; 500 without one, where no
-/// thousandth is better than another.
-std::int16_t proportionOf(std::int32_t offset, std::int32_t lower, std::int32_t upper) {
-    const std::int32_t half = offset < 0 ? lower : upper;
-    return half != 0 ? qx::clampToInt16(std::int64_t{offset} * 1000 / half) : std::int16_t{500};
+using Basis = qx::internal::ConnectorExtras::Basis;
+
+QxSize placeOf(const QxPerMil& perMil, const QxSize& offset, const QxRect& rect) {
+    return {qx::saturatingAdd(perMil.getOffsetX(rect), offset.width()),
+            qx::saturatingAdd(perMil.getOffsetY(rect), offset.height())};
 }
 
-QxPerMil proportionOf(const QxSize& offset, const QxRect& rect) {
-    return {proportionOf(offset.width(), rect.leftHalfWidth(), rect.rightHalfWidth()),
-            proportionOf(offset.height(), rect.bottomHalfHeight(), rect.topHalfHeight())};
+/// Where a connector comes to stand, always reckoned from the same place, so that the node may
+/// change its size back and forth and no rounding adds up.
+QxSize placeFrom(const Basis& basis, const QxRect& rect) {
+    const QxSize offset =
+        basis.scales ? scaledOffset(basis.offset, basis.nodeRect, rect) : basis.offset;
+    return placeOf(basis.perMil, offset, rect);
 }
 
 }  // namespace
@@ -301,12 +308,56 @@ void QxDNode::updateCalculatedConnectorsOnResize(const QxRect&, const QxRect& re
     if (graph != nullptr && graph->fileReadRunning() != 0) {
         return;
     }
+    // Expanded nodes change their size at the library's will, and get their old one back.
+    const auto followFromBasis = [&](QxConnector& connector) {
+        QxPerMil perMil = connector.getPerMil();
+        const QxSize at = placeOf(perMil, connector.ntOffset(), rectBefore);
+        auto& basis = static_cast<qx::internal::ConnectorExtras&>(connector.extras()).basis;
+        if (!basis || !(basis->lastPlace == at) || !(basis->lastNodeSize == rectBefore.size())) {
+            basis = std::make_unique<Basis>(Basis{rectBefore, perMil, connector.ntOffset(),
+                                                  connector.isUsedWithinGraph(), at, QxSize()});
+        }
+        const QxSize place = placeFrom(*basis, rectNow);
+        basis->lastPlace = place;
+        basis->lastNodeSize = rectNow.size();
+        // As a proportion or as an offset, as it is kept now.
+        if (!(perMil == basis->perMil) && !(perMil == QxPerMil())) {
+            perMil.compute(place.width(), place.height(), rectNow);
+        }
+        const QxSize part = placeOf(perMil, QxSize(), rectNow);
+        connector.vSetPerMil(perMil);
+        connector.vSetOffset(QxSize(qx::saturatingSub(place.width(), part.width()),
+                                    qx::saturatingSub(place.height(), part.height())));
+        for (const QxConnector::User& user : connector.m_users) {
+            qx::internal::noteNewOffset(connector, *user.edge, connector.ntOffset());
+        }
+        if (connector.isUsedWithinGraph()) {
+            connector.setFlag(qx::flags::ConnectorRescaled, 1);
+        }
+    };
     for (QxConnector* connector : Snapshot<QxConnector>(pQueryConnectorManager())) {
-        if (connector->specified() == 0 && connector->isUsedWithinGraph()) {
-            connector->vSetOffset(scaledOffset(connector->ntOffset(), rectBefore, rectNow));
-            connector->setFlag(qx::flags::ConnectorRescaled, 1);
+        if (connector->specified() != 0) {
+            continue;
+        }
+        if (expanded() != 0) {
+            followFromBasis(*connector);
+        } else if (connector->isUsedWithinGraph()) {
+            rescaleConnector(*connector, rectBefore, rectNow);
         }
     }
+}
+
+void QxDNode::rescaleConnector(QxConnector& connector, const QxRect& before, const QxRect& now) {
+    // During a move from what it was at first, so that many steps round no more than one does.
+    QxSize offset = scaledOffset(connector.ntOffset(), before, now);
+    for (const QxConnector::User& user : connector.m_users) {
+        if (const auto atStart = qx::internal::offsetAtStart(connector, *user.edge)) {
+            offset = scaledOffset(atStart->offset, atStart->nodeRect, now);
+            qx::internal::noteNewOffset(connector, *user.edge, offset);
+        }
+    }
+    connector.vSetOffset(offset);
+    connector.setFlag(qx::flags::ConnectorRescaled, 1);
 }
 
 void QxDNode::actOnUpdateConnectors(const QxRect& rectAtStart, const QxRect& rectBefore) {
@@ -315,44 +366,95 @@ void QxDNode::actOnUpdateConnectors(const QxRect& rectAtStart, const QxRect& rec
     }
 }
 
+namespace {
+
+/// What another shape of a node does to the calculated connectors there. Bundles are looked for
+/// once for each node at the other end and each direction: any number of parallel edges costs no
+/// more each than a few.
+class BundlesAt {
+public:
+    explicit BundlesAt(QxDNode& node) : m_node(node) {}
+
+    void replaceConnector(const QxShape* shape, QxDEdge& edge, bool isTarget) {
+        QxConnector* connector =
+            isTarget ? edge.pInternalTargetConnector() : edge.pInternalSourceConnector();
+        if (connector == nullptr || connector->pOwnerNode() != &m_node ||
+            connector->specified() != 0 || edge.marked() != 0) {
+            return;
+        }
+        const QxDGraphManager* manager = qx::internal::managerOf(m_node);
+        if (manager == nullptr || manager->controlStarted() == 0) {
+            edge.pTargetConnector(nullptr);
+            edge.pSourceConnector(nullptr);
+        } else if (!spread(edge) && edge.desiredOrthogonalRouting() != 0) {
+            placeOnOutline(shape, edge, *connector);
+        }
+    }
+
+private:
+    /// Spreads the bundle of an edge, unless it has been; false when there is none.
+    bool spread(QxDEdge& edge) {
+        const auto [at, isNew] =
+            m_isSpread.try_emplace({edge.pSourceNode(), edge.pTargetNode()}, false);
+        QxDEdgeDList bundle;
+        if (isNew && m_node.storeMultiEdgeList(&edge, bundle) != 0) {
+            at->second = true;
+            const Snapshot<QxDEdge> edges(&bundle);
+            edge.reorganizeMultiEdgeBundle(QxMultiEdgeParallel, &bundle);
+            for (QxDEdge* done : edges) {
+                done->marked(1);
+            }
+        }
+        return at->second;
+    }
+    void placeOnOutline(const QxShape* shape, QxDEdge& edge, QxConnector& connector) {
+        QxPoint at;
+        if (m_node.findProjection(&edge, &connector, at, shape) == 0 ||
+            qx::internal::fromAsked(m_node, at, 0) == 0) {
+            return;
+        }
+        const QxRect& rect = *m_node.pIRect();
+        qx::internal::ConnectorPlace place;
+        rect.setOffset(at, place.offset);
+        if (edge.intergraphEdge() != 0) {
+            place.perMil = qx::internal::proportionOf(place.offset, rect);
+            place.offset = QxSize();
+        }
+        Change::run(connector, [&] { place.giveTo(connector); });
+    }
+
+    QxDNode& m_node;
+    /// By the ends of the edges.
+    std::map<std::pair<const QxNode*, const QxNode*>, bool> m_isSpread;
+};
+
+}  // namespace
+
 void QxDNode::actOnChangeShape(const QxShape* shape) {
     const QxDGraphManager* manager = qx::internal::managerOf(*this);
     if (manager != nullptr && manager->isReading() == 0 &&
         numberOfAllConnectors() != numberOfConnectors()) {
-        for (QxDEdge* edge : Snapshot<QxDEdge>(pInEdgeList())) {
-            setConnectorOnChangeShape(shape, edge, 1);
+        const Snapshot<QxDEdge> in(pInEdgeList());
+        const Snapshot<QxDEdge> out(pOutEdgeList());
+        BundlesAt bundles(*this);
+        for (QxDEdge* edge : in) {
+            bundles.replaceConnector(shape, *edge, true);
         }
-        for (QxDEdge* edge : Snapshot<QxDEdge>(pOutEdgeList())) {
-            setConnectorOnChangeShape(shape, edge, 0);
+        for (QxDEdge* edge : out) {
+            bundles.replaceConnector(shape, *edge, false);
+        }
+        // Those, too, that listeners have carried off meanwhile.
+        for (const auto* edges : {&in, &out}) {
+            for (QxDEdge* edge : *edges) {
+                edge->marked(0);
+            }
         }
     }
     unmarkIncidentEdges();
 }
 
 void QxDNode::setConnectorOnChangeShape(const QxShape* shape, QxDEdge* edge, int isTarget) {
-    QxConnector* connector =
-        isTarget != 0 ? edge->pInternalTargetConnector() : edge->pInternalSourceConnector();
-    if (!ownsConnector(connector) || connector->specified() != 0 || edge->marked() != 0) {
-        return;
+    if (edge != nullptr) {
+        BundlesAt(*this).replaceConnector(shape, *edge, isTarget != 0);
     }
-    const QxDGraphManager* manager = qx::internal::managerOf(*this);
-    if (manager == nullptr || manager->controlStarted() == 0) {
-        edge->pTargetConnector(nullptr);
-        edge->pSourceConnector(nullptr);
-        return;
-    }
-    QxPoint place;
-    if (!qx::internal::wantsOrthogonalRouting(*edge) ||
-        findProjection(edge, connector, place, shape) == 0 ||
-        qx::internal::fromAsked(*this, place, 0) == 0) {
-        return;
-    }
-    QxPerMil perMil;
-    QxSize offset;
-    m_rect.setOffset(place, offset);
-    if (edge->intergraphEdge() != 0) {
-        perMil = proportionOf(offset, m_rect);
-        offset = QxSize();
-    }
-    placeConnector(*connector, perMil, offset);
 }

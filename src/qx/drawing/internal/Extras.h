@@ -11,6 +11,7 @@
 #include "qx/drawing/QxDrawingDLists.h"
 #include "qx/drawing/QxLabelInfoEdgeMoved.h"
 #include "qx/drawing/QxLabelManager.h"
+#include "qx/foundation/geometry/QxPerMil.h"
 #include "qx/foundation/geometry/QxPoint.h"
 #include "qx/foundation/geometry/QxRect.h"
 #include "qx/foundation/graph/internal/GraphObjectExtras.h"
@@ -36,11 +37,22 @@ struct NodeExtras : GraphObjectExtras {
 
 /// What few connectors use.
 struct ConnectorExtras : GraphObjectExtras {
+    /// Of a calculated connector of an expanded node: the place from which it follows the sizes
+    /// of the node, and where it has come by that.
+    struct Basis {
+        QxRect nodeRect;
+        QxPerMil perMil;
+        QxSize offset;
+        bool scales;
+        QxSize lastNodeSize;
+        QxSize lastPlace;
+    };
     std::unique_ptr<const QxRect> rectBeforeMove;
     Ref<QxLabelManager> labels;
+    std::unique_ptr<Basis> basis;
 
     bool isIdle() const override {
-        return GraphObjectExtras::isIdle() && !rectBeforeMove && !labels;
+        return GraphObjectExtras::isIdle() && !rectBeforeMove && !labels && !basis;
     }
 };
 
@@ -56,13 +68,15 @@ struct EdgeExtras : GraphObjectExtras {
     Ref<QxLabelManager> labels;
     ConnectorUse atSource;
     ConnectorUse atTarget;
+    /// What a move that is running notes about the edge: a QxDEdgeInitialGeometry.
+    Ref<QxObject> initialGeometry;
     /// The path objects of the edge in the order in which they came, by their own cells: whatever
     /// is joined to what, the edge knows what it owns.
     QxDList parts;
 
     bool isIdle() const override {
         return GraphObjectExtras::isIdle() && clone == nullptr && !labels &&
-               atSource.connector == nullptr && atTarget.connector == nullptr &&
+               atSource.connector == nullptr && atTarget.connector == nullptr && !initialGeometry &&
                parts.isEmpty() != 0;
     }
 };

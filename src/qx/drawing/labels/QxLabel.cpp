@@ -261,6 +261,11 @@ void QxLabel::storeMovedLabel() {
         LabelExtras::Place{ntCenter(), m_proportion.x, m_proportion.y, m_rect.center()});
 }
 
+const QxPoint* QxLabel::pStoredCenter() const {
+    const LabelExtras* extras = pQueryLabelExtras();
+    return extras != nullptr && extras->storedPlace ? &extras->storedPlace->center : nullptr;
+}
+
 void QxLabel::restoreMovedLabel(int move) {
     const LabelExtras* extras = pQueryLabelExtras();
     if (extras == nullptr || !extras->storedPlace) {

@@ -261,6 +261,11 @@ void QxDEdge::buildPointList(QxPointDList& list) const {
     list.appendPoint(ntToPoint(0));
 }
 
+void QxDEdge::buildEdgePointList(QxPointDList& list) const {
+    list.discardAllPoints();
+    buildPointList(list);
+}
+
 int QxDEdge::isCurvedEdge() const {
     return 0;
 }

@@ -338,6 +338,7 @@ void QxDEdge::actOnChangeOwner(QxOwnedObject* owner, int valid) {
         LabelPresence::ended(*this);
     }
     QxGEdge::actOnChangeOwner(owner, valid);
+    graphObjectStatus(QxStatusUnchanged);  // a copy may bring that of a move along
     MetaEdgeUpkeep::changed(*this);
     Coverage::changed(*this);
     if (isPlain) {

@@ -16,6 +16,7 @@
 #include "qx/drawing/internal/FreeOwner.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/util/QxDebugStream.h"
+#include "qx/update/internal/MoveReactions.h"
 
 using qx::internal::Coverage;
 using qx::internal::Moment;
@@ -98,7 +99,7 @@ void QxPNode::copyNode(const QxNode* source, int deep) {
     const QxPoint center = isBend ? static_cast<const QxPNode*>(source)->iCenter() : iCenter();
     QxGNode::copyNode(source, deep);
     if (center != iCenter()) {
-        updateForDiagramming(center);
+        qx::internal::Change::ofGeometry(*this, [&] { vMoveTo(center); });
     }
 }
 
@@ -124,7 +125,14 @@ void QxPNode::vMoveTo(const QxPoint& center) {
 }
 
 void QxPNode::updateForDiagramming(const QxPoint& center) {
-    qx::internal::Change::ofGeometry(*this, [&] { vMoveTo(center); });
+    if (center == iCenter()) {
+        return;
+    }
+    qx::internal::Change::ofGeometry(*this, [&] {
+        if (!qx::internal::dragBend(*this, center)) {
+            vMoveTo(center);
+        }
+    });
 }
 
 int QxPNode::isUsable() const {

@@ -101,6 +101,13 @@ public:
         setFlag(qx::flags::Processing, value);
         return marked();
     }
+    /// Whether the object is left out of drawing and queries while something is rearranged; the
+    /// setter returns what it stored. Not for connectors, which never are.
+    int temporarilyInvisible() const { return hasFlag(qx::flags::TemporarilyInvisible); }
+    int temporarilyInvisible(int value) {
+        setFlag(qx::flags::TemporarilyInvisible, value);
+        return temporarilyInvisible();
+    }
 
 protected:
     /// Stores a copy of the name; returns it (null for none).

@@ -11,6 +11,8 @@ class QxDGraph;
 
 namespace qx::internal {
 
+class Reactions;
+
 /// What a manager of a nested drawing keeps.
 struct ManagerExtras : GraphObjectExtras {
     Refits refits;
@@ -18,6 +20,8 @@ struct ManagerExtras : GraphObjectExtras {
     /// graph; null when nobody knows.
     QxDGraph* formerAnchor = nullptr;
     MetaEdgeState metaEdges;
+    /// The move that is running, and waits to let the edges follow; null for none.
+    Reactions* reactions = nullptr;
 
     bool isIdle() const override { return false; }
 };

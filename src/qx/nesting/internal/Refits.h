@@ -59,16 +59,38 @@ public:
         const QxDGraph* m_outer;
     };
 
+    /// While it lasts fits wait, so that a drag that ends where it began changes nothing; what has
+    /// been asked for is served at its end.
+    class [[nodiscard]] Wait {
+    public:
+        explicit Wait(Refits& refits) : m_refits(refits) { ++refits.m_waits; }
+        ~Wait() {
+            --m_refits.m_waits;
+            m_refits.serveUnlessBusy();
+        }
+        Wait(const Wait&) = delete;
+        Wait& operator=(const Wait&) = delete;
+        /// Serves what has been asked for one graph already.
+        void serve(const QxDGraph& graph) { m_refits.serve(graph); }
+
+    private:
+        Refits& m_refits;
+    };
+
 private:
     struct Request {
         Ref<QxDGraph> graph;
         int keepNodeInPlace;
     };
 
+    void serveUnlessBusy();
     void serve();
+    void serve(const QxDGraph& graph);
+    static void perform(const Request& request);
 
     std::deque<Request> m_waiting;
     const QxDGraph* m_held = nullptr;
+    int m_waits = 0;
     bool m_isServing = false;
 };
 

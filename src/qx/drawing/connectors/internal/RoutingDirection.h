@@ -18,17 +18,6 @@ constexpr QxDirectionEnum directionThrough(QxSideEnum side) {
     return side == QxSideNone ? QxDirectionNone : static_cast<QxDirectionEnum>((side + 2) % 4);
 }
 
-/// Whether the edge, or the graph of one of its ends, asks for routes along the axes.
-inline bool wantsOrthogonalRouting(const QxDEdge& edge) {
-    const QxDNode* source = edge.pSourceNode();
-    const QxDNode* target = edge.pTargetNode();
-    const QxDGraph* from = source != nullptr ? source->pOwnerGraph() : nullptr;
-    const QxDGraph* to = target != nullptr ? target->pOwnerGraph() : nullptr;
-    return from != nullptr && to != nullptr &&
-           (edge.internalOrthogonalRouting() != 0 || from->orthogonalRouting() != 0 ||
-            to->orthogonalRouting() != 0);
-}
-
 /// The direction in which a segment of the edge from `here`, at the node, to `there` leaves: its
 /// own when it is straight, that through the closest side of the node when it is slanted.
 inline QxDirectionEnum directionLeaving(const QxDNode& node, const QxDEdge& edge,
