@@ -112,10 +112,10 @@ QxObject* QxTopLevelXMLReader::pElementObject(const QxDOMElement& element,
     if (isThere && (kind == ElementKind::None || entry->kind == kind)) {
         return entry->object;
     }
-    repair(element, qx::internal::toUtf8(attribute) + " names " +
-                        (isThere ? std::string(nameOf(entry->kind)) + " \""
-                                 : std::string("nothing with \"")) +
-                        qx::internal::toUtf8(id.substr(0, 40)) + "\", no " + nameOf(kind));
+    repair(element, qx::internal::toUtf8(attribute) + "=\"" +
+                        qx::internal::toUtf8(id.substr(0, 40)) + "\" names " +
+                        (isThere ? std::string("a ") + nameOf(entry->kind) + ", " : "") + "no " +
+                        nameOf(kind));
     return nullptr;
 }
 

@@ -42,6 +42,14 @@ private:
     std::u16string m_large;
 };
 
+/// The node itself, or the first of its next siblings, that is an element.
+const QxDOMElement* elementFrom(const xercesc::DOMNode* node) {
+    while (node != nullptr && node->getNodeType() != xercesc::DOMNode::ELEMENT_NODE) {
+        node = node->getNextSibling();
+    }
+    return static_cast<const QxDOMElement*>(node);
+}
+
 template <class Number>
 void writeNumber(QxDOMElement& element, const char16_t* attribute, Number value) {
     char text[40];
@@ -91,11 +99,11 @@ QxDOMElement* QxXMLUtilities::pChild(QxDOMElement& parent, Name name) {
 }
 
 const QxDOMElement* QxXMLUtilities::pFirst(const QxDOMElement& parent) {
-    return parent.getFirstElementChild();
+    return elementFrom(parent.getFirstChild());
 }
 
 const QxDOMElement* QxXMLUtilities::pNext(const QxDOMElement& element) {
-    return element.getNextElementSibling();
+    return elementFrom(element.getNextSibling());
 }
 
 void QxXMLUtilities::writeValue(QxDOMElement& element, Name attribute, std::string_view ascii) {

@@ -238,9 +238,9 @@ void Document::collectIds() {
         if (known->second.isMeasure) {
             checkNumbers(*element);
         }
-        const QxDOMElement* next = element->getFirstElementChild();
+        const QxDOMElement* next = QxXMLUtilities::pFirst(*element);
         while (next == nullptr && element != m_top) {
-            next = element->getNextElementSibling();
+            next = QxXMLUtilities::pNext(*element);
             if (next == nullptr) {
                 element = static_cast<const QxDOMElement*>(element->getParentNode());
             }
@@ -260,9 +260,9 @@ int Document::lineOf(const QxDOMElement& element) {
         const QxDOMElement* one = m_top;
         while (one != nullptr) {
             m_places.emplace(one, place++);
-            const QxDOMElement* next = one->getFirstElementChild();
+            const QxDOMElement* next = QxXMLUtilities::pFirst(*one);
             while (next == nullptr && one != m_top) {
-                next = one->getNextElementSibling();
+                next = QxXMLUtilities::pNext(*one);
                 if (next == nullptr) {
                     one = static_cast<const QxDOMElement*>(one->getParentNode());
                 }

@@ -11,17 +11,19 @@ namespace qx::internal {
 namespace {
 
 char letterOf(const QxObject& object) {
-    const auto* one = dynamic_cast<const QxGraphObject*>(&object);
-    if (one == nullptr) {
+    if (object.isOwnedObject() == 0) {
         return 's';  // a shape
     }
-    if (one->isNode() != 0) {
+    const auto& one = static_cast<const QxGraphObject&>(object);
+    if (one.isNode() != 0) {
         return 'n';
     }
-    if (one->isEdge() != 0) {
-        return dynamic_cast<const QxChildGraphForestEdge*>(one) != nullptr ? 'r' : 'e';
+    if (one.isEdge() != 0) {
+        const bool isRelation =
+            one.levelNumber() == 0 && dynamic_cast<const QxChildGraphForestEdge*>(&one) != nullptr;
+        return isRelation ? 'r' : 'e';
     }
-    return one->isConnector() != 0 ? 'c' : one->isLabel() != 0 ? 'l' : 'g';
+    return one.isConnector() != 0 ? 'c' : one.isLabel() != 0 ? 'l' : 'g';
 }
 
 }  // namespace

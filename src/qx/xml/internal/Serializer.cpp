@@ -94,7 +94,7 @@ void serialize(const QxDOMElement& top, bool isIndented, const ByteSink& sink) {
     while (element != nullptr) {
         out.startLine(depth);
         addStart(out, *element);
-        const QxDOMElement* next = element->getFirstElementChild();
+        const QxDOMElement* next = QxXMLUtilities::pFirst(*element);
         if (next != nullptr) {
             out.add(">");
             ++depth;
@@ -102,7 +102,7 @@ void serialize(const QxDOMElement& top, bool isIndented, const ByteSink& sink) {
             out.add("/>");
         }
         while (next == nullptr && element != &top) {
-            next = element->getNextElementSibling();
+            next = QxXMLUtilities::pNext(*element);
             if (next == nullptr) {
                 element = static_cast<const QxDOMElement*>(element->getParentNode());
                 out.startLine(--depth);
