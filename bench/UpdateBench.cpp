@@ -11,6 +11,7 @@
 #include "BenchDrawing.h"
 #include "BenchMeasure.h"
 #include "qx/drawing/QxDrawingIters.h"
+#include "qx/drawing/QxEdgeLabel.h"
 #include "qx/drawing/QxPNode.h"
 #include "qx/update/QxAffectedObjectInfo.h"
 

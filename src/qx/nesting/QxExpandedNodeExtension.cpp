@@ -8,8 +8,8 @@
 #include "qx/drawing/QxDGraph.h"
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxDNode.h"
-#include "qx/drawing/bounds/internal/Change.h"
 #include "qx/drawing/QxFactory.h"
+#include "qx/drawing/bounds/internal/Change.h"
 #include "qx/drawing/internal/ShapeResourceDBOf.h"
 
 QxExpandedNodeExtension* QxFactory::vNewExpandedNodeExtension(QxDNode* node,
