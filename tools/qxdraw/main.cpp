@@ -2,6 +2,8 @@
 // SPDX-License-Identifier: MIT
 
 #include <CLI/CLI.hpp>
+#include <cerrno>
+#include <cstring>
 #include <exception>
 #include <iostream>
 #include <tuple>
@@ -209,9 +211,13 @@ int finish(const std::string& input, const std::string& output, Work work,
            const std::string& script = {}) {
     try {
         work();
+        errno = 0;
         std::cout.flush();
         if (!std::cout) {
-            throw qxdraw::PictureError("cannot be written");
+            qxdraw::tell("standard output", 0,
+                         std::string("cannot be written") +
+                             (errno != 0 ? std::string(": ") + std::strerror(errno) : ""));
+            return WorkFailed;
         }
         return 0;
     } catch (const qxdraw::ImportError& error) {

@@ -331,6 +331,12 @@ TEST(Tool, ReportsWhatCannotBeReadOrWritten) {
     const Outcome noFolder = runOn("draw", good, "-o " + quoted(folder / "none/a.svg"));
     EXPECT_EQ(noFolder.exitCode, 1);
     EXPECT_THAT(noFolder.err, AllOf(StartsWith("qxdraw: "), HasSubstr("none/a.svg: cannot be")));
+    fs::create_symlink(good, folder / "same.svg");
+    const Outcome onInput = runOn("draw", good, "-o " + quoted(folder / "same.svg"));
+    EXPECT_EQ(onInput.exitCode, 1);
+    EXPECT_THAT(onInput.err, HasSubstr("the file that is read"));
+    fs::remove(folder / "same.svg");
+    EXPECT_THAT(runOn("info", folder / "a\033[31mb").err, HasSubstr("a\\x1b[31mb: cannot be"));
     fs::create_symlink("/dev/full", folder / "full.svg");
     EXPECT_EQ(runOn("draw", good, "-o " + quoted(folder / "full.svg")).exitCode, 1);
     EXPECT_EQ(

@@ -21,6 +21,9 @@ struct DrawOptions {
 /// Draws a graph file. Throws ImportError and PictureError; no output file is left behind then.
 void runDraw(const DrawOptions& options);
 
+/// Throws PictureError when the output would replace the input, perhaps by another name.
+void requireOtherFile(const std::string& input, const std::string& output);
+
 /// Writes a picture, SVG or PNG by the name of the file. Throws PictureError.
 void writePicture(const Scene& scene, const std::string& path);
 

@@ -39,6 +39,7 @@ std::vector<ScriptLine> scriptOf(const std::string& name) {
 }  // namespace
 
 void runEdit(const EditOptions& options) {
+    requireOtherFile(options.input, options.output);
     const std::vector<ScriptLine> script = scriptOf(options.script);
     Progress progress(options.quiet);
     GraphDocument document = readDocument(options.input);

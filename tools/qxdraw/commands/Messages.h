@@ -9,6 +9,9 @@
 
 namespace qxdraw {
 
+/// The text with control characters as \x1b: names of files may hold any.
+std::string printable(const std::string& text);
+
 /// Writes `qxdraw: file:line: text` to stderr, without the line when it is 0.
 void tell(const std::string& file, int line, const std::string& text);
 

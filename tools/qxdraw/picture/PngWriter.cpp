@@ -16,8 +16,6 @@ namespace qxdraw {
 
 namespace {
 
-constexpr double LongestSide = 8000;  // pixels
-
 template <class T, void (*Free)(T*)>
 struct Release {
     void operator()(T* object) const { Free(object); }
@@ -66,9 +64,7 @@ void requireSuccess(cairo_status_t status) {
 }  // namespace
 
 std::string writePng(const std::string& svg, double width, double height) {
-    const double scale = std::min(1.0, LongestSide / std::max(width, height));
-    const int columns = std::max(1, static_cast<int>(std::ceil(width * scale)));
-    const int rows = std::max(1, static_cast<int>(std::ceil(height * scale)));
+    const auto [columns, rows, scale] = pngSize(width, height);
     const Handle handle = load(svg);
     const Surface surface(cairo_image_surface_create(CAIRO_FORMAT_RGB24, columns, rows));
     requireSuccess(cairo_surface_status(surface.get()));
