@@ -18,6 +18,7 @@
 #include "qx/drawing/QxLabelIters.h"
 #include "qx/drawing/QxNodeLabel.h"
 #include "qx/drawing/QxPathIter.h"
+#include "qx/foundation/util/internal/Ref.h"
 #include "qx/spatial/QxQTree.h"
 #include "support/TestRandom.h"
 
@@ -167,9 +168,13 @@ public:
                 break;
             case 13:
                 onEdge([&](QxDEdge* edge) {
-                    for (QxPathNodeIter bend(edge); bend; ++bend) {
-                        m_random.chance(50) ? bend.pNode()->ntMoveTo(place())
-                                            : bend.pNode()->updateForDiagramming(place());
+                    QxPNodeDList bends;
+                    edge->buildPathNodeList(bends);
+                    for (QxPNode* bend : qx::internal::Snapshot<QxPNode>(&bends)) {
+                        if (bend->pOwnerEdge() == edge) {  // a drag drops those that do not turn
+                            m_random.chance(50) ? bend->ntMoveTo(place())
+                                                : bend->updateForDiagramming(place());
+                        }
                     }
                 });
                 break;
