@@ -56,12 +56,27 @@ std::uint64_t mixed(const QxPoint& place) {
     return value ^ (value >> 31);
 }
 
+bool isInside(const QxDNode* node, const QxDGraph& foldGraph) {
+    return node != nullptr && node->pOwnerGraph() != nullptr &&
+           frameOf(node->pOwnerGraph()) == &foldGraph;
+}
+
+/// Those of an edge that has both ends in the fold graph, hidden or not.
+std::uint64_t sumOfBends(const QxDEdge& edge, const QxDGraph& foldGraph) {
+    std::uint64_t sum = 0;
+    QxPNodeDList bends;
+    if (isInside(edge.pSourceNode(), foldGraph) && isInside(edge.pTargetNode(), foldGraph)) {
+        edge.buildPathNodeList(bends);
+    }
+    for (const QxPNode* bend : each<QxPNode>(bends)) {
+        sum += mixed(bend->iCenter());
+    }
+    return sum;
+}
+
 }  // namespace
 
 std::uint64_t sumOfPlaces(const QxDGraph& foldGraph) {
-    const auto isInside = [&](const QxDNode* end) {
-        return end != nullptr && frameOf(end->pOwnerGraph()) == &foldGraph;
-    };
     std::uint64_t sum = 0;
     for (const QxDGraph* graph :
          {&foldGraph, static_cast<const QxDGraph*>(foldGraph.pHideGraph())}) {
@@ -74,15 +89,50 @@ std::uint64_t sumOfPlaces(const QxDGraph& foldGraph) {
         for (const QxEdgeDList* edges :
              {graph->pEdgeList(), graph->pDisconnectedEdgeList(), graph->pDeactivatedEdgeList()}) {
             for (const QxDEdge* edge : each<QxDEdge>(*edges)) {
-                QxPNodeDList bends;
-                if (isInside(edge->pSourceNode()) && isInside(edge->pTargetNode())) {
-                    edge->buildPathNodeList(bends);
-                }
-                for (const QxPNode* bend : each<QxPNode>(bends)) {
-                    sum += mixed(bend->iCenter());
-                }
+                sum += sumOfBends(*edge, foldGraph);
             }
         }
+    }
+    return sum;
+}
+
+Folding::Places::Places(QxDGraph& graph, QxDNode& folder, const Snapshot<QxDNode>& nodes)
+    : m_graph(graph), m_folder(folder), m_nodes(nodes), m_before(isNoted() ? sum() : 0) {}
+
+Folding::Places::~Places() {
+    if (isNoted()) {
+        auto& noted = m_graph->graphExtras().folded;
+        noted = std::make_unique<GraphExtras::FoldedGroup>(
+            GraphExtras::FoldedGroup{noted->center, noted->places + sum() - m_before});
+    }
+}
+
+bool Folding::Places::isNoted() const {
+    const GraphExtras* const extras = m_graph->pQueryGraphExtras();
+    return extras != nullptr && extras->folded != nullptr;
+}
+
+std::uint64_t Folding::Places::sum() const {
+    std::uint64_t sum = 0;
+    std::vector<const QxDEdge*> edges;
+    const auto add = [&](const QxDNode& node) {
+        sum += isInside(&node, *m_graph) ? mixed(node.iCenter()) : 0;
+        for (const QxEdgeDList* list :
+             {node.pInEdgeList(), node.pOutEdgeList(), node.pDisconnectedEdgeList(),
+              node.pDeactivatedEdgeList()}) {
+            for (const QxDEdge* edge : each<QxDEdge>(*list)) {
+                edges.push_back(edge);
+            }
+        }
+    };
+    add(*m_folder);
+    for (const QxDNode* node : m_nodes) {
+        add(*node);
+    }
+    std::sort(edges.begin(), edges.end());
+    edges.erase(std::unique(edges.begin(), edges.end()), edges.end());
+    for (const QxDEdge* edge : edges) {
+        sum += sumOfBends(*edge, *m_graph);
     }
     return sum;
 }
@@ -124,6 +174,7 @@ void Folding::collect(const QxDList* nodes) {
 
 bool Folding::fold() {
     const MetaEdgeHold heldMetaEdges(*m_graph);
+    const Places places(*m_graph, *m_folder, m_collected.nodes());
     if (!becomeFolder()) {
         return false;
     }

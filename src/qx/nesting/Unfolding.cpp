@@ -87,6 +87,7 @@ void Unfolding::collectContents(const QxDGraph& graph) {
 
 void Unfolding::unfold() {
     const MetaEdgeHold heldMetaEdges(*m_graph);
+    const Folding::Places places(*m_graph, *m_folder, m_collected.nodes());
     {
         const BoundsHold held(m_graph.get(), BoundsHold::OfAll);
         const BoundsHold heldInside(m_foldGraph.get(), BoundsHold::OfAll);

@@ -18,6 +18,26 @@ class Hiding;
 /// hear of each object as it moves, so every step asks whether things are still as they were.
 class Folding {
 public:
+    /// While nodes are folded or unfolded in a graph that is a fold graph itself: what it noted
+    /// when its own group was folded stays true, so that this can come back as it was in any order.
+    /// O(the nodes and their edges), with a logarithm; nothing in other graphs.
+    class Places {
+    public:
+        Places(QxDGraph& graph, QxDNode& folder, const Snapshot<QxDNode>& nodes);
+        ~Places();
+        Places(const Places&) = delete;
+        Places& operator=(const Places&) = delete;
+
+    private:
+        bool isNoted() const;
+        std::uint64_t sum() const;
+
+        Ref<QxDGraph> m_graph;
+        Ref<QxDNode> m_folder;
+        const Snapshot<QxDNode>& m_nodes;
+        std::uint64_t m_before;
+    };
+
     Folding(QxDGraph& graph, QxDNode& folder, QxDGraph& foldGraph, bool keepHidden);
 
     /// Whether the fold graph is empty and may be nested in the folder.
