@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "qx/foundation/util/internal/Ref.h"
 #include "update/MovingWorld.h"
 
 namespace {
@@ -85,8 +86,10 @@ public:
             }
         }
         for (QxDEdge* edge : objectsOf<QxDEdge>(*info.pMovedEdgeList())) {
-            for (QxPNode* bend : pathBends(*edge)) {
-                bend->ntMove(way.x(), way.y());
+            QxPNodeDList bends;
+            edge->buildPathNodeList(bends);
+            for (QxPNode* bend : qx::internal::Snapshot<QxPNode>(&bends)) {
+                bend->ntMove(way.x(), way.y());  // listeners may have taken it out
             }
         }
         for (const QxDList* labels : {static_cast<const QxDList*>(info.pMovedNodeLabelList()),
