@@ -246,6 +246,7 @@ TEST(Readers, NameTheLineOfAnError) {
         {xml("<node id='\xFF'/>"), "1: invalid byte"},
         {xml(graphs), "2: more than 500 graphs"},
         {xml(elements), "2: elements nested too deep"},
+        {"<qxdraw version='1'/>", "1: a drawing document, which only `check` and `convert` read"},
         {"<html><body/></html>", "1: the document element is 'html', not 'graphml'"},
         {"<graphml/>", "0: there is no graph"},
     };

@@ -87,6 +87,9 @@ void GraphMLBuilder::startElement(const std::string& name, const GraphMLAttribut
 
 GraphMLBuilder::Context GraphMLBuilder::contextOf(const std::string& name, int line) {
     if (m_open.empty()) {
+        if (name == "qxdraw") {
+            throw ImportError("a drawing document, which only `check` and `convert` read", line);
+        }
         if (name != "graphml") {
             throw ImportError("the document element is '" + name + "', not 'graphml'", line);
         }
