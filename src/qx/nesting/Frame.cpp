@@ -10,6 +10,7 @@
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxPNode.h"
+#include "qx/drawing/path/internal/TakeBends.h"
 #include "qx/foundation/util/internal/Ref.h"
 #include "qx/nesting/QxDChildGraphForest.h"
 
@@ -125,9 +126,7 @@ void mapBends(QxDEdge& edge, const FrameMap& map) {
     if (map.isIdentity()) {
         return;
     }
-    QxPNodeDList bends;
-    edge.buildPathNodeList(bends);
-    for (QxPNode* bend : Snapshot<QxPNode>(&bends)) {
+    for (QxPNode* bend : heldBends(edge)) {
         if (bend->pOwnerEdge() == &edge) {
             bend->ntMoveTo(map(bend->iCenter()));
         }

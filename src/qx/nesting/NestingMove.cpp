@@ -9,6 +9,7 @@
 #include "qx/drawing/QxPNode.h"
 #include "qx/drawing/QxPathIter.h"
 #include "qx/drawing/bounds/internal/Coverage.h"
+#include "qx/drawing/path/internal/TakeBends.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/nesting/QxDChildGraphForestEdge.h"
 #include "qx/nesting/QxDChildGraphForestNode.h"
@@ -119,9 +120,7 @@ void NestingMove::moveBends(QxDEdge& edge) const {
     now.transformPoint(QxDTuple(0.0, 0.0), to);
     const std::int32_t dx = roundedShift((to.x() - from.x()) * outward.scaleX());
     const std::int32_t dy = roundedShift((to.y() - from.y()) * outward.scaleY());
-    QxPNodeDList bends;
-    edge.buildPathNodeList(bends);
-    for (QxPNode* bend : Snapshot<QxPNode>(&bends)) {
+    for (QxPNode* bend : heldBends(edge)) {
         if (bend->pOwnerEdge() != &edge) {
             continue;
         }

@@ -12,6 +12,7 @@
 #include "qx/drawing/QxPNode.h"
 #include "qx/drawing/bounds/internal/Change.h"
 #include "qx/drawing/bounds/internal/Coverage.h"
+#include "qx/drawing/path/internal/TakeBends.h"
 #include "qx/events/internal/FireDrawingChange.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/util/internal/Ref.h"
@@ -275,9 +276,7 @@ void QxDGraphManager::translateIntergraphCoordinates(QxDGraph* newAnchor) {
     QxEdgeDList edges;
     between->buildAllEdgeList(&edges);
     for (const QxDEdge* edge : Snapshot<QxDEdge>(&edges)) {
-        QxPNodeDList bends;
-        edge->buildPathNodeList(bends);
-        for (QxPNode* bend : Snapshot<QxPNode>(&bends)) {
+        for (QxPNode* bend : qx::internal::heldBends(*edge)) {
             const QxPoint p = bend->iCenter();
             if (bend->pOwnerEdge() == edge && edge->pOwnerGraph() == between) {
                 bend->ntMoveTo(qx::floorHalfUp(p.x() * scaleX + offsetX),

@@ -10,6 +10,7 @@
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/bounds/internal/Change.h"
 #include "qx/drawing/internal/Extras.h"
+#include "qx/drawing/path/internal/TakeBends.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/nesting/internal/Complexity.h"
 #include "qx/nesting/internal/Folding.h"
@@ -142,9 +143,7 @@ namespace {
 
 void moveBends(const QxDEdge& edge, std::int32_t dx, std::int32_t dy) {
     const QxDGraph* const graph = edge.pOwnerGraph();
-    QxPNodeDList bends;
-    edge.buildPathNodeList(bends);
-    for (QxPNode* bend : Snapshot<QxPNode>(&bends)) {
+    for (QxPNode* bend : heldBends(edge)) {
         if (bend->pOwnerEdge() == &edge && edge.pOwnerGraph() == graph) {
             bend->ntMove(dx, dy);
         }

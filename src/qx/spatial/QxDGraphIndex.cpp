@@ -10,7 +10,6 @@
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxLabel.h"
-#include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/spatial/QxQTree.h"
 #include "qx/spatial/internal/IndexStore.h"
 

@@ -6,6 +6,7 @@
 #include "qx/drawing/QxDGraphManager.h"
 #include "qx/drawing/QxEdgeLabel.h"
 #include "qx/drawing/QxPNode.h"
+#include "qx/drawing/path/internal/TakeBends.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/util/internal/Ref.h"
 #include "qx/update/QxDEdgeInitialGeometry.h"
@@ -95,11 +96,10 @@ void MoveReactions::carry() const {
         fromNode(*edge, *m_node, from);
         fromNode(*edge, *m_node, to);
         const QxPoint step = to - from;
-        QxPNodeDList bends;
-        if (isActive(*edge) && edge->hasBends() != 0) {
-            edge->buildPathNodeList(bends);
+        if (!isActive(*edge)) {
+            continue;
         }
-        for (QxPNode* bend : Snapshot<QxPNode>(&bends)) {
+        for (QxPNode* bend : heldBends(*edge)) {
             if (bend->pOwnerEdge() == edge.get()) {
                 bend->ntMove(step.x(), step.y());
             }

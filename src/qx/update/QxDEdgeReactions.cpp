@@ -11,6 +11,7 @@
 #include "qx/drawing/QxPNode.h"
 #include "qx/drawing/connectors/internal/RoutingDirection.h"
 #include "qx/drawing/internal/Extras.h"
+#include "qx/drawing/path/internal/TakeBends.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/util/internal/Ref.h"
 #include "qx/update/QxDEdgeInitialGeometry.h"
@@ -36,20 +37,8 @@ QxDEdgeInitialGeometry* QxDEdge::pEdgeInitialGeometry(QxDEdgeInitialGeometry* re
     return record;
 }
 
-namespace {
-
-Snapshot<QxPNode> bendsOfEdge(const QxDEdge& edge) {
-    QxPNodeDList bends;
-    if (edge.hasBends() != 0) {
-        edge.buildPathNodeList(bends);
-    }
-    return Snapshot<QxPNode>(&bends);
-}
-
-}  // namespace
-
 void QxDEdge::storeMovedEdge() {
-    for (QxPNode* bend : bendsOfEdge(*this)) {
+    for (QxPNode* bend : qx::internal::heldBends(*this)) {
         bend->storeMovedNode();
     }
     for (QxEdgeLabel* label : Snapshot<QxEdgeLabel>(pLabelList())) {
@@ -59,7 +48,7 @@ void QxDEdge::storeMovedEdge() {
 
 void QxDEdge::restoreMovedEdge() {
     const Ref alive(*this);
-    for (QxPNode* bend : bendsOfEdge(*this)) {
+    for (QxPNode* bend : qx::internal::heldBends(*this)) {
         if (bend->pOwnerEdge() == this) {
             bend->restoreMovedNode();
         }
@@ -70,7 +59,7 @@ void QxDEdge::restoreMovedEdge() {
 }
 
 void QxDEdge::deleteMovedEdgeInitialPosition() {
-    for (QxPNode* bend : bendsOfEdge(*this)) {
+    for (QxPNode* bend : qx::internal::heldBends(*this)) {
         bend->pRectBeforeMove(nullptr);
     }
     for (QxEdgeLabel* label : Snapshot<QxEdgeLabel>(pLabelList())) {

@@ -20,6 +20,7 @@
 #include "qx/drawing/QxEdgeLabel.h"
 #include "qx/drawing/QxPNode.h"
 #include "qx/drawing/bounds/internal/Change.h"
+#include "qx/drawing/bundles/internal/Siblings.h"
 #include "qx/drawing/connectors/internal/RoutingDirection.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/util/internal/Suspension.h"
@@ -45,11 +46,6 @@ bool hasStayingLabels(const QxDEdge& edge) {
         }
     }
     return false;
-}
-
-bool hasSpecifiedConnector(const QxDEdge& edge) {
-    return (edge.flagWord() & Connectors) != 0 &&
-           (edge.hasSpecifiedSourceConnector() != 0 || edge.hasSpecifiedTargetConnector() != 0);
 }
 
 /// Whether a straight edge has connectors that a move may displace or drop.

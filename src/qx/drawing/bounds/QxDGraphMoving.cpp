@@ -8,6 +8,7 @@
 #include "qx/drawing/QxDNode.h"
 #include "qx/drawing/QxPNode.h"
 #include "qx/drawing/bounds/internal/Change.h"
+#include "qx/drawing/path/internal/TakeBends.h"
 #include "qx/foundation/graph/internal/EachObject.h"
 #include "qx/foundation/util/internal/Ref.h"
 
@@ -33,9 +34,7 @@ void QxDGraph::ntMove(std::int32_t dx, std::int32_t dy, int hooks) {
     QxEdgeDList edges;
     buildAllEdgeList(&edges);
     for (const QxDEdge* edge : Snapshot<QxDEdge>(&edges)) {
-        QxPNodeDList bends;
-        edge->buildPathNodeList(bends);
-        for (QxPNode* bend : Snapshot<QxPNode>(&bends)) {
+        for (QxPNode* bend : qx::internal::heldBends(*edge)) {
             if (bend->pOwnerEdge() == edge && edge->pOwnerGraph() == this) {
                 bend->ntMove(dx, dy);
             }

@@ -11,10 +11,14 @@
 
 namespace qx::internal {
 
-void takeBends(QxDEdge& edge, const std::vector<QxPoint>& points) {
+Snapshot<QxPNode> heldBends(const QxDEdge& edge) {
     QxPNodeDList list;
     edge.buildPathNodeList(list);
-    const Snapshot<QxPNode> bends(&list);
+    return Snapshot<QxPNode>(&list);
+}
+
+void takeBends(QxDEdge& edge, const std::vector<QxPoint>& points) {
+    const Snapshot<QxPNode> bends = heldBends(edge);
     if (bends.size() != points.size()) {
         QxPointDList route;
         for (const QxPoint& point : points) {

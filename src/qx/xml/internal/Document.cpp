@@ -217,6 +217,18 @@ void Document::checkNumbers(const QxDOMElement& element) {
     }
 }
 
+/// The element that begins next in the document; null behind the last one.
+const QxDOMElement* Document::pAfter(const QxDOMElement* element) const {
+    const QxDOMElement* next = QxXMLUtilities::pFirst(*element);
+    while (next == nullptr && element != m_top) {
+        next = QxXMLUtilities::pNext(*element);
+        if (next == nullptr) {
+            element = static_cast<const QxDOMElement*>(element->getParentNode());
+        }
+    }
+    return next;
+}
+
 /// One walk over all elements: their identifiers, and numbers that are none or out of range.
 void Document::collectIds() {
     struct Known {
@@ -238,14 +250,7 @@ void Document::collectIds() {
         if (known->second.isMeasure) {
             checkNumbers(*element);
         }
-        const QxDOMElement* next = QxXMLUtilities::pFirst(*element);
-        while (next == nullptr && element != m_top) {
-            next = QxXMLUtilities::pNext(*element);
-            if (next == nullptr) {
-                element = static_cast<const QxDOMElement*>(element->getParentNode());
-            }
-        }
-        element = next;
+        element = pAfter(element);
     }
 }
 
@@ -257,17 +262,8 @@ Document::Entry* Document::find(std::u16string_view id) {
 int Document::lineOf(const QxDOMElement& element) {
     if (m_places.empty()) {
         std::uint32_t place = 0;
-        const QxDOMElement* one = m_top;
-        while (one != nullptr) {
+        for (const QxDOMElement* one = m_top; one != nullptr; one = pAfter(one)) {
             m_places.emplace(one, place++);
-            const QxDOMElement* next = QxXMLUtilities::pFirst(*one);
-            while (next == nullptr && one != m_top) {
-                next = QxXMLUtilities::pNext(*one);
-                if (next == nullptr) {
-                    one = static_cast<const QxDOMElement*>(one->getParentNode());
-                }
-            }
-            one = next;
         }
     }
     const auto found = m_places.find(&element);

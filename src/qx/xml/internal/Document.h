@@ -47,6 +47,7 @@ public:
 private:
     friend class SafeParser;
 
+    const QxDOMElement* pAfter(const QxDOMElement* element) const;
     void collectIds();
     void checkNumbers(const QxDOMElement& element);
     void addId(const QxDOMElement& element, ElementKind kind);
