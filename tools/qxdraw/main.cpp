@@ -98,15 +98,19 @@ void addArrangingOptions(CLI::App& command, qxdraw::ArrangingOptions& options) {
         ->check(CLI::IsMember({"overlap", "parallel", "bend"}));
 }
 
-CLI::App* addDrawCommand(CLI::App& app, qxdraw::DrawOptions& options) {
-    CLI::App* command = app.add_subcommand("draw", "Draw a graph file as SVG or PNG");
-    command->add_option("FILE", options.input, "DOT, GraphML or GML")->required();
-    command->add_option("-o,--output", options.output, "The picture, .svg or .png")
+void addPicture(CLI::App& command, std::string& output) {
+    command.add_option("-o,--output", output, "The picture, .svg or .png")
         ->required()
         ->check([](const std::string& path) {
             return qxdraw::isPictureName(path) ? std::string()
                                                : "the picture's name must end in .svg or .png";
         });
+}
+
+CLI::App* addDrawCommand(CLI::App& app, qxdraw::DrawOptions& options) {
+    CLI::App* command = app.add_subcommand("draw", "Draw a graph file as SVG or PNG");
+    command->add_option("FILE", options.input, "DOT, GraphML or GML")->required();
+    addPicture(*command, options.output);
     addArrangingOptions(*command, options.arranging);
     addViewOptions(*command, options.arranging.view);
     command->add_flag("--bends", options.showBends,
@@ -124,12 +128,7 @@ CLI::App* addEditCommand(CLI::App& app, qxdraw::EditOptions& options) {
     CLI::App* command =
         app.add_subcommand("edit", "Draw a graph file, change the drawing, and write the picture");
     command->add_option("FILE", options.input, "DOT, GraphML or GML")->required();
-    command->add_option("-o,--output", options.output, "The picture, .svg or .png")
-        ->required()
-        ->check([](const std::string& path) {
-            return qxdraw::isPictureName(path) ? std::string()
-                                               : "the picture's name must end in .svg or .png";
-        });
+    addPicture(*command, options.output);
     command
         ->add_option("-s,--script", options.script,
                      "The commands, one a line; - or without this option: the standard input")

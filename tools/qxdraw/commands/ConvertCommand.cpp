@@ -6,8 +6,8 @@
 #include <iostream>
 
 #include "commands/Messages.h"
+#include "commands/OpenDrawing.h"
 #include "commands/Progress.h"
-#include "import/DocumentReader.h"
 #include "import/ImportError.h"
 #include "import/SourceText.h"
 #include "picture/PictureError.h"
@@ -45,13 +45,9 @@ void convertDocument(const ConvertOptions& options) {
 }
 
 void convertGraphFile(const ConvertOptions& options) {
-    GraphDocument document = readDocument(options.input);
-    if (!options.quiet) {
-        tellWarnings(options.input, document);
-    }
+    GraphDocument document = openDocument(options.input, options.quiet);
     Progress progress(options.quiet);
-    const auto drawing = arrange(document, options.arranging,
-                                 [&](double part) { progress.report("laying out", part); });
+    const auto drawing = arrange(document, options.arranging, progress);
     progress.clear();
     for (std::size_t i = 0; i < drawing->numberOfNodes(); ++i) {
         drawing->node(i).nameString(QxText::decodeUtf8(document.nodes[i].id).c_str());

@@ -7,8 +7,8 @@
 #include <iostream>
 
 #include "commands/Messages.h"
+#include "commands/OpenDrawing.h"
 #include "commands/Progress.h"
-#include "import/DocumentReader.h"
 #include "import/SourceText.h"
 #include "picture/OutputFile.h"
 #include "picture/PictureError.h"
@@ -73,15 +73,11 @@ void writePicture(const Scene& scene, const std::string& path) {
 void runDraw(const DrawOptions& options) {
     requireOtherFile(options.input, options.output);
     Progress progress(options.quiet);
-    GraphDocument document = readDocument(options.input);
-    if (!options.quiet) {
-        tellWarnings(options.input, document);
-    }
+    GraphDocument document = openDocument(options.input, options.quiet);
     const std::size_t nodes = document.nodes.size();
     const std::size_t edges = document.edges.size();
     const bool spring = usesSpring(options.arranging, document);
-    const auto drawing = arrange(document, options.arranging,
-                                 [&](double part) { progress.report("laying out", part); });
+    const auto drawing = arrange(document, options.arranging, progress);
     Scene scene = buildScene(*drawing, document);
     if (options.showBends) {
         addPaths(scene, *drawing);

@@ -8,12 +8,11 @@
 #include <sstream>
 
 #include "commands/DrawCommand.h"
-#include "commands/Messages.h"
+#include "commands/OpenDrawing.h"
 #include "commands/Progress.h"
 #include "edit/Editor.h"
 #include "edit/Script.h"
 #include "edit/Story.h"
-#include "import/DocumentReader.h"
 #include "model/LabelMoving.h"
 #include "picture/SceneBuilder.h"
 
@@ -42,12 +41,8 @@ void runEdit(const EditOptions& options) {
     requireOtherFile(options.input, options.output);
     const std::vector<ScriptLine> script = scriptOf(options.script);
     Progress progress(options.quiet);
-    GraphDocument document = readDocument(options.input);
-    if (!options.quiet) {
-        tellWarnings(options.input, document);
-    }
-    const auto drawing = arrange(document, options.arranging,
-                                 [&](double part) { progress.report("laying out", part); });
+    GraphDocument document = openDocument(options.input, options.quiet);
+    const auto drawing = arrange(document, options.arranging, progress);
     progress.clear();
     Editor editor(*drawing, document, options.arranging);
     Story story(*drawing, document);

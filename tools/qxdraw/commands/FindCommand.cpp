@@ -11,9 +11,8 @@
 #include <unordered_set>
 #include <vector>
 
-#include "commands/Messages.h"
+#include "commands/OpenDrawing.h"
 #include "commands/Progress.h"
-#include "import/DocumentReader.h"
 #include "import/ImportLimits.h"
 #include "import/Numbers.h"
 #include "model/ShownObjects.h"
@@ -306,12 +305,8 @@ std::string pointFault(std::string_view text) {
 
 void runFind(const FindOptions& options) {
     Progress progress(options.quiet);
-    GraphDocument document = readDocument(options.input);
-    if (!options.quiet) {
-        tellWarnings(options.input, document);
-    }
-    const auto drawing = arrange(document, options.arranging,
-                                 [&](double part) { progress.report("laying out", part); });
+    GraphDocument document = openDocument(options.input, options.quiet);
+    const auto drawing = arrange(document, options.arranging, progress);
     Finder finder(*drawing, document);
     const std::vector<std::int32_t> units =
         unitsOf(options.at.empty() ? options.region : options.at);

@@ -11,10 +11,9 @@
 #include <vector>
 
 #include "commands/Explaining.h"
-#include "commands/Messages.h"
+#include "commands/OpenDrawing.h"
 #include "commands/Progress.h"
 #include "import/DocumentCounts.h"
-#include "import/DocumentReader.h"
 #include "model/Arranging.h"
 #include "model/Nesting.h"
 #include "model/NodeSizing.h"
@@ -224,12 +223,7 @@ void askDrawing(const InfoOptions& options, GraphDocument& document, Facts& fact
 }  // namespace
 
 void runInfo(const InfoOptions& options) {
-    GraphDocument document = readDocument(options.input);
-    if (!options.quiet) {
-        for (const DocumentWarning& warning : document.warnings) {
-            tell(options.input, warning.line, "warning: " + warning.text);
-        }
-    }
+    GraphDocument document = openDocument(options.input, options.quiet);
     Facts facts;
     facts.counts = countDocument(document);
     facts.nodes = document.nodes.size();

@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cstdint>
-#include <memory>
 #include <string>
 #include <unordered_map>
 #include <vector>
@@ -20,7 +19,6 @@
 #include "import/DotSplines.h"
 #include "import/HtmlLabels.h"
 #include "import/ImportError.h"
-#include "import/ImportLimits.h"
 #include "import/Numbers.h"
 #include "import/RecordLabels.h"
 #include "import/Shapes.h"

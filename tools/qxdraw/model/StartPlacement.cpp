@@ -19,32 +19,22 @@ namespace qxdraw {
 
 namespace {
 
-struct Box {
-    double left = 0;
-    double bottom = 0;
-    double right = 0;
-    double top = 0;
-
-    double width() const { return right - left; }
-    double height() const { return top - bottom; }
-};
-
 DocumentNode& nodeAt(GraphDocument& document, int index) {
     return document.nodes[static_cast<std::size_t>(index)];
 }
 
-Box boxOf(const DocumentNode& node) {
+DocumentBox boxOf(const DocumentNode& node) {
     return {node.center->x - node.width / 2, node.center->y - node.height / 2,
             node.center->x + node.width / 2, node.center->y + node.height / 2};
 }
 
-Box united(const Box& a, const Box& b) {
+DocumentBox united(const DocumentBox& a, const DocumentBox& b) {
     return {std::min(a.left, b.left), std::min(a.bottom, b.bottom), std::max(a.right, b.right),
             std::max(a.top, b.top)};
 }
 
-Box boxOf(GraphDocument& document, const std::vector<int>& part) {
-    Box box = boxOf(nodeAt(document, part.front()));
+DocumentBox boxOf(GraphDocument& document, const std::vector<int>& part) {
+    DocumentBox box = boxOf(nodeAt(document, part.front()));
     for (const int index : part) {
         box = united(box, boxOf(nodeAt(document, index)));
     }
@@ -291,7 +281,7 @@ void packParts(GraphDocument& document, const std::vector<std::vector<int>>& par
     constexpr double Landscape = 1.5;  // width to height
     struct Item {
         std::size_t part;
-        Box box;
+        DocumentBox box;
     };
     std::vector<Item> items;
     double area = 0;
@@ -299,7 +289,7 @@ void packParts(GraphDocument& document, const std::vector<std::vector<int>>& par
     double widest = 0;
     for (std::size_t i = 0; i < parts.size(); ++i) {
         items.push_back({i, boxOf(document, parts[i])});
-        const Box& box = items.back().box;
+        const DocumentBox& box = items.back().box;
         const double taken = (box.width() + gap) * (box.height() + gap);
         area += taken;
         largest = std::max(largest, taken);
@@ -348,7 +338,7 @@ void placeNodes(GraphDocument& document, double edgeLength) {
     const Adjacency adjacency = adjacencyOf(document);
     DistinctPlaces places;
     bool anyGiven = false;
-    Box given;
+    DocumentBox given;
     std::vector<char> isOpen(document.nodes.size(), 0);
     for (std::size_t i = 0; i < document.nodes.size(); ++i) {
         DocumentNode& node = document.nodes[i];
