@@ -16,18 +16,6 @@
 namespace {
 
 using namespace qxtest;
-using Points = std::vector<QxPoint>;
-
-Points pathOf(const QxDEdge& edge) {
-    QxPointDList list;
-    edge.buildPointList(list);
-    Points points;
-    for (const QxDListCell* cell = list.pFirstCell(); cell; cell = cell->pNextCell()) {
-        points.push_back(*QxPointDList::pPoint(cell));
-    }
-    return points;
-}
-
 int roundHalfUp(double value) {
     return static_cast<int>(std::floor(value + 0.5));
 }

@@ -155,4 +155,17 @@ public:
     QxDGraph* graph;
 };
 
+using Points = std::vector<QxPoint>;
+
+/// The ends and bends of an edge, where the way is not cut off.
+inline Points pathOf(const QxDEdge& edge) {
+    QxPointDList list;
+    edge.buildPointList(list);
+    Points points;
+    for (const QxDListCell* cell = list.pFirstCell(); cell; cell = cell->pNextCell()) {
+        points.push_back(*QxPointDList::pPoint(cell));
+    }
+    return points;
+}
+
 }  // namespace qxtest

@@ -18,18 +18,6 @@
 namespace {
 
 using namespace qxtest;
-using Points = std::vector<QxPoint>;
-
-Points pathOf(const QxDEdge& edge) {
-    QxPointDList list;
-    edge.buildPointList(list);
-    Points points;
-    for (const QxDListCell* cell = list.pFirstCell(); cell; cell = cell->pNextCell()) {
-        points.push_back(*QxPointDList::pPoint(cell));
-    }
-    return points;
-}
-
 bool isSlanted(const QxPoint& a, const QxPoint& b) {
     return a.x() != b.x() && a.y() != b.y();
 }

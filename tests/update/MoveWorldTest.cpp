@@ -12,7 +12,6 @@
 namespace {
 
 using namespace qxtest;
-using Points = std::vector<QxPoint>;
 
 /// Whether c lies straight on from a over b, up to 2 degrees.
 bool isStraightOn(const QxPoint& a, const QxPoint& b, const QxPoint& c) {
